@@ -1,0 +1,50 @@
+# How everything of ours is compiled: target k7_options. Test framework and staged headers, too.
+add_library(k7_options INTERFACE)
+target_include_directories(k7_options INTERFACE ${CMAKE_SOURCE_DIR}/include ${CMAKE_SOURCE_DIR}/src)
+if(MSVC)
+  target_compile_options(k7_options INTERFACE /W4 /WX /utf-8 /fp:precise)
+else()
+  # The controller's numbers come from single-precision arithmetic in the order written.
+  target_compile_options(
+    k7_options INTERFACE -Wall -Wextra -Wshadow -Wconversion -Werror -ffp-contract=off
+                         -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
+endif()
+if(WIN32)
+  target_compile_definitions(
+    k7_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00
+                         WINVER=0x0A00)
+  if(NOT MSVC)
+    target_link_options(k7_options INTERFACE -static -Wl,--no-insert-timestamp)
+  endif()
+endif()
+if(K7_CHECKED AND NOT MSVC)
+  target_compile_options(
+    k7_options INTERFACE -fsanitize=undefined -fsanitize-undefined-trap-on-error
+                         -fstack-protector-strong)
+  target_link_options(k7_options INTERFACE -fstack-protector-strong)
+  target_compile_definitions(k7_options INTERFACE _GLIBCXX_ASSERTIONS K7_CHECKED)
+endif()
+if(K7_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(K7_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# Headers of Debian packages for the cross compiler: links to the libraries wanted, never the
+# system's whole include folder, whose C headers are not those of Windows.
+set(K7_HEADER_STAGING ${CMAKE_BINARY_DIR}/staging/include)
+file(MAKE_DIRECTORY ${K7_HEADER_STAGING})
+if(EXISTS /usr/include/CLI AND NOT EXISTS ${K7_HEADER_STAGING}/CLI)
+  file(CREATE_LINK /usr/include/CLI ${K7_HEADER_STAGING}/CLI SYMBOLIC)
+endif()
+
+if(K7_TESTS AND NOT K7_FUZZ)
+  set(K7_GOOGLETEST_DIR /usr/src/googletest CACHE PATH "GoogleTest sources (package googletest)")
+  set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+  set(gtest_disable_pthreads OFF CACHE BOOL "" FORCE)
+  add_subdirectory(${K7_GOOGLETEST_DIR} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+endif()

@@ -1,0 +1,15 @@
+# The pure code, one path without extension a line: it decides and includes nothing of Windows. It
+# is built natively with every sanitizer and again for Windows; a test of the same name under
+# tests/ is built for both.
+set(K7_PURE
+    device/bounded_copy
+    device/device_state
+    device/polled
+    device/shared_text
+    job/time_estimate
+    motion/number_text
+    motion/units
+    settings/profile_name
+    settings/settings_keys
+    ui/format_decimal
+)

@@ -1,0 +1,16 @@
+// The identity handshake: which controller is at the other end of the link.
+#pragma once
+
+#include <cstdint>
+
+#include "device/device_state.h"
+
+namespace k7 {
+
+// Settles controllerId and loads the settings of that controller: asks the controller unless the
+// identity is known, generates and stores one in a controller that has none. Result: 24, with the
+// identity copied into `buffer` (null allowed; `size` in characters), or 0 after three polls of
+// 200 ms without an answer. Without a link: 24 with the zeros. [host]
+std::int32_t QueryControllerId(DeviceState& record, wchar_t* buffer, std::int32_t size) noexcept;
+
+}  // namespace k7

@@ -1,0 +1,54 @@
+// Waiting has one home: every wait of the driver is a line that uses one of these.
+//
+// A wait that a host call can sit in lets messages *sent* to the waiting thread's windows through
+// (the reader notifies by SendMessageW, and the host's window may live on this very thread); posted
+// messages stay where they are. On a thread without windows this costs nothing.
+#pragma once
+
+#include <cstdint>
+
+#include "device/device_state.h"
+#include "device/record_lock.h"
+
+namespace k7 {
+
+// The millisecond clock: 32 bits, monotonic, wraps. [any]
+std::uint32_t TickMs() noexcept;
+
+// Pauses for `ms`, letting sent messages through. [any]
+void Pause(std::uint32_t ms) noexcept;
+
+// Lets sent messages through and gives up the rest of the time slice: one round of a spinning
+// wait. [any]
+void SpinOnce() noexcept;
+
+// Polls `done()` until it is true: without bound, `everyMs` apart, 0 = spinning. [any]
+template <typename Done>
+void PollUntil(std::uint32_t everyMs, Done done) noexcept {
+  while (!done()) {
+    if (everyMs == 0) {
+      SpinOnce();
+    } else {
+      Pause(everyMs);
+    }
+  }
+}
+
+// Reads a guarded value: `read()` under the mutex, `otherwise` when the mutex could not be taken.
+template <RecordMutex kWhich, typename T, typename Read>
+T ReadLocked(const DeviceState& record, T otherwise, Read read) noexcept {
+  const RecordLock<kWhich> lock{record};
+  return lock ? static_cast<T>(read()) : otherwise;
+}
+
+// linesInFlight under flightMutex; 0 when the mutex cannot be taken. [any]
+std::int32_t LinesInFlight(const DeviceState& record) noexcept;
+// blocksRunning under runMutex; 0 when the mutex cannot be taken. [any]
+std::int32_t BlocksRunning(const DeviceState& record) noexcept;
+// jobOpen under jobMutex; 0 when the mutex cannot be taken. [any]
+std::uint8_t JobOpen(const DeviceState& record) noexcept;
+// Clears both liveness ticks (under aliveMutex; also when it cannot be taken), so that the next
+// liveness check starts afresh after a call that kept the host's thread for long. [any]
+void ClearAliveTicks(DeviceState& record) noexcept;
+
+}  // namespace k7

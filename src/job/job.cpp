@@ -1,0 +1,10 @@
+#include "job/job.h"
+
+namespace k7 {
+
+bool BeginJob(DeviceState&) noexcept {
+  return {};
+}
+void EndJob(DeviceState&) noexcept {}
+
+}  // namespace k7

@@ -1,0 +1,27 @@
+// The link of a device: attaching, detaching, sending lines, liveness.
+#pragma once
+
+#include <cstdint>
+
+#include "device/device_state.h"
+
+namespace k7 {
+
+// Attaches an open serial handle or socket: makes the seven mutexes and the write queue, and starts
+// the reader thread; returns once that has announced itself or could not be started. [host]
+void AttachLink(DeviceState& record, LinkHandle link, std::uint32_t linkType,
+                const wchar_t* portName) noexcept;
+
+// Asks the reader to stop, waits for it (without bound), and closes what attach made. The link
+// itself stays the caller's to close. linkType becomes `linkType` at the end. [host]
+void DetachLink(DeviceState& record, std::uint32_t linkType) noexcept;
+
+// Sends the bytes of one zero-terminated line, its line feed included; null ignored. Waits up to
+// 100 ms; a write that is still outstanding then keeps its own bytes and goes out in order. A write
+// that fails stops the reader. Without a link: nothing. [any]
+void SendLine(DeviceState& record, const char* line) noexcept;
+
+// Sends "SmoothieIsConnected\n"; 1 when the last answer is at most 2000 ms old, else 0. [host]
+std::int32_t CheckAlive(DeviceState& record) noexcept;
+
+}  // namespace k7

@@ -1,0 +1,20 @@
+// Finding the work surface and the table surface.
+#pragma once
+
+#include <cstdint>
+
+#include "device/device_state.h"
+
+namespace k7 {
+
+// Probes downwards at the present place and declares the touch point to be cutterHome. Waits for
+// the answer without bound. Without a connection: nothing. [host]
+void ProbeSurface(DeviceState& record) noexcept;
+// cutterHome -= probeOffset in steps. [host]
+void SubtractProbeOffset(DeviceState& record) noexcept;
+// Probes, then lifts the cutter by thousandths of an inch above the surface. [host]
+void ProbeAndLift(DeviceState& record, std::int32_t liftThousandths) noexcept;
+// Sets tableSurface by method 0 table depth, 1 present Z, 2 probe, less the buffer. [host]
+void SetTableSurface(DeviceState& record, float bufferInches, std::int32_t method) noexcept;
+
+}  // namespace k7

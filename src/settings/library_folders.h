@@ -1,0 +1,18 @@
+// The two folders that each controller has beside its settings file.
+#pragma once
+
+#include <cstdint>
+
+#include "device/device_state.h"
+
+namespace k7 {
+
+// Slot 92: folder of material profiles, created on the way; result of the last CreateDirectoryW.
+// Asks for the identity first, which reloads the settings. [host]
+std::uint32_t GetMaterialLibraryFolder(DeviceState& record, wchar_t* buffer,
+                                       std::int32_t size) noexcept;
+// Slot 93: the same for the folder of temporary homes. [host]
+std::uint32_t GetTempHomeLibraryFolder(DeviceState& record, wchar_t* buffer,
+                                       std::int32_t size) noexcept;
+
+}  // namespace k7

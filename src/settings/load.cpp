@@ -1,0 +1,7 @@
+#include "settings/load.h"
+
+namespace k7 {
+
+void LoadSettings(DeviceState&) noexcept {}
+
+}  // namespace k7

@@ -1,0 +1,39 @@
+// AttachedDevice: a state record whose link is a FakeController.
+#pragma once
+
+#include "device/device_state.h"
+#include "link/link.h"
+#include "motion/jog.h"
+#include "support/fake_controller.h"
+#include "support/wait_until.h"
+
+namespace k7test {
+
+// Attaches a record to the fake for its life. Nothing is sent; `connected` is set when asked, since
+// most operations need it. Detaches at the end.
+class AttachedDevice {
+ public:
+  explicit AttachedDevice(FakeController& controller, bool connected = true) {
+    k7::AttachLink(record_, controller.DriverEnd(), k7::kLinkSerial, L"fake");
+    record_.connected = connected ? 1 : 0;
+  }
+  ~AttachedDevice() {
+    k7::EndWorkers(record_);
+    k7::DetachLink(record_, k7::kLinkNone);
+  }
+  AttachedDevice(const AttachedDevice&) = delete;
+  AttachedDevice& operator=(const AttachedDevice&) = delete;
+
+  k7::DeviceState& operator*() { return record_; }
+  k7::DeviceState* operator->() { return &record_; }
+
+ private:
+  k7::DeviceState record_;
+};
+
+// Gives the record the mechanics of a machine without a settings file: 4000 steps per inch on every
+// axis, a 25 x 16 x 2 inch table, speeds of 1 in/s, 0.125 in lift, 0.0625 in depth, and the steps
+// per millimetre as if they had been sent. Home positions 0, cutter home 4000, deep table surface.
+void GiveDefaults(k7::DeviceState& record);
+
+}  // namespace k7test

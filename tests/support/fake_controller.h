@@ -1,0 +1,73 @@
+// FakeController: the far end of an overlapped named pipe plays the controller, in process.
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace k7test {
+
+// Records every line that the driver sends and answers by rule. The driver's end is a duplex handle
+// opened for overlapped I/O: to be attached as a serial link. Reads on it stay pending while the
+// controller is silent, as they do on TCP.
+class FakeController {
+ public:
+  using Handler = std::function<void(FakeController&, const std::string& line)>;
+
+  FakeController();
+  ~FakeController();  // stops answering and closes both ends
+  FakeController(const FakeController&) = delete;
+  FakeController& operator=(const FakeController&) = delete;
+
+  // The end to attach; stays owned by the fake.
+  HANDLE DriverEnd() const { return driver_; }
+
+  // When exactly this line (with its "\n") arrives, send `reply` back (may be empty or hold several
+  // lines). A later rule for the same line replaces the earlier.
+  void Answer(const std::string& line, const std::string& reply);
+  // When a line that starts with `prefix` arrives and no exact rule has matched: call `handler`, on
+  // the fake's thread. The longest matching prefix wins.
+  void OnPrefix(const std::string& prefix, Handler handler);
+  // The answers of a healthy controller: liveness, block messages on and off, an identity, homed,
+  // switches all open, and "QX", "BX", "EX" for every move while block messages are on.
+  void BehaveWell(const std::string& controllerId = "TESTCONTROLLER01");
+  // Answers to moves from now on: "QX\r\nBX\r\nEX\r\n" for each, or nothing.
+  void AnswerMoves(bool on) { answerMoves_ = on; }
+
+  // Sends bytes to the driver, unasked.
+  void Say(const std::string& bytes);
+
+  // Every line received so far, each with its "\n".
+  std::vector<std::string> Lines() const;
+  // All of them in one text.
+  std::string Transcript() const;
+  // Forgets what was received.
+  void Clear();
+  // Waits until this line has been received / until at least `count` lines have; false: deadline.
+  bool WaitForLine(const std::string& line) const;
+  bool WaitForLines(std::size_t count) const;
+
+ private:
+  void Run();
+  void Handle(const std::string& line);
+
+  HANDLE controller_ = INVALID_HANDLE_VALUE;
+  HANDLE driver_ = INVALID_HANDLE_VALUE;
+  HANDLE stop_ = nullptr;
+  std::thread thread_;
+  mutable std::mutex guard_;  // lines_, rules, said_
+  std::mutex writeGuard_;
+  std::vector<std::string> lines_;
+  std::map<std::string, std::string> answers_;
+  std::map<std::string, Handler> prefixes_;
+  std::atomic<bool> answerMoves_{false};
+  std::atomic<bool> blockMessages_{false};
+};
+
+}  // namespace k7test
