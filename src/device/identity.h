@@ -13,4 +13,7 @@ namespace k7 {
 // 200 ms without an answer. Without a link: 24 with the zeros. [host]
 std::int32_t QueryControllerId(DeviceState& record, wchar_t* buffer, std::int32_t size) noexcept;
 
+// Slot 78: the identity becomes sixteen zeros, so that the next query asks the controller. [host]
+void ResetControllerId(DeviceState& record) noexcept;
+
 }  // namespace k7
