@@ -12,4 +12,5 @@ set(K7_PURE
     settings/profile_name
     settings/settings_keys
     ui/format_decimal
+    ui/typed_number
 )

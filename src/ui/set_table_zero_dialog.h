@@ -1,0 +1,11 @@
+// The set table zero dialog.
+#pragma once
+
+#include <windows.h>
+
+namespace k7 {
+
+// Opens the dialog modally on `owner` and returns its result: 1 kept, 2 cancelled. [host]
+INT_PTR ShowSetTableZeroDialog(HWND owner) noexcept;
+
+}  // namespace k7
