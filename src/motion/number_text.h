@@ -3,17 +3,21 @@
 
 namespace k7 {
 
-// Text of a number, terminated.
+// Text of a number, terminated. The longest is a sign, 19 digits, the point and 18 digits.
 struct NumberText {
   char text[48];
   const char* c_str() const noexcept { return text; }
 };
 
-// `value` with `decimals` (1 to 9) places, in the form that the controllers have always been sent.
-// A number that is not finite is written as 0. [any]
+// The largest magnitude that FormatFixed writes exactly; beyond it the whole part is held at the
+// largest 64-bit number and the fraction is zero.
+inline constexpr double kLargestFixed = 9223372036854774784.0;
+
+// `value` with `decimals` (1 to 9; taken to the nearest of these) places, in the form that the
+// controllers have always been sent. A number that is not finite is written as 0. [any]
 NumberText FormatFixed(double value, int decimals) noexcept;
 
-// Reads such a text back. [any]
+// Reads such a text back, to the nearest double; 0 when it holds no number. [any]
 double ParseFixed(const char* text) noexcept;
 
 }  // namespace k7
