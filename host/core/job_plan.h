@@ -1,0 +1,55 @@
+// A drawing as one machine is to carry it out: whole host steps, in order, proven to fit its table.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/hpgl.h"
+#include "core/scaling.h"
+
+namespace k7host {
+
+enum class MoveKind : std::uint8_t {
+  Travel,  // to the point, cutter up
+  Cut,     // to the point, cutter down
+  Plunge,  // a dot: the cutter goes down where it is
+};
+
+struct Move {
+  MoveKind kind = MoveKind::Travel;
+  bool endsStroke = false;   // the last move of a stroke or dot
+  std::uint32_t xSteps = 0;  // host steps; for a plunge those of the travel before it
+  std::uint32_t ySteps = 0;
+};
+
+struct JobPlan {
+  std::vector<Move> moves;    // one pass; starts with a travel
+  std::uint32_t strokes = 0;  // lines drawn without lifting
+  std::uint32_t dots = 0;
+  std::uint32_t cuts = 0;       // moves that cut
+  std::uint32_t minXSteps = 0;  // extent of all moves, host steps
+  std::uint32_t minYSteps = 0;
+  std::uint32_t maxXSteps = 0;
+  std::uint32_t maxYSteps = 0;
+};
+
+struct PlanResult {
+  JobPlan plan;
+  std::string error;  // empty when the plan holds; one line otherwise, and the plan is empty
+};
+
+// Scales and orders the strokes. Points that fall on the same step are one point; a stroke that
+// shrinks to a point is a dot; a travel to where the cutter already is, and a dot where it already
+// is down, are left out. A drawing without a stroke, or one that leaves the table at any point, is
+// refused whole. [any]
+PlanResult BuildPlan(const std::vector<Stroke>& strokes, const Table& table);
+
+// The plan as EstimateJobTime takes it: triples (x, y, kind), kind 1 for travel, 2 for cut; dots
+// have no length and no triple. [any]
+std::vector<std::uint32_t> EstimateTriples(const JobPlan& plan);
+
+// "X 0.250 to 7.750, Y 0.250 to 4.750" in inches. [any]
+std::string ExtentText(const JobPlan& plan, const Table& table);
+
+}  // namespace k7host

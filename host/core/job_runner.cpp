@@ -1,0 +1,212 @@
+// The job as a sequence of the device's operations.
+#include "core/job_runner.h"
+
+#include "core/text.h"
+
+namespace k7host {
+namespace {
+
+constexpr std::int32_t kStatusCapacity = 128;
+
+class Runner {
+ public:
+  Runner(k7::IEngraver& device, const JobPlan& plan, const JobOptions& options,
+         const MoveCounters& counters, JobObserver& observer)
+      : device_(device),
+        plan_(plan),
+        options_(options),
+        observer_(observer),
+        progress_(counters, plan.strokes * options.passes + plan.dots * options.passes,
+                  static_cast<std::uint32_t>(plan.moves.size()) * options.passes,
+                  options.estimateSeconds) {}
+
+  JobResult Run() {
+    device_.SetGridMode(options_.runKind);
+    JobEnd end = JobEnd::Refused;
+    if (device_.BeginJob()) {
+      end = Passes();
+      LiftCutter(end == JobEnd::Done);
+      // A pneumatic head may keep moves to itself; EndJob has a time limit for that, this has none.
+      if (end == JobEnd::Done && device_.IsAirZ() == 0) Drain();
+      if (jobOpen_) device_.EndJob();
+      if (device_.HasSpindle() != 0) device_.SetSpindle(k7::kSpindleOff);
+    }
+    device_.SetGridMode(k7::kRunEngraving);
+    observer_.OnProgress(progress_.View());
+    return {end, progress_.View()};
+  }
+
+ private:
+  JobEnd Passes() {
+    if (options_.spindle) device_.SetSpindle(k7::kSpindleEngrave);
+    for (std::uint32_t i = 0; i < options_.passes; ++i) {
+      if (observer_.StopRequested()) return JobEnd::Stopped;
+      StartPass(options_.firstPass + i);
+      for (const Move& move : plan_.moves) {
+        if (!WaitForRoom()) return JobEnd::Stopped;
+        const JobEnd end = Issue(move);
+        if (end != JobEnd::Done) return end;
+        observer_.OnProgress(progress_.View());
+      }
+      if (device_.IsAirZ() == 0 && !Drain()) return JobEnd::Stopped;
+    }
+    return JobEnd::Done;
+  }
+
+  void StartPass(std::uint32_t pass) {
+    wchar_t status[kStatusCapacity] = {};
+    const Move& first = plan_.moves[0];
+    device_.StartPass(pass, first.xSteps, first.ySteps, status, kStatusCapacity);
+    observer_.OnPass(NarrowText(status));
+  }
+
+  JobEnd Issue(const Move& move) {
+    switch (move.kind) {
+      case MoveKind::Travel:
+        return Travel(move);
+      case MoveKind::Cut:
+      case MoveKind::Plunge:
+        return Engrave(move);
+    }
+    return JobEnd::Done;
+  }
+
+  JobEnd Travel(const Move& move) {
+    const std::uint32_t status = options_.runKind == k7::kRunBrailleBeadInsert
+                                     ? device_.MoveBeadToolTo(move.xSteps, move.ySteps)
+                                     : device_.MoveTo(move.xSteps, move.ySteps);
+    switch (status) {
+      case k7::kStatusSent:
+        cutterDown_ = false;
+        Arrived(move);
+        return JobEnd::Done;
+      case k7::kStatusArmed:
+        Arrived(move, false);
+        return JobEnd::Done;
+      case k7::kStatusOneShot:
+        Arrived(move, false);
+        return SetManualCutter();
+      case k7::kStatusRefused:
+        return JobEnd::TableViolation;
+      default:
+        return NothingMoved(move);
+    }
+  }
+
+  JobEnd Engrave(const Move& move) {
+    // A probed stroke has only found the surface: it is asked for once more.
+    for (int attempt = 0; attempt < 2; ++attempt) {
+      const std::uint32_t status = move.kind == MoveKind::Plunge
+                                       ? device_.LowerCutter()
+                                       : device_.EngraveTo(move.xSteps, move.ySteps);
+      switch (status) {
+        case k7::kStatusSent:
+          cutterDown_ = true;
+          Arrived(move);
+          return JobEnd::Done;
+        case k7::kStatusProbed:
+          cutterDown_ = false;
+          continue;
+        case k7::kStatusRefused:
+          return JobEnd::TableViolation;
+        default:
+          return NothingMoved(move);
+      }
+    }
+    return JobEnd::NotProbed;
+  }
+
+  // The driver stands still at the first point and has taken back its manual mode. The cutter can
+  // be set by hand only between jobs; the job that follows goes on from there.
+  JobEnd SetManualCutter() {
+    device_.EndJob();
+    jobOpen_ = false;
+    if (!observer_.OnManualCutter()) return JobEnd::Stopped;
+    jobOpen_ = device_.BeginJob();
+    return jobOpen_ ? JobEnd::Done : JobEnd::Refused;
+  }
+
+  JobEnd NothingMoved(const Move& move) {
+    if (device_.IsConnected() == 0) return JobEnd::Disconnected;
+    progress_.Skipped(move.endsStroke);
+    return JobEnd::Done;
+  }
+
+  void Arrived(const Move& move, bool certain = true) {
+    x_ = move.xSteps;
+    y_ = move.ySteps;
+    if (certain) {
+      progress_.Sent(move.endsStroke);
+    } else {
+      progress_.SentPerhaps(move.endsStroke);
+    }
+  }
+
+  // The driver lifts only on the way to another point.
+  void LiftCutter(bool park) {
+    if (!jobOpen_ || !(park || cutterDown_)) return;
+    const bool atHome = x_ == 0 && y_ == 0;
+    if (park && !atHome) {
+      device_.MoveTo(0, 0);
+    } else if (cutterDown_) {
+      device_.MoveTo(x_ > 0 ? x_ - 1 : 1, y_);
+    }
+    cutterDown_ = false;
+  }
+
+  // False when the user asked to stop meanwhile.
+  bool WaitForRoom() {
+    while (!observer_.StopRequested()) {
+      if (progress_.Waiting() < kLinesAhead) return true;
+      observer_.WaitForProgress();
+      observer_.OnProgress(progress_.View());
+    }
+    return false;
+  }
+
+  bool Drain() {
+    while (!observer_.StopRequested()) {
+      if (progress_.Outstanding() == 0) return true;
+      observer_.WaitForProgress();
+      observer_.OnProgress(progress_.View());
+    }
+    return false;
+  }
+
+  k7::IEngraver& device_;
+  const JobPlan& plan_;
+  const JobOptions& options_;
+  JobObserver& observer_;
+  JobProgress progress_;
+  bool jobOpen_ = true;
+  bool cutterDown_ = false;
+  std::uint32_t x_ = 0;  // where the last line sent leads, host steps
+  std::uint32_t y_ = 0;
+};
+
+}  // namespace
+
+JobResult RunJob(k7::IEngraver& device, const JobPlan& plan, const JobOptions& options,
+                 const MoveCounters& counters, JobObserver& observer) {
+  return Runner(device, plan, options, counters, observer).Run();
+}
+
+std::string JobEndText(JobEnd end) {
+  switch (end) {
+    case JobEnd::Done:
+      return "";
+    case JobEnd::Stopped:
+      return "stopped by the user";
+    case JobEnd::Refused:
+      return "the machine refused to begin the job: its proximity switch is closed";
+    case JobEnd::TableViolation:
+      return "stopped: the stroke would cut into the table";
+    case JobEnd::NotProbed:
+      return "stopped: the surface was probed but the stroke was not made";
+    case JobEnd::Disconnected:
+      return "stopped: the controller is no longer connected";
+  }
+  return "";
+}
+
+}  // namespace k7host

@@ -1,0 +1,64 @@
+// Carries a job plan out on a device: the order of the operations and what each status means.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/job_plan.h"
+#include "core/progress.h"
+#include "k7/driver.h"
+
+namespace k7host {
+
+// Lines sent that have not begun at which the host waits itself, so that it stays able to answer
+// the user; the driver would wait at the same number.
+inline constexpr std::uint32_t kLinesAhead = 32;
+
+enum class JobEnd {
+  Done,
+  Stopped,         // the user asked for it
+  Refused,         // BeginJob: the proximity switch is closed
+  TableViolation,  // a stroke would have cut into the table
+  NotProbed,       // a stroke was answered "probed" twice
+  Disconnected,    // the device says that it has no controller
+};
+
+struct JobOptions {
+  std::uint32_t firstPass = 1;
+  std::uint32_t passes = 1;
+  std::uint32_t runKind = k7::kRunEngraving;
+  bool spindle = false;             // on at the engraving speed before the first move
+  std::uint32_t estimateSeconds = 0;  // for all passes
+};
+
+// What the runner asks of the program around it. [host]
+class JobObserver {
+ public:
+  virtual bool StopRequested() = 0;
+  // Returns after the next progress message or a short time, having served the thread's messages.
+  virtual void WaitForProgress() = 0;
+  virtual void OnPass(const std::string& status) = 0;
+  virtual void OnProgress(const ProgressView& view) = 0;
+  // The device waits with a manual cutter at the first point, outside a job; true: go on.
+  virtual bool OnManualCutter() = 0;
+
+ protected:
+  ~JobObserver() = default;
+};
+
+struct JobResult {
+  JobEnd end = JobEnd::Done;
+  ProgressView progress;
+};
+
+// Runs the job from BeginJob to EndJob. However it ends, once begun: the cutter is lifted, the job
+// is ended and the spindle is off. A job that is done parks the cutter over the table home; one
+// that ends early lifts it where it is, one step aside. `counters` must be fed by the device's
+// callback. The plan must hold at least one move. [host]
+JobResult RunJob(k7::IEngraver& device, const JobPlan& plan, const JobOptions& options,
+                 const MoveCounters& counters, JobObserver& observer);
+
+// One line for people; empty for Done. [any]
+std::string JobEndText(JobEnd end);
+
+}  // namespace k7host
