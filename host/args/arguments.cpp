@@ -43,7 +43,8 @@ void AddFile(CLI::App* sub, Arguments& out) {
 void AddEngrave(CLI::App& app, Arguments& out) {
   CLI::App* sub = Add(
       app, out, Command::Engrave, "engrave", "Engrave a plotter file",
-      "The file may hold IN, SP, PU, PD, PA and PR; (0, 0) is the table home. A pen that goes down\n"
+      "The file may hold IN, SP, PU, PD, PA and PR; (0, 0) is the table home. A pen that goes "
+      "down\n"
       "and up without moving is a dot. A file with an error, and a drawing that does not fit the\n"
       "table, moves nothing. Ctrl-C lifts the cutter and ends the job; a second Ctrl-C ends the\n"
       "program at once and leaves the machine to itself.\n"
@@ -82,14 +83,12 @@ void AddJog(CLI::App& app, Arguments& out) {
       "--key is held, at least one step, and ends.\n"
       "Prints: position: X Y (inches from the table home), z: STEPS (machine steps)");
   sub->add_option_function<std::string>(
-         "--direction",
-         [&out](const std::string& name) { out.direction = Directions().at(name); },
+         "--direction", [&out](const std::string& name) { out.direction = Directions().at(name); },
          "x+, x-, y+, y-, up or down")
       ->type_name("DIR")
       ->check(CLI::Validator(
           [](const std::string& name) {
-            return Directions().count(name) != 0 ? std::string()
-                                                 : "'" + name + "' is no direction";
+            return Directions().count(name) != 0 ? std::string() : "'" + name + "' is no direction";
           },
           ""));
   sub->add_option("--key", out.key, "Virtual key number that keeps the jog going; 0: one step")

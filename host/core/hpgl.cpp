@@ -8,11 +8,21 @@
 namespace k7host {
 namespace {
 
-bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
-bool StartsNumber(char c) { return IsDigit(c) || c == '+' || c == '-' || c == '.'; }
-char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+bool IsLetter(char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+bool StartsNumber(char c) {
+  return IsDigit(c) || c == '+' || c == '-' || c == '.';
+}
+char Upper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
 
 // Fractions are read to nine digits.
 constexpr double kFinestFraction = 1e9;
@@ -210,11 +220,13 @@ class Reader {
 
 }  // namespace
 
-HpglDrawing ReadHpgl(std::string_view text) { return Reader(text).Read(); }
+HpglDrawing ReadHpgl(std::string_view text) {
+  return Reader(text).Read();
+}
 
 std::string HpglErrorText(std::string_view file, const HpglError& error) {
-  return std::string(file) + ":" + std::to_string(error.line) + ":" +
-         std::to_string(error.column) + ": " + error.message;
+  return std::string(file) + ":" + std::to_string(error.line) + ":" + std::to_string(error.column) +
+         ": " + error.message;
 }
 
 }  // namespace k7host

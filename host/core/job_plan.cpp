@@ -23,7 +23,9 @@ StepPoint Scale(const PlotterPoint& point, const Table& table) {
           StepsFromPlotterUnits(point.y, table.yStepsPerInch)};
 }
 
-bool Usable(double stepsPerInch) { return std::isfinite(stepsPerInch) && stepsPerInch > 0.0; }
+bool Usable(double stepsPerInch) {
+  return std::isfinite(stepsPerInch) && stepsPerInch > 0.0;
+}
 
 Extent Measure(const std::vector<Stroke>& strokes, const Table& table) {
   Extent extent{Scale(strokes[0].points[0], table), Scale(strokes[0].points[0], table)};

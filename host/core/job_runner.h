@@ -27,7 +27,7 @@ struct JobOptions {
   std::uint32_t firstPass = 1;
   std::uint32_t passes = 1;
   std::uint32_t runKind = k7::kRunEngraving;
-  bool spindle = false;             // on at the engraving speed before the first move
+  bool spindle = false;               // on at the engraving speed before the first move
   std::uint32_t estimateSeconds = 0;  // for all passes
 };
 

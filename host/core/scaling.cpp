@@ -33,7 +33,9 @@ std::int64_t StepsFromInches(double inches, double stepsPerInch) {
   return Whole(std::floor(inches * stepsPerInch + 0.5));
 }
 
-std::string InchesText(double inches) { return InchesFromThousandths(Whole(std::round(inches * 1000.0))); }
+std::string InchesText(double inches) {
+  return InchesFromThousandths(Whole(std::round(inches * 1000.0)));
+}
 
 std::string InchesFromSteps(std::int64_t steps, double stepsPerInch) {
   if (stepsPerInch == 0.0) return InchesFromThousandths(0);

@@ -41,7 +41,9 @@ void AppendWide(std::wstring& out, std::uint32_t c) {
   out.push_back(static_cast<wchar_t>(c));
 }
 
-bool IsSurrogate(std::uint32_t c) { return c >= 0xD800 && c <= 0xDFFF; }
+bool IsSurrogate(std::uint32_t c) {
+  return c >= 0xD800 && c <= 0xDFFF;
+}
 
 }  // namespace
 
@@ -67,8 +69,11 @@ std::wstring WideText(std::string_view text) {
   std::wstring out;
   for (std::size_t i = 0; i < text.size();) {
     const auto lead = static_cast<std::uint8_t>(text[i]);
-    const std::size_t length = lead < 0x80 ? 1 : lead >> 5 == 6 ? 2 : lead >> 4 == 14 ? 3
-                             : lead >> 3 == 30 ? 4 : 0;
+    const std::size_t length = lead < 0x80       ? 1
+                               : lead >> 5 == 6  ? 2
+                               : lead >> 4 == 14 ? 3
+                               : lead >> 3 == 30 ? 4
+                                                 : 0;
     constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
     std::uint32_t c = length == 1 ? lead : lead & (0x7Fu >> length);
     bool whole = length != 0 && i + length <= text.size();

@@ -51,7 +51,9 @@ TEST(JobPlan, APenDownWithoutAMoveIsADot) {
   EXPECT_EQ(result.plan.strokes, 1u);
 }
 
-TEST(JobPlan, ADotAtTheTableHomeIsReached) { EXPECT_EQ(Planned(Plan("PD").plan), "T0,0 P0,0|"); }
+TEST(JobPlan, ADotAtTheTableHomeIsReached) {
+  EXPECT_EQ(Planned(Plan("PD").plan), "T0,0 P0,0|");
+}
 
 TEST(JobPlan, PointsOnTheSameStepAreOnePoint) {
   const Table coarse{101.6, 101.6, 203, 102};  // ten units a step
@@ -98,8 +100,8 @@ TEST(JobPlan, ADrawingThatDoesNotFitIsRefusedWhole) {
   };
   for (const auto& c : kCases) {
     const PlanResult result = Plan(c.file);
-    EXPECT_EQ(result.error, "the drawing does not fit the table: it spans " +
-                                std::string(c.want) + " inches, the table is 2.000 x 1.000");
+    EXPECT_EQ(result.error, "the drawing does not fit the table: it spans " + std::string(c.want) +
+                                " inches, the table is 2.000 x 1.000");
     EXPECT_TRUE(result.plan.moves.empty());
   }
 }

@@ -16,7 +16,9 @@ TEST(ProgressText, ShowsBarStrokesQueueAndTimeLeft) {
             "[###################.]  99%  strokes 1/3  queue 32  left 1:00:00");
 }
 
-TEST(ProgressText, AJobWithoutMovesIsDone) { EXPECT_EQ(ProgressPercent({}), 100u); }
+TEST(ProgressText, AJobWithoutMovesIsDone) {
+  EXPECT_EQ(ProgressPercent({}), 100u);
+}
 
 TEST(JobProgress, CountsWhatTheDriverReports) {
   MoveCounters counters;

@@ -1,0 +1,294 @@
+#include "core/job_runner.h"
+
+#include <gtest/gtest.h>
+
+#include "recording_engraver.h"
+
+namespace k7host {
+namespace {
+
+constexpr std::uint32_t kQueued = 1;
+constexpr std::uint32_t kStarted = 2;
+constexpr std::uint32_t kFinished = 3;
+
+// A device, its counters and an observer that stops, or releases held reports, on demand.
+struct Fixture : JobObserver {
+  k7test::RecordingEngraver device;
+  MoveCounters counters;
+  JobOptions options;
+  std::vector<std::string> passes;
+  ProgressView last;
+  int waits = 0;
+  int stopAfterViews = -1;  // progress views until StopRequested
+  int views = 0;
+  bool manualAnswer = true;
+
+  Fixture() {
+    device.SetNotifyCallback(&Notify, reinterpret_cast<std::uint64_t>(&counters), kQueued, kStarted,
+                             kFinished);
+  }
+
+  static void Notify(std::uint32_t message, std::uint64_t context) {
+    auto& to = *reinterpret_cast<MoveCounters*>(context);
+    ++(message == kQueued ? to.queued : message == kStarted ? to.started : to.finished);
+  }
+
+  bool StopRequested() override { return stopAfterViews >= 0 && views >= stopAfterViews; }
+  void WaitForProgress() override {
+    ++waits;
+    // The machine carries one more move out.
+    if (counters.started < counters.queued) ++counters.started;
+    if (counters.finished < counters.started) ++counters.finished;
+  }
+  void OnPass(const std::string& status) override { passes.push_back(status); }
+  void OnProgress(const ProgressView& view) override {
+    ++views;
+    last = view;
+  }
+  bool OnManualCutter() override {
+    device.Record("ManualCutter");
+    return manualAnswer;
+  }
+
+  JobResult Run(std::string_view file) {
+    const Table table{1016.0, 1016.0, 10000, 10000};
+    const PlanResult plan = BuildPlan(ReadHpgl(file).strokes, table);
+    EXPECT_EQ(plan.error, "");
+    return RunJob(device, plan.plan, options, counters, *this);
+  }
+};
+
+TEST(JobRunner, RunsStrokesBetweenBeginAndEndAndParksOverTheTableHome) {
+  Fixture f;
+  const JobResult result = f.Run("PU10,20;PD30,40,50,60;PU70,80;PD70,90");
+  EXPECT_EQ(result.end, JobEnd::Done);
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) "
+            "EngraveTo(50,60) MoveTo(70,80) EngraveTo(70,90) MoveTo(0,0) EndJob SetGridMode(0)");
+  EXPECT_EQ(result.progress.strokesDone, 2u);
+  EXPECT_EQ(result.progress.movesDone, 5u);
+  EXPECT_EQ(f.passes, std::vector<std::string>{"Pass 1 of 1 - 0.063"});
+}
+
+TEST(JobRunner, EachPassStartsAtTheFirstPoint) {
+  Fixture f;
+  f.options.passes = 2;
+  f.device.passCount = 2;
+  const JobResult result = f.Run("PU10,20;PD30,40;PU50,60;PD");
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) "
+            "MoveTo(50,60) LowerCutter StartPass(2,10,20) MoveTo(10,20) EngraveTo(30,40) "
+            "MoveTo(50,60) LowerCutter MoveTo(0,0) EndJob SetGridMode(0)");
+  EXPECT_EQ(f.passes, (std::vector<std::string>{"Pass 1 of 2 - 0.063", "Pass 2 of 2 - 0.063"}));
+  EXPECT_EQ(result.progress.strokesDone, 4u);
+  EXPECT_EQ(result.progress.strokesTotal, 4u);
+}
+
+TEST(JobRunner, AClosedContourIsCutAgainWithoutALift) {
+  Fixture f;
+  f.options.passes = 2;
+  const JobResult result = f.Run("PU10,10;PD20,10,20,20,10,10");
+  EXPECT_EQ(result.end, JobEnd::Done);  // the second travel moves nothing: status 0
+  EXPECT_EQ(result.progress.movesDone, 8u);
+  EXPECT_EQ(result.progress.outstanding, 0u);
+}
+
+TEST(JobRunner, SetsTheKindOfRunForTheJobOnly) {
+  Fixture f;
+  f.options.runKind = k7::kRunGrid;
+  f.Run("PD5,5");
+  EXPECT_EQ(f.device.log.front(), "SetGridMode(1)");
+  EXPECT_EQ(f.device.log.back(), "SetGridMode(0)");
+}
+
+TEST(JobRunner, ABeadInsertRunTravelsWithTheBeadTool) {
+  Fixture f;
+  f.options.runKind = k7::kRunBrailleBeadInsert;
+  f.Run("PU5,5;PD;PU9,5;PD");
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(3) BeginJob StartPass(1,5,5) MoveBeadToolTo(5,5) LowerCutter "
+            "MoveBeadToolTo(9,5) LowerCutter MoveTo(0,0) EndJob SetGridMode(0)");
+}
+
+TEST(JobRunner, TheSpindleStopsOnlyAfterTheLastMove) {
+  Fixture f;
+  f.device.hasSpindle = true;
+  f.options.spindle = true;
+  f.Run("PD5,5");
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob SetSpindle(1) StartPass(1,0,0) MoveTo(0,0) EngraveTo(5,5) "
+            "MoveTo(0,0) EndJob SetSpindle(0) SetGridMode(0)");
+}
+
+TEST(JobRunner, ARefusedBeginSendsNothing) {
+  Fixture f;
+  f.device.beginAnswers = {false};
+  EXPECT_EQ(f.Run("PD5,5").end, JobEnd::Refused);
+  EXPECT_EQ(f.device.Log(), "SetGridMode(0) BeginJob SetGridMode(0)");
+}
+
+TEST(JobRunner, AnArmedFirstTravelGoesOn) {
+  Fixture f;
+  f.device.moveAnswers = {k7::kStatusArmed};
+  const JobResult result = f.Run("PU10,20;PD30,40");
+  EXPECT_EQ(result.end, JobEnd::Done);
+  EXPECT_EQ(result.progress.movesDone, 2u);
+  EXPECT_EQ(result.progress.outstanding, 0u);
+}
+
+TEST(JobRunner, AProbedStrokeIsIssuedAgain) {
+  Fixture f;
+  f.device.moveAnswers = {k7::kStatusArmed};
+  f.device.engraveAnswers = {k7::kStatusProbed};
+  const JobResult result = f.Run("PU10,20;PD30,40");
+  EXPECT_EQ(result.end, JobEnd::Done);
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) "
+            "EngraveTo(30,40) MoveTo(0,0) EndJob SetGridMode(0)");
+}
+
+TEST(JobRunner, AProbedDotIsIssuedAgain) {
+  Fixture f;
+  f.device.lowerAnswers = {k7::kStatusProbed};
+  EXPECT_EQ(f.Run("PU10,20;PD").end, JobEnd::Done);
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) LowerCutter LowerCutter "
+            "MoveTo(0,0) EndJob SetGridMode(0)");
+}
+
+TEST(JobRunner, AStrokeProbedTwiceEndsTheJob) {
+  Fixture f;
+  f.device.engraveAnswers = {k7::kStatusProbed, k7::kStatusProbed};
+  EXPECT_EQ(f.Run("PU10,20;PD30,40").end, JobEnd::NotProbed);
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) "
+            "EngraveTo(30,40) EndJob SetGridMode(0)");
+}
+
+TEST(JobRunner, AManualCutterIsSetBetweenTwoJobs) {
+  Fixture f;
+  f.device.moveAnswers = {k7::kStatusOneShot};
+  const JobResult result = f.Run("PU10,20;PD30,40");
+  EXPECT_EQ(result.end, JobEnd::Done);
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EndJob ManualCutter "
+            "BeginJob EngraveTo(30,40) MoveTo(0,0) EndJob SetGridMode(0)");
+  EXPECT_EQ(result.progress.movesDone, 2u);
+}
+
+TEST(JobRunner, GivingUpAtTheManualCutterLeavesNoJobOpen) {
+  Fixture f;
+  f.manualAnswer = false;
+  f.device.moveAnswers = {k7::kStatusOneShot};
+  EXPECT_EQ(f.Run("PU10,20;PD30,40").end, JobEnd::Stopped);
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EndJob ManualCutter "
+            "SetGridMode(0)");
+}
+
+TEST(JobRunner, ARefusalAfterTheManualCutterLeavesNoJobOpen) {
+  Fixture f;
+  f.device.beginAnswers = {true, false};
+  f.device.moveAnswers = {k7::kStatusOneShot};
+  EXPECT_EQ(f.Run("PU10,20;PD30,40").end, JobEnd::Refused);
+  EXPECT_EQ(f.device.log[f.device.log.size() - 2], "BeginJob");
+}
+
+TEST(JobRunner, AStrokeIntoTheTableEndsTheJob) {
+  Fixture f;
+  f.device.engraveAnswers = {k7::kStatusRefused};
+  EXPECT_EQ(f.Run("PU10,20;PD30,40,50,60").end, JobEnd::TableViolation);
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) EndJob "
+            "SetGridMode(0)");
+}
+
+TEST(JobRunner, ADeeperPassIntoTheTableLiftsTheCutterFirst) {
+  Fixture f;
+  f.device.engraveAnswers = {k7::kStatusSent, k7::kStatusRefused};
+  EXPECT_EQ(f.Run("PU10,20;PD30,40,50,60").end, JobEnd::TableViolation);
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) "
+            "EngraveTo(50,60) MoveTo(29,40) EndJob SetGridMode(0)");
+}
+
+TEST(JobRunner, ALostControllerEndsTheJob) {
+  Fixture f;
+  f.device.connected = false;
+  f.device.moveAnswers = {k7::kStatusNothing};
+  EXPECT_EQ(f.Run("PU10,20;PD30,40").end, JobEnd::Disconnected);
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EndJob SetGridMode(0)");
+}
+
+TEST(JobRunner, StoppingWithTheCutterDownLiftsItOneStepAside) {
+  Fixture f;
+  f.stopAfterViews = 2;  // after the travel and the first cut
+  const JobResult result = f.Run("PU10,20;PD30,40,50,60");
+  EXPECT_EQ(result.end, JobEnd::Stopped);
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) "
+            "MoveTo(29,40) EndJob SetGridMode(0)");
+  EXPECT_EQ(result.progress.movesDone, 2u);
+}
+
+TEST(JobRunner, StoppingAtTheLeftEdgeLiftsToTheRight) {
+  Fixture f;
+  f.stopAfterViews = 2;
+  f.Run("PU5,0;PD0,7,50,60");
+  EXPECT_EQ(f.device.log[f.device.log.size() - 3], "MoveTo(1,7)");
+}
+
+TEST(JobRunner, StoppingWithTheCutterUpMovesNothing) {
+  Fixture f;
+  f.stopAfterViews = 1;
+  EXPECT_EQ(f.Run("PU10,20;PD30,40").end, JobEnd::Stopped);
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EndJob SetGridMode(0)");
+}
+
+TEST(JobRunner, AJobThatEndsOverTheTableHomeIsLiftedThereToo) {
+  Fixture f;
+  f.Run("PU9,9;PD0,0");
+  EXPECT_EQ(f.device.log[f.device.log.size() - 3], "MoveTo(1,0)");
+}
+
+TEST(JobRunner, WaitsItselfWhileThirtyTwoLinesHaveNotBegun) {
+  Fixture f;
+  f.device.holdReports = true;
+  std::string file = "PU0,10;PD";
+  for (int i = 1; i <= 40; ++i) file += std::to_string(i) + ",10" + (i < 40 ? "," : "");
+  const JobResult result = f.Run(file);
+  EXPECT_EQ(result.end, JobEnd::Done);
+  EXPECT_EQ(result.progress.movesDone, 41u);
+  EXPECT_EQ(f.waits, 41);  // nine for room, the rest for the end
+}
+
+TEST(JobRunner, StopsWhileItWaits) {
+  Fixture f;
+  f.device.holdReports = true;
+  f.stopAfterViews = 34;  // 32 sent; the second wait
+  std::string file = "PU0,10;PD";
+  for (int i = 1; i <= 40; ++i) file += std::to_string(i) + ",10" + (i < 40 ? "," : "");
+  EXPECT_EQ(f.Run(file).end, JobEnd::Stopped);
+  EXPECT_EQ(f.device.log[f.device.log.size() - 2], "EndJob");
+}
+
+TEST(JobRunner, APneumaticHeadIsNotWaitedForByTheHost) {
+  Fixture f;
+  f.device.airZ = true;
+  f.device.holdReports = true;
+  EXPECT_EQ(f.Run("PU10,20;PD30,40").end, JobEnd::Done);
+  EXPECT_EQ(f.waits, 0);
+}
+
+TEST(JobRunner, EveryUnhappyEndHasAText) {
+  EXPECT_EQ(JobEndText(JobEnd::Done), "");
+  for (const JobEnd end : {JobEnd::Stopped, JobEnd::Refused, JobEnd::TableViolation,
+                           JobEnd::NotProbed, JobEnd::Disconnected}) {
+    EXPECT_NE(JobEndText(end), "");
+  }
+}
+
+}  // namespace
+}  // namespace k7host
