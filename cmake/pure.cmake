@@ -11,6 +11,7 @@ set(K7_PURE
     motion/units
     settings/profile_name
     settings/settings_keys
+    settings/settings_values
     ui/format_decimal
     ui/typed_number
 )

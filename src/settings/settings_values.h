@@ -1,0 +1,31 @@
+// The encodings of a settings file: how its texts stand for numbers.
+#pragma once
+
+#include <cstdint>
+
+namespace k7 {
+
+// Single-precision numbers stand in the file as the decimal text of their bit pattern, taken as a
+// signed whole number: 0.125 is 1040187392. KEEP: shared with the files of installed machines.
+// [any]
+std::int32_t BitsOfFloat(float value) noexcept;
+float FloatOfBits(std::int32_t bits) noexcept;
+
+// Decimal text of a whole number, terminated.
+struct IntText {
+  wchar_t text[12];
+  const wchar_t* c_str() const noexcept { return text; }
+};
+IntText TextOfInt(std::int32_t value) noexcept;
+
+// The decimal number that `text` begins with, after blanks and a sign; 0 when it begins with none.
+// Anything after the number is passed over. Always a decimal point, whatever the locale; words for
+// infinity are no numbers. Beyond the range of a double: infinity or 0. Null gives 0. [any]
+double ParseDecimal(const wchar_t* text) noexcept;
+
+// Circumference in inches of a text: a number, or a diameter when the text holds a letter "D" or
+// "d" anywhere, which is multiplied by 3.14159 in single precision. Null or no number gives 0.
+// [any]
+float ParseCircumference(const wchar_t* text) noexcept;
+
+}  // namespace k7
