@@ -6,9 +6,11 @@ set(K7_PURE
     device/device_state
     device/polled
     device/shared_text
+    job/pass_status
     job/time_estimate
     motion/number_text
     motion/units
+    settings/load_plan/pass_table
     settings/profile_name
     settings/settings_keys
     settings/settings_values

@@ -28,27 +28,8 @@ bool IsHuge(const char* first, const char* last) {
   return *first != '0' && *first != '.';
 }
 
-}  // namespace
-
-std::int32_t BitsOfFloat(float value) noexcept {
-  return std::bit_cast<std::int32_t>(value);
-}
-
-float FloatOfBits(std::int32_t bits) noexcept {
-  return std::bit_cast<float>(bits);
-}
-
-IntText TextOfInt(std::int32_t value) noexcept {
-  char digits[12];
-  const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, value);
-  IntText result{};
-  int length = 0;
-  for (const char* c = digits; c != end.ptr; ++c) result.text[length++] = static_cast<wchar_t>(*c);
-  return result;
-}
-
-double ParseDecimal(const wchar_t* text) noexcept {
-  if (text == nullptr) return 0.0;
+// The number that the text begins with; 0 when it begins with none.
+double LeadingNumber(const wchar_t* text) {
   while (IsBlank(*text)) ++text;
   bool negative = false;
   if (*text == L'+' || *text == L'-') negative = *text++ == L'-';
@@ -71,9 +52,28 @@ double ParseDecimal(const wchar_t* text) noexcept {
   return negative ? -value : value;
 }
 
+}  // namespace
+
+std::int32_t BitsOfFloat(float value) noexcept {
+  return std::bit_cast<std::int32_t>(value);
+}
+
+float FloatOfBits(std::int32_t bits) noexcept {
+  return std::bit_cast<float>(bits);
+}
+
+IntText TextOfInt(std::int32_t value) noexcept {
+  char digits[12];
+  const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, value);
+  IntText result{};
+  int length = 0;
+  for (const char* c = digits; c != end.ptr; ++c) result.text[length++] = static_cast<wchar_t>(*c);
+  return result;
+}
+
 float ParseCircumference(const wchar_t* text) noexcept {
   if (text == nullptr) return 0.0f;
-  float inches = static_cast<float>(ParseDecimal(text));
+  float inches = static_cast<float>(LeadingNumber(text));
   for (; *text != L'\0'; ++text) {
     if (*text == L'D' || *text == L'd') {
       inches *= 3.14159f;  // KEEP: the diameter's factor has always had five decimals

@@ -18,11 +18,6 @@ struct IntText {
 };
 IntText TextOfInt(std::int32_t value) noexcept;
 
-// The decimal number that `text` begins with, after blanks and a sign; 0 when it begins with none.
-// Anything after the number is passed over. Always a decimal point, whatever the locale; words for
-// infinity are no numbers. Beyond the range of a double: infinity or 0. Null gives 0. [any]
-double ParseDecimal(const wchar_t* text) noexcept;
-
 // Circumference in inches of a text: a number, or a diameter when the text holds a letter "D" or
 // "d" anywhere, which is multiplied by 3.14159 in single precision. Null or no number gives 0.
 // [any]
