@@ -1,0 +1,138 @@
+// Finding controllers on real COM ports and connecting to one.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "harness.h"
+
+namespace k7test {
+namespace {
+
+std::string IdOf(int number) {
+  std::string id = "ENDTOEND00000000";
+  id[14] = static_cast<char>('0' + number / 10);
+  id[15] = static_cast<char>('0' + number % 10);
+  return id;
+}
+
+// Without any controller the search still keeps a location, in the file of the unset identity.
+TEST(Discovery, FindsNothingOnAMachineWithoutControllers) {
+  RemoveAllSettings();
+  Slots slots;
+  EXPECT_EQ(slots.Ask("enumerate"), "0");
+  EXPECT_EQ(slots.Ask("info 0"), "|");
+  EXPECT_EQ(slots.Ask("connect ENDTOEND00000001"), "null");
+  EXPECT_EQ(slots.Quit(), 0);
+  EXPECT_EQ(ReadSettings("0000000000000000"),
+            (Settings{{"Current Location/X Axis", "0"}, {"Current Location/Y Axis", "0"}}));
+}
+
+TEST(Discovery, FindsOneControllerByItsIdentityAndName) {
+  RemoveAllSettings();
+  WriteSettings(IdOf(1), {{"Settings/FriendlyName", "The Big Table"}});
+  Controller controller(7, IdOf(1));
+  Slots slots;
+  EXPECT_EQ(slots.Ask("enumerate"), "1");
+  EXPECT_EQ(slots.Ask("info 0"), IdOf(1) + "|The Big Table");
+  EXPECT_EQ(slots.Ask("info 1"), "|");
+  EXPECT_EQ(slots.Ask("info 10"), "?|?");
+  EXPECT_EQ(slots.Ask("info -1"), "?|?");
+}
+
+TEST(Discovery, FindsSeveralInTheOrderOfTheirPorts) {
+  RemoveAllSettings();
+  Controller third(40, IdOf(3)), first(2, IdOf(1)), second(11, IdOf(2));
+  Slots slots;
+  EXPECT_EQ(slots.Ask("enumerate"), "3");
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(slots.Ask("info " + std::to_string(i)), IdOf(i + 1) + "|K7 System Controller");
+  }
+}
+
+TEST(Discovery, StopsAfterTheTenthOfElevenControllers) {
+  RemoveAllSettings();
+  std::vector<std::unique_ptr<Controller>> controllers;
+  for (int i = 1; i <= 11; ++i) {
+    controllers.push_back(std::make_unique<Controller>(i, IdOf(i)));
+  }
+  Slots slots;
+  EXPECT_EQ(slots.Ask("enumerate", 120), "10");
+  for (int i = 0; i < 10; ++i) {
+    EXPECT_EQ(slots.Ask("info " + std::to_string(i)), IdOf(i + 1) + "|K7 System Controller");
+  }
+  slots.Quit();
+  EXPECT_EQ(controllers[10]->Transcript(), "") << "the eleventh port was opened";
+}
+
+TEST(Discovery, GivesAControllerWithoutAnIdentityOne) {
+  RemoveAllSettings();
+  Controller controller(7, "");
+  Slots slots;
+  EXPECT_EQ(slots.Ask("enumerate"), "1");
+  const std::string id = slots.Ask("info 0").substr(0, 16);
+  EXPECT_THAT(id, testing::MatchesRegex("[0-9A-Z]+"));
+  EXPECT_NE(id, "0000000000000000");
+  // It is the controller's own from now on.
+  EXPECT_EQ(slots.Ask("enumerate"), "1");
+  EXPECT_EQ(slots.Ask("info 0").substr(0, 16), id);
+  slots.Quit();
+  EXPECT_THAT(controller.Transcript(),
+              testing::HasSubstr("config-set sd controller_id " + id + "\n"));
+}
+
+TEST(Discovery, PassesOverAControllerThatNeverTellsItsIdentity) {
+  RemoveAllSettings();
+  Controller controller(7, IdOf(1), {"--fault", "match=config-get,do=ignore,count=0"});
+  Slots slots;
+  EXPECT_EQ(slots.Ask("enumerate"), "0");
+  EXPECT_EQ(slots.Ask("info 0"), "|");
+  slots.Quit();
+  EXPECT_TRUE(controller.AllFaultsFired());
+}
+
+TEST(Discovery, PassesOverASilentController) {
+  RemoveAllSettings();
+  Controller silent(3, IdOf(1), {"--fault", "line=1,do=silent"});
+  Controller healthy(7, IdOf(2));
+  Slots slots;
+  EXPECT_EQ(slots.Ask("enumerate"), "1");
+  EXPECT_EQ(slots.Ask("info 0").substr(0, 16), IdOf(2));
+  slots.Quit();
+  EXPECT_TRUE(silent.AllFaultsFired());
+}
+
+TEST(Connect, SendsTheStartUpLinesByteForByte) {
+  for (int run = 0; run < 2; ++run) {
+    RemoveAllSettings();
+    Controller controller(7, IdOf(1));
+    Slots slots;
+    EXPECT_EQ(slots.Ask("connect " + IdOf(1)), "connected");
+    EXPECT_EQ(slots.Ask("connected"), "1");
+    EXPECT_EQ(slots.Ask("resolution"), "4000 4000");
+    EXPECT_EQ(slots.Ask("release"), "released");
+    EXPECT_EQ(slots.Quit(), 0);
+    ExpectGolden("connect.txt", controller.Transcript());
+    EXPECT_EQ(ReadSettings(IdOf(1)),
+              (Settings{{"Current Location/X Axis", "0"}, {"Current Location/Y Axis", "0"}}));
+  }
+}
+
+TEST(Connect, TakesTheIdentityLetterForLetter) {
+  Controller controller(7, IdOf(1));
+  Slots slots;
+  EXPECT_EQ(slots.Ask("connect endtoend00000001"), "null");
+  EXPECT_EQ(slots.Ask("connect ENDTOEND0000000"), "null");
+  EXPECT_EQ(slots.Ask("connect"), "null");
+}
+
+// The port is opened without sharing, so that a second connect does not find it.
+TEST(Connect, FailsWhileAnotherObjectHoldsTheController) {
+  Controller controller(7, IdOf(1));
+  Slots first, second;
+  EXPECT_EQ(first.Ask("connect " + IdOf(1)), "connected");
+  EXPECT_EQ(second.Ask("connect " + IdOf(1)), "null");
+  EXPECT_EQ(first.Ask("release"), "released");
+  EXPECT_EQ(second.Ask("connect " + IdOf(1)), "connected");
+}
+
+}  // namespace
+}  // namespace k7test

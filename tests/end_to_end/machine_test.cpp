@@ -1,0 +1,202 @@
+// The daily work at the machine: homing, probing, passes, jogging, ramps, and releasing in the
+// middle of all of it.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "harness.h"
+
+namespace k7test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+constexpr char kId[] = "ENDTOENDMACHINE1";
+
+// A machine with all four switches, a spindle, and three passes to full depth.
+Settings FullMachine() {
+  return {{"Axis X/Limit Switch", "1"},
+          {"Axis Y/Limit Switch", "1"},
+          {"Axis Z/Limit Switch", "1"},
+          {"Axis Z/Prox Switch", "1"},
+          {"Axis X/Table Home", "1065353216"},
+          {"Axis Y/Table Home", "1065353216"},
+          {"Axis Z/Cutter Home", "1065353216"},
+          {"Axis Z/Air Z", "0"},
+          {"Prox/Semi Auto Offset", "0"},
+          {"Engrave Settings/Engrave Type", "1"},
+          {"Engrave Settings/Cutter Mode", "3"},
+          {"Engrave Settings/Engrave Depth", "1022739087"},  // 0.03
+          {"Engrave Settings/Multi Pass", "1"},
+          {"Engrave Settings/Multi Pass Mode", "0"},
+          {"Engrave Settings/Max Pass Depth", "1008981770"},  // 0.01
+          {"Spindle/Has Spindle", "1"},
+          {"Spindle/Spindle RPM", "9000"}};
+}
+
+std::vector<std::string> Table() {
+  return {"--table-home", "1,1", "--surface", "plane:1.25", "--position", "4,3,0.2"};
+}
+
+TEST(Machine, HomesProbesEngravesThreePassesAndGoesHomeTwiceTheSame) {
+  for (int run = 0; run < 2; ++run) {
+    RemoveAllSettings();
+    WriteSettings(kId, FullMachine());
+    Controller controller(7, kId, Table());
+    Slots slots;
+    ASSERT_EQ(slots.Ask(std::string("connect ") + kId), "connected");
+    slots.Ask("window");
+    EXPECT_EQ(slots.Ask("home"), "0");
+    EXPECT_EQ(slots.Ask("passes"), "3");
+    EXPECT_EQ(slots.Ask("begin"), "1");
+    EXPECT_EQ(slots.Ask("pass 1 4000 4000"), "Pass 1 of 3 - 0.010");
+    EXPECT_EQ(slots.Ask("move 4000 4000"), "4");     // armed
+    EXPECT_EQ(slots.Ask("engrave 8000 4000"), "3");  // probed, cutter up
+    for (int pass = 1; pass <= 3; ++pass) {
+      if (pass > 1) {
+        EXPECT_THAT(slots.Ask("pass " + std::to_string(pass) + " 4000 4000"),
+                    StartsWith("Pass " + std::to_string(pass) + " of 3 - 0.0"));
+      }
+      EXPECT_EQ(slots.Ask("engrave 8000 4000"), "1");
+      EXPECT_EQ(slots.Ask("engrave 8000 8000"), "1");
+      EXPECT_EQ(slots.Ask("engrave 4000 4000"), "1");
+    }
+    EXPECT_EQ(slots.Ask("end"), "done");
+    EXPECT_EQ(slots.Ask("goto-as-job 0 0 0"), "done");
+    EXPECT_EQ(slots.Ask("release"), "released");
+    ExpectGolden("machine.txt", controller.Transcript());
+    EXPECT_EQ(controller.Number("homed"), 1);
+    EXPECT_EQ(controller.Number("spindle.on"), 0);
+    EXPECT_NEAR(controller.Number("depthInches.deepest"), 0.03, 0.0006);
+    EXPECT_NEAR(controller.Number("positionInches.x"), -1.0, 0.001);
+    EXPECT_EQ(controller.Number("errors.total"), 0) << controller.Report();
+  }
+}
+
+TEST(Machine, TellsItsSwitchesLive) {
+  RemoveAllSettings();
+  WriteSettings(kId, FullMachine());
+  Controller controller(7, kId, Table());
+  Slots slots;
+  ASSERT_EQ(slots.Ask(std::string("connect ") + kId), "connected");
+  EXPECT_EQ(slots.Ask("switches"), "0 0 0 0");
+  controller.Control("switch y 1");
+  std::string now;
+  // The answer of the query before may be the one that is taken: ask until the new state shows.
+  for (int i = 0; i < 100 && now != "0 1 0 0"; ++i) now = slots.Ask("switches");
+  EXPECT_EQ(now, "0 1 0 0");
+}
+
+TEST(Machine, AJogHeldForASecondMovesInStepsAndStops) {
+  RemoveAllSettings();
+  WriteSettings(kId, FullMachine());
+  auto table = Table();
+  table.insert(table.end(), {"--speed", "1"});
+  Controller controller(7, kId, table);
+  Slots slots;
+  ASSERT_EQ(slots.Ask(std::string("connect ") + kId), "connected");
+  slots.Ask("window");
+  EXPECT_EQ(slots.Ask("jog 2 1 1000"), "ended");  // X plus, slow
+  EXPECT_EQ(slots.Ask("release"), "released");
+  const std::string transcript = controller.Transcript();
+  EXPECT_THAT(transcript, HasSubstr("M106\nSendBlockMessagesOn\nG0 F381.000\nG0 X"));
+  EXPECT_THAT(transcript, HasSubstr("SendBlockMessagesOff\nM107\n"));
+  EXPECT_GE(controller.Number("blocks"), 2);
+  const Settings after = ReadSettings(kId);
+  EXPECT_GT(std::stoi(after.at("Current Location/X Axis")), 0);
+  EXPECT_EQ(std::stoi(after.at("Current Location/X Axis")) % 20, 0);  // steps of 0.005 inch
+  EXPECT_EQ(after.at("Current Location/Y Axis"), "0");
+  EXPECT_EQ(after.at("Current Location/Z Axis"), "0");
+}
+
+TEST(Machine, ARampRaisesTheSpindleAndKeepsTheSpeed) {
+  RemoveAllSettings();
+  Settings settings = FullMachine();
+  settings["Spindle/Ramp Time"] = "2";
+  settings["Spindle/Spindle RPM"] = "2000";
+  WriteSettings(kId, settings);
+  Controller controller(7, kId, Table());
+  Slots slots;
+  ASSERT_EQ(slots.Ask(std::string("connect ") + kId), "connected");
+  slots.Ask("window");
+  EXPECT_EQ(slots.Ask("ramp 0 10"), "refused");  // the spindle is off
+  EXPECT_EQ(slots.Ask("spindle 1"), "2000");
+  EXPECT_EQ(slots.Ask("ramp 0 60000"), "reached 13000");
+  EXPECT_EQ(slots.Ask("release"), "released");
+  EXPECT_THAT(controller.Transcript(), HasSubstr("M44 S252\n"));
+  EXPECT_EQ(ReadSettings(kId).at("Spindle/Spindle RPM"), "13000");
+}
+
+// A round fixture in place of X: asking for the location switches it off and on again.
+TEST(Machine, ARoundFixtureIsSwitchedOffAndOnAgainWithoutLosingAPosition) {
+  RemoveAllSettings();
+  Settings settings = FullMachine();
+  settings["Axis Round/Has Round Attachment"] = "1";
+  settings["Axis Round/Mode"] = "1";
+  settings["Axis Round/Circumference"] = "2D";
+  settings["Current Location/X Axis"] = "6000";
+  settings["Current Location/Y Axis"] = "5000";
+  settings["Current Location/R Axis"] = "1234";
+  WriteSettings(kId, settings);
+  Controller controller(7, kId, Table());
+  Slots slots;
+  ASSERT_EQ(slots.Ask(std::string("connect ") + kId), "connected");
+  slots.Ask("window");
+  EXPECT_THAT(slots.Ask("location-round"), StartsWith("500 250 "));
+  EXPECT_EQ(slots.Ask("release"), "released");
+  ExpectGolden("round_fixture.txt", controller.Transcript());
+  Settings expected = settings;
+  expected["Current Location/R Axis"] = "1234";
+  EXPECT_EQ(ReadSettings(kId), expected);
+}
+
+TEST(Release, InTheMiddleOfAJogStopsItAndReturns) {
+  RemoveAllSettings();
+  WriteSettings(kId, FullMachine());
+  auto table = Table();
+  table.insert(table.end(), {"--speed", "1"});
+  Controller controller(7, kId, table);
+  Slots slots;
+  ASSERT_EQ(slots.Ask(std::string("connect ") + kId), "connected");
+  slots.Ask("window");
+  EXPECT_EQ(slots.Ask("jog-start 2 1"), "started");
+  EXPECT_EQ(slots.Ask("wait-position"), "reported");
+  EXPECT_EQ(slots.Ask("release"), "released");
+  EXPECT_EQ(slots.Quit(), 0);
+  EXPECT_THAT(controller.Transcript(), HasSubstr("SendBlockMessagesOff\nM107\nM18\n"));
+}
+
+TEST(Release, InTheMiddleOfARampStopsItAndReturns) {
+  RemoveAllSettings();
+  WriteSettings(kId, FullMachine());
+  Controller controller(7, kId, Table());
+  Slots slots;
+  ASSERT_EQ(slots.Ask(std::string("connect ") + kId), "connected");
+  slots.Ask("window");
+  slots.Ask("spindle 1");
+  EXPECT_EQ(slots.Ask("ramp-start 1"), "1");
+  EXPECT_EQ(slots.Ask("release"), "released");
+  EXPECT_EQ(slots.Quit(), 0);
+}
+
+// The jog's own job never begins because the controller has fallen silent: nothing would ever end
+// that wait but the release.
+TEST(Release, InTheMiddleOfAWaitThatNeverEndsByItselfReturns) {
+  RemoveAllSettings();
+  WriteSettings(kId, FullMachine());
+  auto table = Table();
+  table.insert(table.end(), {"--fault", "match=SendBlockMessagesOn,do=ignore,count=0"});
+  Controller controller(7, kId, table);
+  Slots slots;
+  ASSERT_EQ(slots.Ask(std::string("connect ") + kId), "connected");
+  slots.Ask("window");
+  EXPECT_EQ(slots.Ask("jog-start 2 1"), "started");
+  ASSERT_TRUE(controller.WaitForTranscript("> SendBlockMessagesOn"));
+  EXPECT_EQ(slots.Ask("release"), "released");
+  EXPECT_EQ(slots.Quit(), 0);
+  EXPECT_TRUE(controller.AllFaultsFired());
+}
+
+}  // namespace
+}  // namespace k7test
