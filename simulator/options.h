@@ -1,0 +1,40 @@
+// The command line.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "simulator/picture.h"
+#include "simulator/simulator.h"
+
+namespace k7sim {
+
+struct Options {
+  SimulatorSetup setup;
+  bool pty = true;
+  std::string ptyLink;               // symbolic link to make; empty: the path is only printed
+  WireKind ptyWire = WireKind::Usb;  // what the pty behaves like
+  bool tcp = false;
+  int tcpPort = 0;  // 0: any free one
+  std::string controlPath;
+  std::string picturePath;
+  HomeCorner corner = HomeCorner::BottomLeft;
+  std::string transcriptPath;
+  TranscriptTimes transcriptTimes = TranscriptTimes::Machine;
+  std::string reportPath;
+  std::vector<std::pair<std::string, std::string>> switches;  // axis or "probe", state
+};
+
+// What the command line asks for; nothing when the program should end with `exitCode`: 0 after
+// --help, 2 after one line about what is wrong.
+std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exitCode);
+
+// "X,Y,Z" as three lengths.
+bool ParseTriple(const std::string& text, Vec3& out);
+
+// A switch by its name (x, y, z, probe) and its state (1 closed, 0 open, auto); false when either
+// is none.
+bool ForceByName(Mechanics& machine, const std::string& name, const std::string& state);
+
+}  // namespace k7sim

@@ -1,0 +1,55 @@
+// The work on the table: how deep its surface lies at each place, for the probe and the picture.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace k7sim {
+
+// Places are in inches from the table home, depths in inches of machine Z below the Z switch.
+class Surface {
+ public:
+  // Level work at `zInches`.
+  explicit Surface(double zInches = 1.75);
+
+  // What `--surface` takes:
+  //   none                     nothing lies on the table, a probe touches nothing
+  //   plane:Z                  level at Z inches
+  //   tilt:Z,DX,DY             Z at the table home, deeper by DX and DY inches for each inch
+  //   a file name              a height map: rows of numbers, first row at Y 0, columns along X,
+  //                            spread over the table and read between its points
+  // Null with a reason in `error` when the text means none of these.
+  static std::optional<Surface> Parse(std::string_view text, double widthInches,
+                                      double heightInches, std::string& error);
+
+  // Depth of the surface; nothing where there is no work.
+  std::optional<double> DepthAt(double xInches, double yInches) const;
+
+  // The work covers this rectangle, from the table home.
+  void SetExtent(double widthInches, double heightInches);
+
+  // True when every place has the same depth: a straight cut then has two depths at most.
+  bool IsLevel() const { return map_.empty() && slopeX_ == 0 && slopeY_ == 0; }
+
+  // One line that says what the work is, for the report.
+  const std::string& Description() const { return description_; }
+
+ private:
+  double MapDepthAt(double xInches, double yInches) const;
+
+  bool present_ = true;
+  double z_ = 0;
+  double slopeX_ = 0;
+  double slopeY_ = 0;
+  double width_ = 25;
+  double height_ = 16;
+  std::vector<std::vector<double>> map_;
+  std::string description_;
+};
+
+// The numbers of a list "1,2.5,-3"; nothing when the text holds anything else.
+std::optional<std::vector<double>> ParseNumbers(std::string_view text);
+
+}  // namespace k7sim
