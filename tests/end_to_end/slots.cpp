@@ -1,6 +1,8 @@
 // k7_slots.exe: runs k7driver.dll through its exports and slots alone, one command a line from
 // standard input, one answer a line to standard output. What the end-to-end tests drive.
 #include <windows.h>
+// After windows.h, whose types it needs.
+#include <psapi.h>
 
 #include <atomic>
 #include <cstdio>
@@ -282,6 +284,15 @@ const std::map<std::string, Command>& DeviceCommands() {
          DWORD count = 0;
          GetProcessHandleCount(GetCurrentProcess(), &count);
          return Text(count);
+       }},
+      // Private bytes of this process in KiB.
+      {"memory",
+       [](Driver&, const Words&) {
+         PROCESS_MEMORY_COUNTERS_EX counters{};
+         GetProcessMemoryInfo(GetCurrentProcess(),
+                              reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
+                              sizeof counters);
+         return Text(static_cast<long long>(counters.PrivateUsage / 1024));
        }},
       {"window",
        [](Driver& d, const Words& w) {

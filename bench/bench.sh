@@ -1,0 +1,20 @@
+# ./k7 bench: figures of the pure code; ./k7 bench soak: a long run through everything. Sourced by
+# ./k7.
+
+bench() {
+  case ${1:-} in
+    soak)
+      build native k7sim k7_soak
+      build windows k7driver k7_slots
+      start_display
+      start_prefix soak
+      K7_BIN_WINDOWS=$BUILD/windows/bin K7_BIN_NATIVE=$BUILD/native/bin K7_SOURCE=$ROOT \
+        "$BUILD/native/bin/k7_soak"
+      ;;
+    '')
+      build native k7_bench
+      "$BUILD/native/bin/k7_bench"
+      ;;
+    *) die "bench takes nothing or soak" ;;
+  esac
+}

@@ -1,0 +1,34 @@
+// What one line costs the driver, leaving the link aside.
+#include <benchmark/benchmark.h>
+
+#include "motion/number_text.h"
+#include "motion/units.h"
+#include "ui/format_decimal.h"
+
+namespace {
+
+void FormatOnePosition(benchmark::State& state) {
+  double value = 12.345678;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(k7::FormatFixed(value, 6));
+    value += 0.001;
+  }
+}
+BENCHMARK(FormatOnePosition);
+
+void ReadOnePositionBack(benchmark::State& state) {
+  const k7::NumberText text = k7::FormatFixed(123.456789, 6);
+  for (auto _ : state) benchmark::DoNotOptimize(k7::ParseFixed(text.c_str()));
+}
+BENCHMARK(ReadOnePositionBack);
+
+void FormatOneDialogNumber(benchmark::State& state) {
+  wchar_t text[32];
+  for (auto _ : state) {
+    k7::FormatDecimal(0.0625f, text, 32, 4);
+    benchmark::DoNotOptimize(text);
+  }
+}
+BENCHMARK(FormatOneDialogNumber);
+
+}  // namespace

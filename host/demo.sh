@@ -1,0 +1,28 @@
+# ./k7 demo: the sample plate, from the host's command line to the picture of what was cut.
+# Sourced by ./k7, which has built everything and started a display and a Wine prefix.
+
+readonly DEMO_ID=K7DEMONSTRATION1
+
+demo() {
+  local out=$BUILD/demo code=0 started=$SECONDS
+  mkdir -p "$out"
+  rm -f "$out"/*
+  # The machine's settings, as its dialogs would have left them; lengths and speeds are
+  # single-precision bit patterns: table home 1 in, 1 in; cutter home 1 in; depth 0.03 in in passes
+  # of 0.01; fast axes; all four switches; probe once a job; a spindle.
+  local settings="$WINEPREFIX/drive_c/ProgramData/Penfold Hatch/Veltrana/Controllers"
+  mkdir -p "$settings"
+  cp "$ROOT/host/demo.ini" "$settings/$DEMO_ID.ini"
+  start_simulator --id "$DEMO_ID" --speed "${K7_DEMO_SPEED:-25}" --table-home 1,1 --surface plane:1.2 \
+    --position 6,4,0.3 --picture "$out/engraving.svg" --transcript "$out/transcript.txt" \
+    --report "$out/report.json"
+  say "the controllers that the host finds"
+  wine "$BUILD/windows/bin/k7host.exe" list </dev/null || code=$?
+  say "engraving host/samples/plate.plt: home, probe, three passes"
+  wine "$BUILD/windows/bin/k7host.exe" engrave "Z:$ROOT/host/samples/plate.plt" --id "$DEMO_ID" \
+    --home </dev/null || code=$?
+  kill -TERM "$SIMULATOR_PID"; wait "$SIMULATOR_PID" || code=$?
+  [ "$code" -eq 0 ] || die "the demonstration failed, exit code $code (build/demo)"
+  rsvg-convert -w 2000 "$out/engraving.svg" -o "$out/engraving.png"
+  say "done in $((SECONDS - started)) s: build/demo/engraving.png (picture), transcript.txt, report.json"
+}
