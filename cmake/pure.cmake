@@ -8,6 +8,8 @@ set(K7_PURE
     device/shared_text
     job/pass_status
     job/time_estimate
+    motion/line_text
+    motion/move_plan
     motion/number_text
     motion/units
     settings/load_plan/pass_table
