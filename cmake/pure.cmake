@@ -10,6 +10,8 @@ set(K7_PURE
     job/time_estimate
     motion/line_text
     motion/move_plan
+    link/line_assembler
+    link/reply
     motion/number_text
     motion/units
     settings/load_plan/pass_table

@@ -188,7 +188,8 @@ struct DeviceState {
   wchar_t hostText[kNameCapacity] = L"";
   CommandTag ackRing[kAckRingSize] = {};  // [ringMutex]
 
-  // The driver's own threads on this record beside the reader. At most one of each.
+  // The driver's own threads on this record. At most one of each.
+  void* readerThread = nullptr;         // handle; made by AttachLink, closed by DetachLink
   void* jogThread = nullptr;            // handle; made by StartJog, closed by EndWorkers
   void* rampThread = nullptr;           // handle; made by StartSpindleRamp, closed by EndWorkers
   Polled<std::uint8_t> stopWorkers{0};  // 1 asks a jog or ramp to end as if its key were released

@@ -8,12 +8,15 @@
 namespace k7 {
 
 // Attaches an open serial handle or socket: makes the seven mutexes and the write queue, and starts
-// the reader thread; returns once that has announced itself or could not be started. [host]
+// the reader thread; returns once that has announced itself or could not be started. A link that is
+// still attached is detached first. [host]
 void AttachLink(DeviceState& record, LinkHandle link, std::uint32_t linkType,
                 const wchar_t* portName) noexcept;
 
-// Asks the reader to stop, waits for it (without bound), and closes what attach made. The link
-// itself stays the caller's to close. linkType becomes `linkType` at the end. [host]
+// Asks the reader to stop, waits for it (without bound), and closes what attach made; writes that
+// are still outstanding are cancelled. The link itself stays the caller's to close. linkType
+// becomes `linkType` at the end. Never on the reader thread, which it waits for: not in a
+// notification callback. [host]
 void DetachLink(DeviceState& record, std::uint32_t linkType) noexcept;
 
 // Sends the bytes of one zero-terminated line, its line feed included; null ignored. Waits up to
@@ -21,7 +24,17 @@ void DetachLink(DeviceState& record, std::uint32_t linkType) noexcept;
 // that fails stops the reader. Without a link: nothing. [any]
 void SendLine(DeviceState& record, const char* line) noexcept;
 
-// Sends "SmoothieIsConnected\n"; 1 when the last answer is at most 2000 ms old, else 0. [host]
+// Goes on with writes whose senders no longer wait for them. Cheap when there are none. [reader]
+void PumpWrites(DeviceState& record) noexcept;
+
+// Sends "SmoothieIsConnected\n"; 1 when the last answer is at most 2000 ms old, else 0. The first
+// check after an attach counts as an answer. Also 1 when the ticks cannot be locked. [host]
 std::int32_t CheckAlive(DeviceState& record) noexcept;
+
+// The rule of CheckAlive: whether an answer at `answerMs` still counts at `nowMs`. The clock wraps.
+constexpr bool IsRecentAnswer(std::uint32_t nowMs, std::uint32_t answerMs) noexcept {
+  const std::uint32_t distance = nowMs - answerMs;
+  return (distance < 0x80000000u ? distance : 0u - distance) < 2001;
+}
 
 }  // namespace k7

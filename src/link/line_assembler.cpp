@@ -1,0 +1,56 @@
+#include "link/line_assembler.h"
+
+namespace k7 {
+
+using Step = LineAssembler::Step;
+
+Step LineAssembler::Begin() noexcept {
+  bytes_[0] = '\0';
+  count_ = 0;
+  return pending_ ? Step::Wait : Step::Read;
+}
+
+Step LineAssembler::Completed(std::size_t count, bool run) noexcept {
+  return Add(count, run);
+}
+
+Step LineAssembler::Pending(bool run) noexcept {
+  pending_ = true;
+  return Check(0, run);
+}
+
+Step LineAssembler::StillPending(bool run) noexcept {
+  return Check(0, run);
+}
+
+Step LineAssembler::WaitCompleted(std::size_t count, bool run) noexcept {
+  pending_ = false;
+  return Add(count, run);
+}
+
+Step LineAssembler::Failed(bool run) noexcept {
+  pending_ = false;
+  return Check(0, run);
+}
+
+std::string_view LineAssembler::Line() const noexcept {
+  const std::string_view all{bytes_, count_};
+  return all.substr(0, all.find('\0'));
+}
+
+// KEEP: also a line feed as 256th byte is too late; the line with its terminator no longer fits.
+Step LineAssembler::Add(std::size_t count, bool run) noexcept {
+  if (count >= kLimit - count_) return Step::Fatal;
+  count_ += count;
+  bytes_[count_] = '\0';
+  return Check(count, run);
+}
+
+Step LineAssembler::Check(std::size_t transferred, bool run) const noexcept {
+  if (count_ > 0 && bytes_[count_ - 1] == '\n') return Step::Line;
+  if (!run) return Step::Line;
+  if (pending_) return Step::Wait;
+  return transferred != 0 ? Step::Read : Step::Line;
+}
+
+}  // namespace k7
