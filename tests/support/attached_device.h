@@ -13,12 +13,17 @@ namespace k7test {
 // most operations need it. Detaches at the end.
 class AttachedDevice {
  public:
-  explicit AttachedDevice(FakeController& controller, bool connected = true) {
+  explicit AttachedDevice(FakeController& controller, bool connected = true)
+      : controller_(controller) {
     k7::AttachLink(record_, controller.DriverEnd(), k7::kLinkSerial, L"fake");
     record_.connected = connected ? 1 : 0;
   }
   ~AttachedDevice() {
     k7::EndWorkers(record_);
+    // Detach would do all of this itself, half a second later.
+    record_.readerRun = 0;
+    controller_.Nudge();
+    WaitUntil([&] { return record_.readerAlive == 0; }, std::chrono::milliseconds{100});
     k7::DetachLink(record_, k7::kLinkNone);
   }
   AttachedDevice(const AttachedDevice&) = delete;
@@ -28,6 +33,7 @@ class AttachedDevice {
   k7::DeviceState* operator->() { return &record_; }
 
  private:
+  FakeController& controller_;
   k7::DeviceState record_;
 };
 

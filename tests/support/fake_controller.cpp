@@ -89,6 +89,17 @@ void FakeController::Say(const std::string& bytes) {
   CloseHandle(block.hEvent);
 }
 
+void FakeController::Nudge() {
+  OVERLAPPED block{};
+  block.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  DWORD count = 0;
+  if (!WriteFile(controller_, "\n", 1, nullptr, &block) && GetLastError() == ERROR_IO_PENDING) {
+    if (WaitForSingleObject(block.hEvent, 50) != WAIT_OBJECT_0) CancelIoEx(controller_, &block);
+    GetOverlappedResult(controller_, &block, &count, TRUE);
+  }
+  CloseHandle(block.hEvent);
+}
+
 std::vector<std::string> FakeController::Lines() const {
   const std::lock_guard lock{guard_};
   return lines_;

@@ -43,6 +43,10 @@ class FakeController {
   // Sends bytes to the driver, unasked.
   void Say(const std::string& bytes);
 
+  // Sends a bare line feed, which means nothing, so that a reader that waits for a byte wakes up.
+  // Given up after a moment when the pipe is full.
+  void Nudge();
+
   // Every line received so far, each with its "\n".
   std::vector<std::string> Lines() const;
   // All of them in one text.
