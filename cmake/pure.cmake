@@ -8,11 +8,15 @@ set(K7_PURE
     device/shared_text
     job/pass_status
     job/time_estimate
+    motion/jog_plan
     motion/line_text
+    motion/location
     motion/move_plan
     link/line_assembler
     link/reply
     motion/number_text
+    motion/round_positions
+    motion/spindle_level
     motion/units
     settings/load_plan/pass_table
     settings/profile_name

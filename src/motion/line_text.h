@@ -5,10 +5,11 @@
 
 namespace k7 {
 
-// A whole line, its line feed included.
+// A whole line, its line feed included; empty when there is nothing to send.
 struct LineText {
   char text[160] = "";
   const char* c_str() const noexcept { return text; }
+  bool empty() const noexcept { return text[0] == '\0'; }
 };
 
 // Number part of a feed line, from inches per second: millimetres per minute, 3 decimals. [any]
