@@ -13,7 +13,7 @@ struct DirectionRow {
   float sign;
 };
 
-// By jogDirection.
+// By jogDirection, a kJog number.
 constexpr DirectionRow kDirections[] = {
     {JogAxis::Y, -1.0f}, {JogAxis::Y, 1.0f},  {JogAxis::X, 1.0f},
     {JogAxis::X, -1.0f}, {JogAxis::Z, -1.0f},  // up: Z grows downwards

@@ -9,10 +9,6 @@ namespace k7 {
 
 enum class JogAxis : std::uint8_t { X, Y, Z };
 
-// jogSpeedMode.
-inline constexpr std::uint32_t kJogFast = 0;
-inline constexpr std::uint32_t kJogSlow = 1;
-
 struct JogPlan {
   bool possible = false;  // false: unknown direction, or Z of an air-Z head
   JogAxis axis = JogAxis::X;
