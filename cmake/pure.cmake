@@ -22,6 +22,9 @@ set(K7_PURE
     settings/profile_name
     settings/settings_keys
     settings/settings_values
+    ui/engrave_rules
     ui/format_decimal
+    ui/profile_path
     ui/typed_number
+    ui/validation
 )

@@ -63,6 +63,12 @@ void AddListEntry(HWND dialog, int id, const wchar_t* text) noexcept {
                       reinterpret_cast<LPARAM>(text));
 }
 
+void AddDecimalEntry(HWND dialog, int id, float value, int decimals) noexcept {
+  wchar_t number[kNumberCapacity];
+  FormatDecimal(value, number, kNumberCapacity, decimals);
+  AddListEntry(dialog, id, number);
+}
+
 int ListCount(HWND dialog, int id) noexcept {
   return static_cast<int>(SendDlgItemMessageW(dialog, id, CB_GETCOUNT, 0, 0));
 }

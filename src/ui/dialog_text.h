@@ -34,6 +34,8 @@ void ClearList(HWND dialog, int id) noexcept;
 // Appends to a drop-down list in the order of the calls although the lists are sorted by style:
 // stored selections are positions in the order of filling.
 void AddListEntry(HWND dialog, int id, const wchar_t* text) noexcept;
+// The same with a number shown by FormatDecimal.
+void AddDecimalEntry(HWND dialog, int id, float value, int decimals) noexcept;
 int ListCount(HWND dialog, int id) noexcept;
 // Position of the selection; -1 = none.
 int Selection(HWND dialog, int id) noexcept;

@@ -1,0 +1,93 @@
+// A machine with a settings file of its own and the settings dialog open on it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "device/module_state.h"
+#include "settings/load.h"
+#include "settings/settings_file.h"
+#include "settings/settings_keys.h"
+#include "support/attached_device.h"
+#include "support/controller_id.h"
+#include "support/dialog_driver.h"
+#include "support/fake_controller.h"
+#include "ui/dialog_state.h"
+#include "ui/resource_ids.h"
+#include "ui/settings_dialog.h"
+
+namespace k7 {
+
+class SettingsDialogTest : public testing::Test {
+ protected:
+  SettingsDialogTest() {
+    dialogState = {};
+    controller_.BehaveWell();
+    device_->controllerId.Set(id_.c_str());
+    device_->tableHomed = 1;
+    k7test::GiveDefaults(*device_);
+  }
+
+  DeviceState& Record() { return *device_; }
+  SettingsFile File() { return SettingsFile{*device_}; }
+  std::wstring Path() { return k7test::SettingsFileOf(id_); }
+
+  void WriteInt(const wchar_t* section, const wchar_t* key, std::int32_t value) {
+    File().WriteInt(section, key, value);
+  }
+  void WriteFloat(const wchar_t* section, const wchar_t* key, float value) {
+    File().WriteFloat(section, key, value);
+  }
+  // The text of a key; "(none)" when it is not there.
+  std::wstring Stored(const wchar_t* section, const wchar_t* key) {
+    return StoredIn(Path(), section, key);
+  }
+  static std::wstring StoredIn(const std::wstring& path, const wchar_t* section,
+                               const wchar_t* key) {
+    wchar_t text[600];
+    SettingsFile{path.c_str()}.ReadText(section, key, L"(none)", text, 600);
+    return text;
+  }
+  float StoredFloat(const wchar_t* section, const wchar_t* key) {
+    return File().ReadFloat(section, key, -12345.0f);
+  }
+
+  void FitAllSwitches() {
+    WriteInt(keys::kAxisX, keys::kLimitSwitch, 1);
+    WriteInt(keys::kAxisY, keys::kLimitSwitch, 1);
+    WriteInt(keys::kAxisZ, keys::kLimitSwitch, 1);
+    WriteInt(keys::kAxisZ, keys::kProxSwitch, 1);
+  }
+
+  // Loads the settings as a connect does and opens the dialog.
+  void Open(std::uint32_t mode = 1, std::uint32_t allowRun = 1, std::uint64_t initParam = 0,
+            std::uint32_t showGrid = 1) {
+    LoadSettings(*device_);
+    driver_.emplace([=, this] {
+      return ShowSettingsDialog(*device_, nullptr, mode, allowRun, initParam, showGrid);
+    });
+    dialog_ = driver_->WaitForDialog();
+    ASSERT_NE(dialog_, nullptr);
+  }
+  // Presses a closing button and waits for the result.
+  std::int64_t CloseBy(int button) {
+    k7test::Press(dialog_, button);
+    return driver_->Result();
+  }
+
+  std::wstring Text(int id) { return k7test::TextOf(dialog_, id); }
+  void Type(int id, const std::wstring& text) { k7test::TypeText(dialog_, id, text); }
+  bool Shown(int id) { return k7test::IsShown(dialog_, id); }
+  bool Enabled(int id) { return k7test::IsEnabled(dialog_, id); }
+  bool Checked(int id) { return k7test::IsBoxChecked(dialog_, id); }
+
+  std::wstring id_ = k7test::FreshControllerId();
+  k7test::FakeController controller_;
+  k7test::AttachedDevice device_{controller_};
+  std::optional<k7test::DialogDriver> driver_;  // ends before the device does
+  HWND dialog_ = nullptr;
+};
+
+}  // namespace k7
