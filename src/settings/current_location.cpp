@@ -1,8 +1,26 @@
 #include "settings/current_location.h"
 
+#include "device/module_state.h"
+#include "settings/settings_file.h"
+#include "settings/settings_keys.h"
+
 namespace k7 {
 
-void SavePosition(const DeviceState&) noexcept {}
-void WriteCurrentLocation(const DeviceState&) noexcept {}
+void SavePosition(const DeviceState& record) noexcept {
+  const std::uint32_t mode = hasRoundAttachment != 0 ? record.roundAxisMode : kRoundOff;
+  if (mode > kRoundReplacesY) return;
+  const SettingsFile file{record};
+  // The linear axis that a fixture has replaced keeps the position with which it was left.
+  file.WriteInt(keys::kCurrentLocation, mode == kRoundReplacesX ? keys::kRAxis : keys::kXAxis,
+                record.lastX);
+  file.WriteInt(keys::kCurrentLocation, mode == kRoundReplacesY ? keys::kRAxis : keys::kYAxis,
+                record.lastY);
+}
+
+void WriteCurrentLocation(const DeviceState& record) noexcept {
+  const SettingsFile file{record};
+  file.WriteInt(keys::kCurrentLocation, keys::kXAxis, record.lastX);
+  file.WriteInt(keys::kCurrentLocation, keys::kYAxis, record.lastY);
+}
 
 }  // namespace k7

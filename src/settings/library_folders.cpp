@@ -1,12 +1,36 @@
 #include "settings/library_folders.h"
 
+#include "device/bounded_copy.h"
+#include "device/identity.h"
+#include "settings/settings_paths.h"
+
 namespace k7 {
 
-std::uint32_t GetMaterialLibraryFolder(DeviceState&, wchar_t*, std::int32_t) noexcept {
-  return {};
+namespace {
+
+// "\Controllers\" + identity + "\" + library, created level by level.
+std::uint32_t LibraryFolder(DeviceState& record, const wchar_t* library, wchar_t* buffer,
+                            std::int32_t size) {
+  // A controller that does not answer leaves its mark in the field; the folder is named after
+  // whatever stands there, as the settings file is.
+  QueryControllerId(record, nullptr, 0);
+  SettingsPath path = ControllersFolder();
+  AppendFolder(path, record.controllerId.Get().text);
+  const std::uint32_t created = AppendFolder(path, library);
+  CopyText(buffer, size, path.text);
+  return created;
 }
-std::uint32_t GetTempHomeLibraryFolder(DeviceState&, wchar_t*, std::int32_t) noexcept {
-  return {};
+
+}  // namespace
+
+std::uint32_t GetMaterialLibraryFolder(DeviceState& record, wchar_t* buffer,
+                                       std::int32_t size) noexcept {
+  return LibraryFolder(record, L"Material Library", buffer, size);
+}
+
+std::uint32_t GetTempHomeLibraryFolder(DeviceState& record, wchar_t* buffer,
+                                       std::int32_t size) noexcept {
+  return LibraryFolder(record, L"Temp Home Library", buffer, size);
 }
 
 }  // namespace k7

@@ -1,10 +1,38 @@
 #include "settings/profile_name.h"
 
+#include <cstddef>
+
 namespace k7 {
 
-bool IsProfileFileName(const wchar_t*) noexcept {
-  return {};
+namespace {
+
+constexpr wchar_t kExtension[] = L".INI";
+constexpr std::size_t kExtensionLength = sizeof kExtension / sizeof *kExtension - 1;
+
+std::size_t Length(const wchar_t* text) {
+  std::size_t length = 0;
+  while (text[length] != L'\0') ++length;
+  return length;
 }
-void CutProfileExtension(wchar_t*) noexcept {}
+
+}  // namespace
+
+bool IsProfileFileName(const wchar_t* fileName) noexcept {
+  if (fileName == nullptr) return false;
+  const std::size_t length = Length(fileName);
+  if (length <= kExtensionLength) return false;
+  const wchar_t* end = fileName + length - kExtensionLength;
+  for (std::size_t i = 0; i < kExtensionLength; ++i) {
+    const wchar_t c = end[i];
+    const wchar_t upper = c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - L'a' + L'A') : c;
+    if (upper != kExtension[i]) return false;
+  }
+  return true;
+}
+
+void CutProfileExtension(wchar_t* fileName) noexcept {
+  if (!IsProfileFileName(fileName)) return;
+  fileName[Length(fileName) - kExtensionLength] = L'\0';
+}
 
 }  // namespace k7

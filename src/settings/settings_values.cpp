@@ -1,6 +1,5 @@
 #include "settings/settings_values.h"
 
-#include <bit>
 #include <charconv>
 #include <limits>
 #include <system_error>
@@ -53,14 +52,6 @@ double LeadingNumber(const wchar_t* text) {
 }
 
 }  // namespace
-
-std::int32_t BitsOfFloat(float value) noexcept {
-  return std::bit_cast<std::int32_t>(value);
-}
-
-float FloatOfBits(std::int32_t bits) noexcept {
-  return std::bit_cast<float>(bits);
-}
 
 IntText TextOfInt(std::int32_t value) noexcept {
   char digits[12];

@@ -1,6 +1,7 @@
 // The encodings of a settings file: how its texts stand for numbers.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 
 namespace k7 {
@@ -8,8 +9,12 @@ namespace k7 {
 // Single-precision numbers stand in the file as the decimal text of their bit pattern, taken as a
 // signed whole number: 0.125 is 1040187392. KEEP: shared with the files of installed machines.
 // [any]
-std::int32_t BitsOfFloat(float value) noexcept;
-float FloatOfBits(std::int32_t bits) noexcept;
+constexpr std::int32_t BitsOfFloat(float value) noexcept {
+  return std::bit_cast<std::int32_t>(value);
+}
+constexpr float FloatOfBits(std::int32_t bits) noexcept {
+  return std::bit_cast<float>(bits);
+}
 
 // Decimal text of a whole number, terminated.
 struct IntText {
