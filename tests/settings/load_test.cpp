@@ -110,7 +110,7 @@ const KeyCase kKeyCases[] = {
     {L"Engrave Settings", L"Engrave Delay", 0, L"1069547520", 1500, K7_FIELD(engraveDelayMs)},
     {L"Engrave Settings", L"X Axis Factor", 1, L"2", 2, K7_FIELD(xAxisFactor)},
     {L"Engrave Settings", L"Y Axis Factor", 1, L"3", 3, K7_FIELD(yAxisFactor)},
-    {L"Engrave Settings", L"Engrave Type", 8000, L"1", 1, K7_FIELD(engraveType)},
+    {L"Engrave Settings", L"Engrave Type", 8000, L"2", 2, K7_FIELD(engraveType)},
     {L"Engrave Settings", L"Cutter Mode", 8000, L"3", 3, K7_FIELD(cutterMode)},
     {L"Engrave Settings", L"Engrave By Color", 0, L"1", 1, K7_FIELD(engraveByColor)},
     {L"Engrave Settings", L"Dont Lower Air Z", 0, L"2", 1, K7_FIELD(dontLowerAirZ)},
