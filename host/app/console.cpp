@@ -1,0 +1,83 @@
+// Console output and keys.
+#include "app/console.h"
+
+#include <cstdio>
+
+namespace k7host {
+namespace {
+
+bool g_over = false;          // the cursor stands behind a PrintOver line
+std::size_t g_overWidth = 0;  // its length
+
+bool OutputIsConsole() {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode) != 0;
+}
+
+void EndOver() {
+  if (!g_over) return;
+  std::fputc('\n', stdout);
+  std::fflush(stdout);
+  g_over = false;
+  g_overWidth = 0;
+}
+
+}  // namespace
+
+void InitConsole() {
+  SetConsoleOutputCP(CP_UTF8);
+}
+
+void PrintLine(const std::string& line) {
+  EndOver();
+  std::fputs((line + "\n").c_str(), stdout);
+  std::fflush(stdout);
+}
+
+void Print(const std::string& name, const std::string& value) {
+  PrintLine(name + ": " + value);
+}
+
+bool PrintOver(const std::string& line) {
+  if (!OutputIsConsole()) return false;
+  std::string text = "\r" + line;
+  if (line.size() < g_overWidth) text.append(g_overWidth - line.size(), ' ');
+  std::fputs(text.c_str(), stdout);
+  std::fflush(stdout);
+  g_over = true;
+  g_overWidth = line.size();
+  return true;
+}
+
+int FailLine(int exitCode, const std::string& line) {
+  EndOver();
+  std::fputs((line + "\n").c_str(), stderr);
+  std::fflush(stderr);
+  return exitCode;
+}
+
+int Fail(int exitCode, const std::string& message) {
+  return FailLine(exitCode, "k7host: " + message);
+}
+
+HANDLE ConsoleInput() {
+  const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+  DWORD mode = 0;
+  return GetConsoleMode(input, &mode) != 0 ? input : nullptr;
+}
+
+WORD TakeKey(bool* shift) {
+  const HANDLE input = ConsoleInput();
+  DWORD waiting = 0;
+  while (input != nullptr && GetNumberOfConsoleInputEvents(input, &waiting) && waiting > 0) {
+    INPUT_RECORD record{};
+    DWORD read = 0;
+    if (!ReadConsoleInputW(input, &record, 1, &read) || read == 0) return 0;
+    if (record.EventType != KEY_EVENT || !record.Event.KeyEvent.bKeyDown) continue;
+    if (shift != nullptr) *shift = (record.Event.KeyEvent.dwControlKeyState & SHIFT_PRESSED) != 0;
+    return record.Event.KeyEvent.wVirtualKeyCode;
+  }
+  return 0;
+}
+
+}  // namespace k7host

@@ -1,0 +1,191 @@
+// Engraving and estimating a drawing.
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "app/commands.h"
+#include "app/console.h"
+#include "app/stop_request.h"
+#include "core/hpgl.h"
+#include "core/job_plan.h"
+#include "core/job_runner.h"
+#include "core/text.h"
+
+namespace k7host {
+namespace {
+
+constexpr DWORD kWaitMs = 50;
+constexpr std::uint64_t kRefreshMs = 100;
+constexpr std::size_t kLargestFile = std::size_t{256} << 20;
+
+struct Drawing {
+  std::vector<Stroke> strokes;
+  int exitCode = kExitOk;  // anything else has been explained
+};
+
+Drawing LoadDrawing(const std::string& file) {
+  Drawing drawing;
+  std::FILE* in = _wfopen(WideText(file).c_str(), L"rb");
+  if (in == nullptr) {
+    drawing.exitCode = Fail(kExitUsage, "cannot open " + file);
+    return drawing;
+  }
+  std::string text;
+  std::vector<char> block(65536);
+  std::size_t count = 0;
+  while (text.size() <= kLargestFile &&
+         (count = std::fread(block.data(), 1, block.size(), in)) > 0) {
+    text.append(block.data(), count);
+  }
+  const bool failed = std::ferror(in) != 0 || text.size() > kLargestFile;
+  std::fclose(in);
+  if (failed) {
+    drawing.exitCode = Fail(kExitUsage, "cannot read " + file);
+    return drawing;
+  }
+  HpglDrawing read = ReadHpgl(text);
+  if (read.error) {
+    drawing.exitCode = FailLine(kExitUsage, HpglErrorText(file, *read.error));
+  }
+  drawing.strokes = std::move(read.strokes);
+  return drawing;
+}
+
+// A drawing made ready for the connected machine.
+struct Job {
+  JobPlan plan;
+  JobOptions options;
+  int exitCode = kExitOk;  // anything else has been explained
+};
+
+Job Prepare(Session& session, const Arguments& arguments, const std::vector<Stroke>& strokes) {
+  Job job;
+  const Table table = session.MachineTable();
+  PlanResult result = BuildPlan(strokes, table);
+  if (!result.error.empty()) {
+    job.exitCode = Fail(kExitUsage, arguments.file + ": " + result.error);
+    return job;
+  }
+  job.plan = std::move(result.plan);
+  const std::uint32_t passes = session.Device().GetPassCount();
+  if (arguments.passes > passes) {
+    job.exitCode = Fail(kExitUsage, "--passes " + std::to_string(arguments.passes) +
+                                        ": the engrave settings make " + std::to_string(passes) +
+                                        "; set more in the settings dialog");
+    return job;
+  }
+  const bool braille =
+      arguments.runKind == k7::kRunBrailleDrill || arguments.runKind == k7::kRunBrailleBeadInsert;
+  if (braille && job.plan.strokes != 0) {
+    job.exitCode =
+        Fail(kExitUsage, arguments.file + ": a braille run takes dots only, the drawing has " +
+                             std::to_string(job.plan.strokes) + " strokes");
+    return job;
+  }
+  if (arguments.runKind == k7::kRunBrailleBeadInsert && session.Device().HasBeadInsertTool() == 0) {
+    job.exitCode = Fail(kExitMachine, "the machine has no bead insert tool");
+    return job;
+  }
+  job.options.passes = arguments.passes != 0 ? arguments.passes : passes;
+  job.options.runKind = arguments.runKind;
+  job.options.spindle = arguments.spindle;
+  const std::vector<std::uint32_t> triples = EstimateTriples(job.plan);
+  job.options.estimateSeconds =
+      job.options.passes * session.Device().EstimateJobTime(
+                               triples.data(), static_cast<std::uint32_t>(triples.size() / 3));
+  Print("job", "strokes " + std::to_string(job.plan.strokes) + ", dots " +
+                   std::to_string(job.plan.dots) + ", cuts " + std::to_string(job.plan.cuts) +
+                   ", passes " + std::to_string(job.options.passes) + ", " +
+                   ExtentText(job.plan, table) + " inches");
+  Print("estimate", job.options.estimateSeconds == 0
+                        ? "unknown"
+                        : std::to_string(job.options.estimateSeconds) + " s (" +
+                              DurationText(job.options.estimateSeconds) + ")");
+  return job;
+}
+
+// Prints as the job goes; on a console one line over the other, else a line for each tenth.
+class ConsoleObserver : public JobObserver {
+ public:
+  explicit ConsoleObserver(Session& session) : session_(session) {}
+
+  bool StopRequested() override { return k7host::StopRequested(); }
+
+  void WaitForProgress() override { session_.Window().Wait(kWaitMs); }
+
+  void OnPass(const std::string& status) override { Print("pass", status); }
+
+  void OnProgress(const ProgressView& view) override {
+    session_.Window().Wait(0);
+    const std::uint64_t now = GetTickCount64();
+    const bool done = view.movesDone == view.movesTotal;
+    if (now - shownAt_ < kRefreshMs && !(done && !shownDone_)) return;
+    shownAt_ = now;
+    shownDone_ = done;
+    const std::string line = "progress: " + ProgressText(view);
+    if (PrintOver(line)) return;
+    const std::uint32_t tenth = ProgressPercent(view) / 10;
+    if (tenth <= shownTenth_) return;
+    shownTenth_ = tenth;
+    PrintLine(line);
+  }
+
+  bool OnManualCutter() override {
+    if (ConsoleInput() == nullptr) {
+      Print("cutter", "manual, kept as it is");
+      return true;
+    }
+    Print("cutter",
+          "manual: lower it onto the work with Page Down (Shift: slowly), then Enter; "
+          "Esc ends the job");
+    if (!JogByKeys(session_, false, false)) return false;
+    session_.Device().FindCutterHome();
+    return true;
+  }
+
+ private:
+  Session& session_;
+  std::uint64_t shownAt_ = 0;
+  bool shownDone_ = false;
+  std::uint32_t shownTenth_ = 0;
+};
+
+}  // namespace
+
+int RunEngrave(const Arguments& arguments) {
+  const Drawing drawing = LoadDrawing(arguments.file);
+  if (drawing.exitCode != kExitOk) return drawing.exitCode;
+  Session session;
+  int code = session.Open(arguments);
+  if (code != kExitOk) return code;
+  if (arguments.showSettings && ShowSettings(session, true, true) != k7::kSettingsRunJob) {
+    return Fail(kExitMachine, "the job was not released in the settings dialog");
+  }
+  const Job job = Prepare(session, arguments, drawing.strokes);
+  if (job.exitCode != kExitOk) return job.exitCode;
+  if (arguments.home) code = HomeMachine(session);
+  if (code != kExitOk) return code;
+  ConsoleObserver observer(session);
+  const std::uint64_t start = GetTickCount64();
+  const JobResult result =
+      RunJob(session.Device(), job.plan, job.options, session.Window().Counters(), observer);
+  const ProgressView& view = result.progress;
+  Print(result.end == JobEnd::Done ? "done" : "stopped",
+        "strokes " + std::to_string(view.strokesDone) + "/" + std::to_string(view.strokesTotal) +
+            ", moves " + std::to_string(view.movesDone) + "/" + std::to_string(view.movesTotal) +
+            ", passes " + std::to_string(job.options.passes) + ", elapsed " +
+            DurationText((GetTickCount64() - start + 500) / 1000));
+  if (result.end != JobEnd::Done) return Fail(kExitMachine, JobEndText(result.end));
+  return kExitOk;
+}
+
+int RunEstimate(const Arguments& arguments) {
+  const Drawing drawing = LoadDrawing(arguments.file);
+  if (drawing.exitCode != kExitOk) return drawing.exitCode;
+  Session session;
+  const int code = session.Open(arguments);
+  if (code != kExitOk) return code;
+  return Prepare(session, arguments, drawing.strokes).exitCode;
+}
+
+}  // namespace k7host

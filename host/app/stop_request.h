@@ -1,0 +1,21 @@
+// Ctrl-C, and the console's other ways to say "stop".
+#pragma once
+
+#include <windows.h>
+
+namespace k7host {
+
+// From here on the first Ctrl-C (or Ctrl-Break, or closing of the console) sets a flag instead of
+// ending the program; the second ends it at once. [host]
+void InstallStopHandler();
+
+// The user has asked to stop. [any]
+bool StopRequested();
+
+// Signalled once the user has asked to stop; for waits. [any]
+HANDLE StopEvent();
+
+// Lets a closing console go: the program has done what it had to. [host]
+void StopHandled();
+
+}  // namespace k7host
