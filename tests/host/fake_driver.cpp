@@ -94,8 +94,9 @@ class FakeDevice final : public k7test::RecordingEngraver {
   bool StartSpindleRamp(std::int32_t direction, k7::WindowHandle window, std::uint32_t message,
                         std::uint32_t key) noexcept override {
     Record("StartSpindleRamp(" + std::to_string(direction) + "," + std::to_string(key) + ")");
+    if (direction != 0) return false;
     thread_ = std::thread([=] { SendMessageW(static_cast<HWND>(window), message, 7500, 0); });
-    return direction == 0;
+    return true;
   }
   void SetSpindle(std::uint32_t command) noexcept override {
     RecordingEngraver::SetSpindle(command);
