@@ -29,7 +29,7 @@ class ReplySink {
 
 struct MachineSetup {
   TableGeometry geometry;
-  Surface surface;
+  Surface surface = Surface(1.75);
   MotionLimits limits;
   ToolKind tool = ToolKind::Spindle;
   bool homed = false;

@@ -144,13 +144,13 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
   pty->type_name("PATH");
   auto* tcp = app.add_option("--tcp", options.tcpPort,
                              "Serve this TCP port on the loopback (0: any free one)");
-  tcp->check(CLI::Range(0, 65535))->type_name("PORT");
+  tcp->check(CLI::Range(0, 65535).description(""))->type_name("PORT");
   app.add_option("--wire", raw.wire, "What the pty behaves like: usb, uart or tcp")
-      ->check(CLI::IsMember({"usb", "uart", "tcp"}))
+      ->check(CLI::IsMember({"usb", "uart", "tcp"}).description(""))
       ->capture_default_str()
       ->type_name("usb|uart|tcp");
   app.add_option("--baud", options.setup.baud, "Let the pty carry bytes at this baud rate")
-      ->check(CLI::Range(300.0, 1e9))
+      ->check(CLI::Range(300.0, 1e9).description(""))
       ->type_name("BAUD");
   app.add_option("--speed", raw.speed, "Machine seconds in a second, or max")
       ->capture_default_str()
@@ -173,7 +173,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
       ->capture_default_str()
       ->type_name("SPEC");
   app.add_option("--tool", raw.tool, "What cuts: spindle or air")
-      ->check(CLI::IsMember({"spindle", "air"}))
+      ->check(CLI::IsMember({"spindle", "air"}).description(""))
       ->capture_default_str()
       ->type_name("spindle|air");
   app.add_option("--position", raw.position, "Head at power-on, inches from the switches")
@@ -198,13 +198,13 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
   app.add_option("--picture", options.picturePath, "Draw the plate into this SVG file at the end")
       ->type_name("FILE.svg");
   app.add_option("--picture-home", raw.corner, "Corner of the table home: bottom-left, top-left")
-      ->check(CLI::IsMember({"bottom-left", "top-left"}))
+      ->check(CLI::IsMember({"bottom-left", "top-left"}).description(""))
       ->capture_default_str()
       ->type_name("CORNER");
   app.add_option("--transcript", options.transcriptPath, "Write every line in both directions")
       ->type_name("FILE");
   app.add_option("--transcript-times", raw.times, "machine, wire or off")
-      ->check(CLI::IsMember({"machine", "wire", "off"}))
+      ->check(CLI::IsMember({"machine", "wire", "off"}).description(""))
       ->capture_default_str()
       ->type_name("machine|wire|off");
   app.add_option("--report", options.reportPath, "Write what happened as JSON at the end")

@@ -113,7 +113,7 @@ void Simulator::Consume(int stream) {
         break;
       case LineReader::Event::Halt:
         transcript_.In(PortName(stream), std::string_view(&kHaltByte, 1));
-        controller_.Halt(clock_.Now());
+        controller_.Halt(machineUs_);
         break;
       case LineReader::Event::None:
         break;
@@ -131,7 +131,7 @@ void Simulator::TakeLine(int stream, const std::string& line) {
   if (ignore) {
     transcript_.Note("fault: the line above is lost");
   } else {
-    controller_.TakeLine(line, id, stream, clock_.Now());
+    controller_.TakeLine(line, id, stream, machineUs_);
   }
   CarryOutPending();
 }
@@ -174,7 +174,7 @@ void Simulator::SendUnasked(std::string_view text) {
 
 void Simulator::HaltMachine(std::string_view alarm, TimeUs wireUs) {
   SetTime(wireUs);
-  controller_.Alarm(alarm.empty() ? kDefaultAlarm : alarm, clock_.Now());
+  controller_.Alarm(alarm.empty() ? kDefaultAlarm : alarm, machineUs_);
 }
 
 void Simulator::CarryOut(const FaultEvent& event) {
@@ -192,6 +192,7 @@ void Simulator::CarryOut(const FaultEvent& event) {
       break;
     case FaultAction::Close:
       transcript_.Note("fault: the link closes");
+      for (int i = 0; i < static_cast<int>(streams_.size()); ++i) HostClosed(i);
       closeRequests_.push_back({untilUs});
       break;
     default:
@@ -211,11 +212,15 @@ void Simulator::AdvanceMachine() {
   const TimeUs now = clock_.Now();
   for (TimeUs due = controller_.NextEvent(); due <= now && due != kNever;
        due = controller_.NextEvent()) {
-    transcript_.SetTime(due, wireUs_);
-    controller_.Advance(due);
+    machineUs_ = std::max(machineUs_, due);
+    transcript_.SetTime(machineUs_, wireUs_);
+    controller_.Advance(machineUs_);
     CarryOutPending();
+    // What had been left for want of room is taken the moment there is some.
+    for (int i = 0; i < static_cast<int>(streams_.size()); ++i) Consume(i);
   }
-  transcript_.SetTime(now, wireUs_);
+  machineUs_ = std::max(machineUs_, now);
+  transcript_.SetTime(machineUs_, wireUs_);
 }
 
 void Simulator::Run(TimeUs wireUs) {

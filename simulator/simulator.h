@@ -113,6 +113,7 @@ class Simulator final : private ReplySink {
   Faults faults_;
   MachineClock clock_;
   TimeUs wireUs_ = 0;
+  TimeUs machineUs_ = 0;  // machine time that is being carried out
   std::vector<std::unique_ptr<Stream>> streams_;
   std::vector<FaultEvent> pendingEvents_;
   std::vector<CloseRequest> closeRequests_;

@@ -1,0 +1,209 @@
+// What a person can ask for: options, fault scripts, control commands.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <initializer_list>
+#include <vector>
+
+#include "simulator/control.h"
+#include "simulator/fault_script.h"
+#include "simulator/options.h"
+
+namespace k7sim {
+namespace {
+
+using testing::HasSubstr;
+
+std::optional<Options> Parse(std::initializer_list<const char*> arguments, int& exitCode,
+                             std::string* message = nullptr) {
+  std::vector<const char*> argv = {"k7sim"};
+  argv.insert(argv.end(), arguments);
+  testing::internal::CaptureStderr();
+  auto options = ParseOptions(static_cast<int>(argv.size()), argv.data(), exitCode);
+  const std::string text = testing::internal::GetCapturedStderr();
+  if (message) *message = text;
+  return options;
+}
+
+TEST(Options, HaveATableOf25By16By2Inches) {
+  int exitCode = 0;
+  const auto options = Parse({}, exitCode);
+  ASSERT_TRUE(options);
+  EXPECT_TRUE(options->pty);
+  EXPECT_FALSE(options->tcp);
+  EXPECT_EQ(options->setup.speed, 1);
+  const TableGeometry& table = options->setup.machine.geometry;
+  EXPECT_EQ(table.size, (Vec3{25, 16, 2}));
+  EXPECT_EQ(table.travel, (Vec3{25.5, 16.5, 2.25}));
+  EXPECT_EQ(options->setup.machine.surface.Description(), "plane:1.75");
+}
+
+TEST(Options, TakeEverythingFromTheCommandLine) {
+  int exitCode = 0;
+  const auto options =
+      Parse({"--pty",         "/tmp/link",      "--tcp",        "2300",     "--wire",
+             "uart",          "--baud",         "115200",       "--speed",  "50",
+             "--table",       "10,6,1",         "--table-home", "0.5,0.25", "--surface",
+             "tilt:1,0.01,0", "--position",     "1,2,0.5",      "--homed",  "--tool",
+             "air",           "--switch",       "x=1",          "--fault",  "match=G28,do=withhold",
+             "--fault",       "atMs=5,do=close"},
+            exitCode);
+  ASSERT_TRUE(options);
+  EXPECT_TRUE(options->pty);
+  EXPECT_TRUE(options->tcp);
+  EXPECT_EQ(options->tcpPort, 2300);
+  EXPECT_EQ(options->ptyWire, WireKind::Uart);
+  EXPECT_EQ(options->setup.speed, 50);
+  EXPECT_EQ(options->setup.machine.geometry.travel, (Vec3{11, 6.75, 1.25}));
+  EXPECT_EQ(options->setup.machine.tool, ToolKind::Air);
+  EXPECT_EQ(options->setup.faults.size(), 2u);
+  EXPECT_EQ(options->switches.size(), 1u);
+  EXPECT_EQ(Parse({"--speed", "max"}, exitCode)->setup.speed, 0);
+  EXPECT_FALSE(Parse({"--tcp", "0"}, exitCode)->pty);
+}
+
+TEST(Options, AnswerEachErrorInOneLineWithCodeTwo) {
+  constexpr struct {
+    const char* option;
+    const char* value;
+    const char* want;
+  } kCases[] = {
+      {"--speed", "fast", "k7sim: --speed takes a factor above 0, or max\n"},
+      {"--speed", "0", "k7sim: --speed takes a factor above 0, or max\n"},
+      {"--table", "10,6", "k7sim: --table takes three lengths in inches above 0, as 25,16,2\n"},
+      {"--table", "10,0,1", "k7sim: --table takes three lengths in inches above 0, as 25,16,2\n"},
+      {"--position", "1,2,x", "k7sim: --position takes three lengths in inches, as 1,1,0.5\n"},
+      {"--id", "two words", "k7sim: --id takes one word of up to 64 characters\n"},
+      {"--switch", "w=1", "k7sim: --switch takes x, y, z or probe, then =1, =0 or =auto: w=1\n"},
+      {"--surface", "plane:", "k7sim: surface: plane takes 1 number\n"},
+      {"--fault", "match=G28", "k7sim: fault: needs a 'do': {\"match\":\"G28\"}\n"},
+  };
+  for (const auto& c : kCases) {
+    int exitCode = 0;
+    std::string message;
+    EXPECT_FALSE(Parse({c.option, c.value}, exitCode, &message));
+    EXPECT_EQ(exitCode, 2);
+    EXPECT_EQ(message, c.want);
+  }
+  int exitCode = 0;
+  std::string message;
+  EXPECT_FALSE(Parse({"--bogus"}, exitCode, &message));
+  EXPECT_EQ(exitCode, 2);
+  EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 1);
+}
+
+TEST(Options, HelpNamesEveryOption) {
+  int exitCode = 9;
+  testing::internal::CaptureStdout();
+  EXPECT_FALSE(Parse({"--help"}, exitCode));
+  const std::string help = testing::internal::GetCapturedStdout();
+  EXPECT_EQ(exitCode, 0);
+  for (const char* option :
+       {"--pty", "--tcp", "--wire", "--baud", "--speed", "--config", "--id", "--table", "--surface",
+        "--fault", "--control", "--picture", "--transcript", "--report"}) {
+    EXPECT_THAT(help, HasSubstr(option));
+  }
+}
+
+TEST(FaultScript, ReadsAListJsonAndAFile) {
+  std::string error;
+  auto faults = ParseFaults("match=G28,nth=2,do=delay,ms=500", error);
+  ASSERT_TRUE(faults) << error;
+  EXPECT_EQ((*faults)[0].trigger, FaultTrigger::Match);
+  EXPECT_EQ((*faults)[0].nth, 2u);
+  EXPECT_EQ((*faults)[0].action, FaultAction::Delay);
+  EXPECT_EQ((*faults)[0].durationUs, 500'000);
+  faults = ParseFaults(R"([{"reply":"EX","do":"drop"},{"atMs":10,"do":"halt"}])", error);
+  ASSERT_TRUE(faults) << error;
+  EXPECT_EQ(faults->size(), 2u);
+  const std::string path = testing::TempDir() + "k7sim_faults.json";
+  std::ofstream(path) << R"({"faults":[{"line":3,"do":"inject","text":"ALARM: x\n"}]})";
+  faults = ParseFaults(path, error);
+  ASSERT_TRUE(faults) << error;
+  EXPECT_EQ((*faults)[0].text, "ALARM: x\n");
+}
+
+TEST(FaultScript, KnowsEveryActionByItsName) {
+  for (const char* name : kFaultActionNames) {
+    std::string error;
+    EXPECT_TRUE(ParseFaults("line=1,text=x,do=" + std::string(name), error)) << error;
+  }
+}
+
+TEST(FaultScript, SaysWhatIsWrong) {
+  constexpr struct {
+    const char* text;
+    const char* want;
+  } kCases[] = {
+      {"do=drop", "needs exactly one of line, match, reply, atMs"},
+      {"line=1,match=G0,do=drop", "needs exactly one of line, match, reply, atMs"},
+      {"line=0,do=drop", "bad value for 'line'"},
+      {"line=x,do=drop", "bad value for 'line'"},
+      {"line=1,do=explode", "bad value for 'do'"},
+      {"line=1,when=now,do=drop", "unknown key 'when'"},
+      {"line=1,do=inject", "inject needs a text"},
+      {"atMs=5,do=drop", "a time has no reply to act on"},
+      {"reply=ok,do=ignore", "a reply cannot be ignored"},
+      {"line=1,ms=-1,do=delay", "bad value for 'ms'"},
+      {"[1]", "not an object"},
+      {"{", "not valid JSON"},
+      {"/nonexistent", "cannot read /nonexistent"},
+  };
+  for (const auto& c : kCases) {
+    std::string error;
+    EXPECT_FALSE(ParseFaults(c.text, error)) << c.text;
+    EXPECT_THAT(error, HasSubstr(c.want));
+    EXPECT_EQ(error.find('\n'), error.npos);
+  }
+}
+
+struct Running {
+  ControlResult Do(std::string_view line) { return RunControlLine(line, simulator, 0, message); }
+  Transcript transcript;
+  Simulator simulator{SimulatorSetup{}, transcript};
+  std::string message;
+};
+
+TEST(Control, WorksTheMachineByHand) {
+  Running running;
+  Mechanics& machine = running.simulator.Board().Machine();
+  EXPECT_EQ(running.Do("position 1,2,0.5"), ControlResult::Done);
+  EXPECT_NEAR(machine.PlaceAt({0, 0, 0}).y, 2, 1e-9);
+  EXPECT_FALSE(machine.SwitchClosed(0, {0, 0, 0}));
+  EXPECT_EQ(running.Do("switch x 1\r"), ControlResult::Done);
+  EXPECT_TRUE(machine.SwitchClosed(0, {0, 0, 0}));
+  running.Do("switch x auto");
+  EXPECT_FALSE(machine.SwitchClosed(0, {0, 0, 0}));
+  running.Do("switch probe 1");
+  EXPECT_TRUE(machine.ProbeClosed({0, 0, 0}));
+  running.Do("homed 1");
+  EXPECT_TRUE(running.simulator.Board().IsHomed());
+  running.Do("surface plane:0.25");
+  EXPECT_EQ(machine.Work().DepthAt(1, 1), 0.25);
+  running.Do("halt");
+  EXPECT_TRUE(running.simulator.Board().IsHalted());
+  running.Do("resume");
+  EXPECT_FALSE(running.simulator.Board().IsHalted());
+  running.Do("close 100");
+  EXPECT_EQ(running.simulator.TakeCloseRequests().size(), 1u);
+  EXPECT_EQ(running.Do("report"), ControlResult::WriteFiles);
+  EXPECT_EQ(running.Do("quit"), ControlResult::Quit);
+  EXPECT_EQ(running.Do("help"), ControlResult::Done);
+  EXPECT_EQ(running.message, kControlHelp);
+}
+
+TEST(Control, RefusesWhatItDoesNotKnow) {
+  for (const char* line : {"dance", "switch", "switch q 1", "switch x 2", "position 1,2",
+                           "homed maybe", "surface plane:", "fault do=drop"}) {
+    Running running;
+    EXPECT_EQ(running.Do(line), ControlResult::Bad) << line;
+    EXPECT_FALSE(running.message.empty());
+  }
+  Running running;
+  EXPECT_EQ(running.Do(""), ControlResult::Done);
+}
+
+}  // namespace
+}  // namespace k7sim

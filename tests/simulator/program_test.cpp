@@ -1,0 +1,229 @@
+// The program itself on a real pty, a real socket and a real pipe.
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <chrono>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "simulator/unique_fd.h"
+
+extern char** environ;
+
+namespace k7sim {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr int kDeadlineMs = 20'000;
+
+// Reads until the text has come or the deadline has passed; what came.
+std::string ReadUntil(int fd, const std::string& wanted, int deadlineMs = kDeadlineMs) {
+  using Clock = std::chrono::steady_clock;
+  const auto end = Clock::now() + std::chrono::milliseconds(deadlineMs);
+  std::string got;
+  while (got.find(wanted) == got.npos) {
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
+    pollfd wait = {fd, POLLIN, 0};
+    if (left.count() <= 0 || poll(&wait, 1, static_cast<int>(left.count())) <= 0) break;
+    char bytes[512];
+    const ssize_t count = read(fd, bytes, sizeof bytes);
+    if (count <= 0) break;
+    got.append(bytes, static_cast<std::size_t>(count));
+  }
+  return got;
+}
+
+class Program {
+ public:
+  explicit Program(std::vector<std::string> arguments) {
+    int out[2];
+    EXPECT_EQ(pipe2(out, O_CLOEXEC), 0);
+    out_.Reset(out[0]);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, out[1], 1);
+    posix_spawn_file_actions_adddup2(&actions, out[1], 2);
+    arguments.insert(arguments.begin(), K7SIM_PROGRAM);
+    std::vector<char*> argv;
+    for (std::string& argument : arguments) argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    EXPECT_EQ(posix_spawn(&pid_, K7SIM_PROGRAM, &actions, nullptr, argv.data(), environ), 0);
+    posix_spawn_file_actions_destroy(&actions);
+    close(out[1]);
+  }
+  ~Program() {
+    if (pid_ > 0) Stop();
+  }
+
+  std::string Output(const std::string& until) { return ReadUntil(out_.Get(), until); }
+  void Signal(int number) const { kill(pid_, number); }
+  int Wait() {
+    int status = 0;
+    waitpid(pid_, &status, 0);
+    pid_ = 0;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+  int Stop() {
+    Signal(SIGTERM);
+    return Wait();
+  }
+
+ private:
+  pid_t pid_ = 0;
+  UniqueFd out_;
+};
+
+std::string Folder() {
+  std::string name = testing::TempDir() + "k7sim_XXXXXX";
+  EXPECT_NE(mkdtemp(name.data()), nullptr);
+  return name + "/";
+}
+
+std::string Content(const std::string& path) {
+  std::stringstream text;
+  text << std::ifstream(path).rdbuf();
+  return text.str();
+}
+
+std::string Ask(int fd, const std::string& line, const std::string& until) {
+  EXPECT_EQ(write(fd, line.data(), line.size()), static_cast<ssize_t>(line.size()));
+  return ReadUntil(fd, until);
+}
+
+UniqueFd OpenPort(const std::string& path) {
+  UniqueFd fd(open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK));
+  EXPECT_TRUE(fd) << path;
+  return fd;
+}
+
+TEST(Program, AnswersOnItsPtyEachTimeAHostOpensIt) {
+  const std::string link = Folder() + "tty";
+  Program program({"--pty", link});
+  EXPECT_EQ(program.Output("ready\n"), "pty " + link + "\nready\n");
+  for (int i = 0; i < 20; ++i) {
+    const UniqueFd port = OpenPort(link);
+    EXPECT_EQ(Ask(port.Get(), "SmoothieIsConnected\n", "SmoothieIsConnected\r\n"),
+              "Smoothie\r\nok\r\nSmoothieIsConnected\r\n")
+        << "opening " << i;
+  }
+  EXPECT_EQ(program.Stop(), 0);
+  struct stat there;
+  EXPECT_NE(lstat(link.c_str(), &there), 0) << "the link is still there";
+}
+
+TEST(Program, AHostFindsNothingThatAnEarlierOneLeftUnread) {
+  const std::string link = Folder() + "tty";
+  Program program({"--pty", link});
+  program.Output("ready\n");
+  {
+    const UniqueFd port = OpenPort(link);
+    Ask(port.Get(), "config-set sd controller_id ABCDEFGHIJKLMNOP\nG21\n", "set to");
+  }
+  const UniqueFd port = OpenPort(link);
+  EXPECT_EQ(Ask(port.Get(), "TableIsHomed\n", "TableIsHomedFALSE\r\n"),
+            "Smoothie\r\nok\r\nTableIsHomedFALSE\r\n");
+}
+
+TEST(Program, PrintsThePathOfItsPty) {
+  Program program({"--wire", "uart"});
+  const std::string said = program.Output("ready\n");
+  ASSERT_THAT(said, testing::StartsWith("pty /dev/pts/"));
+  const UniqueFd port = OpenPort(said.substr(4, said.find('\n') - 4));
+  EXPECT_EQ(Ask(port.Get(), "M17\n", "\n"), "ok\r\n");
+}
+
+TEST(Program, ServesTcpHostsOneAfterTheOther) {
+  Program program({"--tcp", "0"});
+  const std::string said = program.Output("ready\n");
+  ASSERT_THAT(said, testing::StartsWith("tcp "));
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(static_cast<std::uint16_t>(std::stoi(said.substr(4))));
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  for (int i = 0; i < 3; ++i) {
+    const UniqueFd host(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    ASSERT_EQ(connect(host.Get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    EXPECT_EQ(ReadUntil(host.Get(), "\n"), "Smoothie command shell\r\n");
+    EXPECT_EQ(Ask(host.Get(), "SmoothieIsConnected\r\n", "\n"), "SmoothieIsConnected\r\n");
+  }
+}
+
+TEST(Program, WritesPictureTranscriptAndReportWhenItIsStopped) {
+  for (const int signal : {SIGINT, SIGTERM}) {
+    const std::string folder = Folder();
+    Program program({"--pty", folder + "tty", "--speed", "max", "--homed", "--surface", "plane:1",
+                     "--picture", folder + "p.svg", "--transcript", folder + "t.txt",
+                     "--transcript-times", "off", "--report", folder + "r.json"});
+    program.Output("ready\n");
+    const UniqueFd port = OpenPort(folder + "tty");
+    Ask(port.Get(), "SendBlockMessagesOn\nM42\nG0 F3000\nG0 Z26\nG0 X25.4\nM400\n", "EX\r\nok\r\n");
+    Ask(port.Get(), "SendBlockMessagesOff\n", "Off\r\n");
+    program.Signal(signal);
+    EXPECT_EQ(program.Wait(), 0);
+    EXPECT_THAT(Content(folder + "p.svg"), HasSubstr("data-depth=\"0.0236\""));
+    EXPECT_THAT(Content(folder + "t.txt"), HasSubstr("> G0 X25.4\n< QX\\r\\n\n< ok\\n\n"));
+    EXPECT_THAT(Content(folder + "r.json"), HasSubstr("\"blocks\": 2,"));
+    EXPECT_THAT(Content(folder + "r.json"), HasSubstr("\"cutInches\": 1"));
+  }
+}
+
+TEST(Program, TakesCommandsThroughItsPipeWhileItRuns) {
+  const std::string folder = Folder();
+  Program program(
+      {"--pty", folder + "tty", "--control", folder + "control", "--position", "1,1,0.5"});
+  program.Output("ready\n");
+  const UniqueFd port = OpenPort(folder + "tty");
+  EXPECT_THAT(Ask(port.Get(), "M119\n", "Probe: 0\n"), HasSubstr("min_x:0 min_y:0 min_z:0"));
+  // The text of "send" says that the command before it has been carried out.
+  std::ofstream(folder + "control") << "switch x 1\nsend // done\n";
+  EXPECT_THAT(ReadUntil(port.Get(), "// done\r\n"), HasSubstr("// done\r\n"));
+  EXPECT_THAT(Ask(port.Get(), "M119\n", "Probe: 0\n"), HasSubstr("min_x:1 min_y:0 min_z:0"));
+  std::ofstream(folder + "control") << "quit\n";
+  EXPECT_EQ(program.Wait(), 0);
+}
+
+TEST(Program, AClosedPtyComesBackAtItsLink) {
+  const std::string folder = Folder();
+  Program program({"--pty", folder + "tty", "--fault", "match=G21,do=close,ms=50"});
+  program.Output("ready\n");
+  {
+    const UniqueFd port = OpenPort(folder + "tty");
+    ReadUntil(port.Get(), "ok\r\n");
+    EXPECT_EQ(Ask(port.Get(), "G21\n", "never"), "");  // ends at once: the line is gone
+  }
+  program.Output("pty " + folder + "tty\n");
+  const UniqueFd port = OpenPort(folder + "tty");
+  EXPECT_THAT(Ask(port.Get(), "G90\n", "ok\n"), HasSubstr("ok\n"));
+}
+
+TEST(Program, EndsWithCodeTwoAndOneLineWhenItCannotStart) {
+  Program program({"--pty", "/nonexistent/folder/tty"});
+  EXPECT_EQ(program.Output("\n"),
+            "k7sim: cannot make /nonexistent/folder/tty: No such file or directory\n");
+  EXPECT_EQ(program.Wait(), 2);
+}
+
+TEST(Program, LeavesAFileThatIsNoLinkAlone) {
+  const std::string path = Folder() + "precious";
+  std::ofstream(path) << "text";
+  Program program({"--pty", path});
+  EXPECT_THAT(program.Output("\n"), HasSubstr("something else is there"));
+  EXPECT_EQ(program.Wait(), 2);
+  EXPECT_EQ(Content(path), "text");
+}
+
+}  // namespace
+}  // namespace k7sim
