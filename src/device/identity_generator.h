@@ -1,0 +1,31 @@
+// The rule by which a controller without an identity gets one.
+#pragma once
+
+#include <cstdint>
+
+namespace k7 {
+
+// A fresh identity, terminated.
+struct GeneratedId {
+  wchar_t text[17];
+};
+
+// Whether this character code may stand in a generated identity: "0" to "9", "A" to "Z".
+constexpr bool IsIdentityCode(unsigned code) noexcept {
+  return (code >= '0' && code <= '9') || (code >= 'A' && code <= 'Z');
+}
+
+// Draws numbers until sixteen of them, taken modulo 256, have been codes of that alphabet; the rest
+// are dropped, so that every character is equally likely. Ends with probability one for any
+// generator that reaches the alphabet. [any]
+template <typename Draw>
+constexpr GeneratedId GenerateControllerId(Draw draw) noexcept {
+  GeneratedId id{};
+  for (int kept = 0; kept < 16;) {
+    const unsigned code = static_cast<unsigned>(draw() % 256);
+    if (IsIdentityCode(code)) id.text[kept++] = static_cast<wchar_t>(code);
+  }
+  return id;
+}
+
+}  // namespace k7

@@ -1,0 +1,80 @@
+#include "module/discovery.h"
+
+#include <memory>
+#include <new>
+
+#include "device/bounded_copy.h"
+#include "device/identity.h"
+#include "device/polling.h"
+#include "device/smoothieboard.h"
+#include "link/link.h"
+#include "link/serial.h"
+
+namespace k7 {
+
+namespace {
+
+constexpr int kPortCount = 50;
+constexpr std::uint32_t kAnswerMs = 200;
+
+void PortPath(wchar_t (&path)[kAddressCapacity], int number) noexcept {
+  CopyText(path, L"\\\\.\\COM");
+  const wchar_t digits[] = {static_cast<wchar_t>(L'0' + number / 10),
+                            static_cast<wchar_t>(L'0' + number % 10), L'\0'};
+  AppendText(path, number < 10 ? digits + 1 : digits);
+}
+
+// The liveness clock starts with the question, as if the controller had answered just now.
+void StartAliveClock(DeviceState& record) noexcept {
+  const RecordLock<aliveMutex> lock{record};
+  if (!lock) return;
+  record.lastCheckTick = TickMs();
+  if (record.lastAnswerTick == 0) record.lastAnswerTick = record.lastCheckTick;
+}
+
+}  // namespace
+
+bool ProbePort(DeviceState& record, LinkHandle port, const wchar_t* path,
+               ControllerEntry& entry) noexcept {
+  // One record serves every port: what the last controller said must not speak for this one.
+  record.connected = 0;
+  AttachLink(record, port, kLinkSerial, path);
+  StartAliveClock(record);
+  SendLine(record, "SmoothieIsConnected\n");
+  Pause(kAnswerMs);
+
+  bool found = false;
+  if (record.connected != 0) {
+    ResetControllerId(record);
+    found = QueryControllerId(record, entry.id, kIdCapacity) == kIdCapacity;
+    if (found) {
+      CopyText(entry.name, record.friendlyName);
+      CopyText(entry.address, path);
+      entry.linkType = kLinkSerial;
+    } else {
+      entry.id[0] = L'\0';
+    }
+  }
+  DetachLink(record, kLinkNone);
+  return found;
+}
+
+int DiscoverControllers(ControllerTable& table, PortOpener open) noexcept {
+  Smoothieboard temporary{std::unique_ptr<DeviceState>{new (std::nothrow) DeviceState}};
+  table.Clear();
+  if (temporary.Record() == nullptr) return 0;
+  int count = 0;
+  for (int number = 0; number < kPortCount && count < kMostControllers; ++number) {
+    wchar_t path[kAddressCapacity];
+    PortPath(path, number);
+    const UniqueFile port = open(path);
+    if (port && ProbePort(*temporary.Record(), port.Get(), path, table.entries[count])) ++count;
+  }
+  return count;
+}
+
+int DiscoverControllers(ControllerTable& table) noexcept {
+  return DiscoverControllers(table, &OpenSerialPort);
+}
+
+}  // namespace k7
