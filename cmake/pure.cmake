@@ -4,6 +4,7 @@
 set(K7_PURE
     device/bounded_copy
     device/device_state
+    device/identity_generator
     device/polled
     device/shared_text
     job/pass_status

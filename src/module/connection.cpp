@@ -20,7 +20,10 @@ LinkHandle OpenLink(const ControllerEntry& entry, const wchar_t* service) noexce
     UniqueFile port = OpenSerialPort(entry.address);
     return port ? port.Release() : nullptr;
   }
-  if (entry.linkType == kLinkTcp) return OpenTcp(entry.address, service);
+  if (entry.linkType == kLinkTcp) {
+    const SOCKET socket = OpenTcp(entry.address, service);
+    return socket == INVALID_SOCKET ? nullptr : AsLink(socket);
+  }
   return nullptr;
 }
 
@@ -62,7 +65,7 @@ void Disconnect(Smoothieboard* device) noexcept {
   const std::uint32_t linkType = device->GetLinkType();
   const LinkHandle link = device->GetLinkHandle();
   device->AttachLink(nullptr, kLinkNone, nullptr);
-  if (link != nullptr) CloseLink(linkType, link);
+  CloseLink(linkType, link);
   device->DeleteSelf(1);
 }
 

@@ -1,0 +1,92 @@
+"""Slot numbers of the operation table, as compilers lay it out.
+
+slots.py source OPERATIONS            a C++ source with one member pointer for each operation
+slots.py microsoft OPERATIONS ASM     compares clang's assembler text for the Microsoft ABI
+slots.py mingw OPERATIONS ASM         compares the assembler text of the MinGW compiler
+slots.py table OPERATIONS DLL         compares the table in the module as built
+"""
+
+import re
+import subprocess
+import sys
+
+COUNT = 126
+
+
+def operations(path):
+    """The hand-written table: name by slot number."""
+    rows = [line.split() for line in open(path) if not line.startswith("#")]
+    table = {int(number): name for number, name in rows}
+    if sorted(table) != list(range(COUNT)) or len(set(table.values())) != COUNT:
+        sys.exit(f"{path}: not {COUNT} different operations")
+    return table
+
+
+def source(table):
+    print('#include "k7/driver.h"')
+    for name in table.values():
+        print(f'extern "C" {{ extern const auto slot_{name} = &k7::IEngraver::{name}; }}')
+    print(f"static_assert(k7::kOperationCount == {COUNT});")
+
+
+def first_quads(text):
+    """First pointer-sized word of each slot_ variable."""
+    pattern = r"^slot_(\w+):.*\n\s+\.quad\s+(\S+)"
+    return {name: word.strip('"') for name, word in re.findall(pattern, text, re.M)}
+
+
+def microsoft(text):
+    """A member pointer is a thunk that jumps through the object's table at its offset."""
+    body = re.compile(
+        r'^"(\?\?_9[^"]+)":.*\n# %bb\.0:\n'
+        r"\s+movq\s+\(%rcx\), %rax\n"  # the object's table
+        r"\s+(?:rex64 )?(?:movq|jmpq)\s+\*?(\d*)\(%rax\)", re.M)
+    thunks = {label: int(offset or 0) // 8 for label, offset in body.findall(text)}
+    return {name: thunks.get(word) for name, word in first_quads(text).items()}
+
+
+def mingw(text):
+    """A member pointer's first word is the offset in the table plus one."""
+    return {name: (int(word) - 1) // 8 for name, word in first_quads(text).items()}
+
+
+def own_table(dll):
+    """The table in the module as built: two words of its own, then the operations' addresses."""
+    out = subprocess.run(["x86_64-w64-mingw32-nm", dll], check=True, capture_output=True, text=True)
+    symbols = {name: int(address, 16)
+               for address, name in re.findall(r"^(\w+) \w (_Z\w+)$", out.stdout, re.M)}
+    operation = {}
+    for symbol, address in symbols.items():
+        if name := re.match(r"_ZN2k713Smoothieboard(\d+)(\w+)", symbol):
+            operation[address] = name[2][:int(name[1])]
+    start = symbols["_ZTVN2k713SmoothieboardE"] + 16
+    out = subprocess.run(
+        ["x86_64-w64-mingw32-objdump", "-s", f"--start-address={start}",
+         f"--stop-address={start + 8 * COUNT}", dll], check=True, capture_output=True, text=True)
+    data = bytes.fromhex("".join(
+        line[11:46] for line in out.stdout.splitlines() if re.match(r" [0-9a-f]{9} ", line)))
+    slots = range(len(data) // 8)
+    return {operation.get(int.from_bytes(data[8 * i:8 * i + 8], "little"), f"slot {i}"): i
+            for i in slots}
+
+
+def compare(table, found):
+    wrong = [f"{name}: slot {number}, found {found.get(name)}"
+             for number, name in table.items() if found.get(name) != number]
+    wrong += [f"{name}: not in the list" for name in found if name not in table.values()]
+    if wrong:
+        sys.exit("\n".join(wrong[:5] + [f"{len(wrong)} wrong"]))
+
+
+def main():
+    what, table = sys.argv[1], operations(sys.argv[2])
+    if what == "source":
+        source(table)
+    elif what == "table":
+        compare(table, own_table(sys.argv[3]))
+    else:
+        reader = {"microsoft": microsoft, "mingw": mingw}[what]
+        compare(table, reader(open(sys.argv[3]).read()))
+
+
+main()
