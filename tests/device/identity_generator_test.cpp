@@ -28,10 +28,9 @@ TEST(GenerateControllerId, TakesEveryNumberModulo256) {
 TEST(IsIdentityCode, HoldsForDigitsAndCapitalsAlone) {
   int count = 0;
   for (unsigned code = 0; code < 256; ++code) {
-    const bool want =
-        std::string{"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"}.find(static_cast<char>(code)) !=
-            std::string::npos &&
-        code != 0;
+    const bool want = std::string{"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"}.find(
+                          static_cast<char>(code)) != std::string::npos &&
+                      code != 0;
     EXPECT_EQ(IsIdentityCode(code), want) << code;
     if (IsIdentityCode(code)) ++count;
   }

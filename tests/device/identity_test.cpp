@@ -23,7 +23,9 @@ using k7test::SettingsFileOf;
 constexpr char kQuestion[] = "config-get sd controller_id\n";
 constexpr char kConfigSet[] = "config-set sd controller_id ";
 
-std::string Narrow(const std::wstring& text) { return std::string{text.begin(), text.end()}; }
+std::string Narrow(const std::wstring& text) {
+  return std::string{text.begin(), text.end()};
+}
 
 // Lines of the handshake; a settings load sends others.
 std::string HandshakeOf(const FakeController& controller) {
@@ -37,8 +39,8 @@ std::string HandshakeOf(const FakeController& controller) {
 // Puts a friendly name into the settings file, by which a load is seen.
 void NameController(const std::wstring& id, const wchar_t* name) {
   std::error_code ignored;
-  std::filesystem::create_directories(
-      std::filesystem::path{SettingsFileOf(id)}.parent_path(), ignored);
+  std::filesystem::create_directories(std::filesystem::path{SettingsFileOf(id)}.parent_path(),
+                                      ignored);
   WritePrivateProfileStringW(L"Settings", L"FriendlyName", name, SettingsFileOf(id).c_str());
 }
 
