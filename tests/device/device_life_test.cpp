@@ -70,11 +70,27 @@ TEST_F(DeviceLife, NamesTheReplacedAxisRoundWithAnAttachment) {
   }
 }
 
+// Takes the settings tree of this machine out of the way for one test, and puts it back.
+class WithoutSettingsTree {
+ public:
+  WithoutSettingsTree() { std::filesystem::rename(tree_, aside_, ignored_); }
+  ~WithoutSettingsTree() {
+    if (!std::filesystem::exists(aside_)) return;
+    std::filesystem::remove_all(tree_, ignored_);
+    std::filesystem::rename(aside_, tree_, ignored_);
+  }
+
+ private:
+  std::error_code ignored_;
+  const std::filesystem::path tree_ =
+      std::filesystem::path{SettingsFileOf(L"x")}.parent_path().parent_path().parent_path();
+  const std::filesystem::path aside_ = tree_.wstring() + L".aside";
+};
+
 // Mode 3 does not exist; nothing is known about which key its positions belong under.
 TEST_F(DeviceLife, WritesNoKeysInAnUnknownRoundModeButStillMakesTheFolders) {
+  const WithoutSettingsTree guard;
   const std::filesystem::path folder = std::filesystem::path{SettingsFileOf(id_)}.parent_path();
-  std::error_code ignored;
-  std::filesystem::remove_all(folder.parent_path().parent_path(), ignored);
   ASSERT_FALSE(std::filesystem::exists(folder));
   Smoothieboard* const device = Make(3);
   hasRoundAttachment = 1;

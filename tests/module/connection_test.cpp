@@ -1,0 +1,163 @@
+// Connecting and releasing over a loopback socket: the device as the host gets it.
+#include "module/connection.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "device/bounded_copy.h"
+#include "device/polling.h"
+#include "motion/jog.h"
+#include "support/controller_id.h"
+#include "support/fake_tcp_controller.h"
+#include "support/wait_until.h"
+
+namespace k7 {
+namespace {
+
+using k7test::FakeTcpController;
+using k7test::FreshControllerId;
+using k7test::SettingsFileOf;
+using k7test::WaitUntil;
+
+class Connection : public ::testing::Test {
+ protected:
+  Connection() {
+    CopyText(entry_.id, id_.c_str());
+    CopyText(entry_.address, L"127.0.0.1");
+    entry_.linkType = kLinkTcp;
+    controller_.Answer("SmoothieIsConnected\n", "SmoothieIsConnected\r\n");
+    controller_.Answer("TableIsHomed\n", "TableIsHomedTRUE\r\n");
+    controller_.Answer(
+        "config-get sd controller_id\n",
+        "sd: controller_id is set to " + std::string{id_.begin(), id_.end()} + "\r\n");
+  }
+  Smoothieboard* Connect() { return ConnectTo(entry_, controller_.Service().c_str()); }
+
+  const std::wstring id_ = FreshControllerId();
+  FakeTcpController controller_;
+  ControllerEntry entry_;
+};
+
+std::size_t PositionOf(const std::vector<std::string>& lines, const std::string& line) {
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (lines[i] == line) return i;
+  }
+  return lines.size();
+}
+
+TEST_F(Connection, SendsTheStartUpLinesInOrder) {
+  Smoothieboard* const device = Connect();
+  ASSERT_NE(device, nullptr);
+  ASSERT_TRUE(WaitUntil([&] { return controller_.Has("TableIsHomed\n"); }));
+  const std::vector<std::string> lines = controller_.Lines();
+  EXPECT_EQ(lines[0], "SmoothieIsConnected\n");
+  EXPECT_EQ(lines[1], "config-get sd controller_id\n");
+  const std::size_t motorsOn = PositionOf(lines, "M17\n");
+  ASSERT_EQ(lines.size(), motorsOn + 6);
+  EXPECT_EQ(lines[motorsOn + 1], "G21\n");
+  EXPECT_EQ(lines[motorsOn + 2], "G90\n");
+  EXPECT_EQ(lines[motorsOn + 3], "M400\n");
+  EXPECT_EQ(lines[motorsOn + 4].substr(0, 5), "M203 ");  // 20 inches per second on each axis
+  EXPECT_EQ(lines[motorsOn + 5], "TableIsHomed\n");
+  ReleaseController(device);
+}
+
+TEST_F(Connection, TellsTheControllerItsStepsBeforeTheMotorsGoOn) {
+  Smoothieboard* const device = Connect();
+  ASSERT_NE(device, nullptr);
+  const std::vector<std::string> lines = controller_.Lines();
+  std::vector<std::string> commands;
+  for (const std::string& line : lines) commands.push_back(line.substr(0, line.find(' ')));
+  const std::vector<std::string> between{
+      commands.begin() + 2,
+      commands.begin() + static_cast<std::ptrdiff_t>(PositionOf(lines, "M17\n"))};
+  EXPECT_EQ(between, (std::vector<std::string>{"M92", "M92", "M92", "M800", "G92"}));
+  ReleaseController(device);
+}
+
+TEST_F(Connection, GivesADeviceThatIsReadyForWork) {
+  Smoothieboard* const device = Connect();
+  ASSERT_NE(device, nullptr);
+  EXPECT_EQ(device->IsConnected(), 1);
+  EXPECT_EQ(device->GetLinkType(), kLinkTcp);
+  EXPECT_NE(device->GetLinkHandle(), nullptr);
+  wchar_t text[64] = L"";
+  EXPECT_EQ(device->GetPortName(text, 64), 0);
+  EXPECT_STREQ(text, L"127.0.0.1");
+  EXPECT_EQ(device->QueryControllerId(text, 64), 24);
+  EXPECT_EQ(text, id_);
+  EXPECT_EQ(device->GetPassCount(), 1u);       // the settings are loaded
+  EXPECT_EQ(device->Record()->tableHomed, 1);  // its answer came within the call
+  EXPECT_EQ(device->GetReaderAlive(), 1);
+  ReleaseController(device);
+}
+
+TEST_F(Connection, ReleaseSwitchesTheMotorsOffAndClosesTheLinkAndKeepsThePosition) {
+  Smoothieboard* const device = Connect();
+  ASSERT_NE(device, nullptr);
+  device->Record()->lastX = 321;
+  device->Record()->lastY = 654;
+  controller_.Clear();
+  ReleaseController(device);
+  ASSERT_TRUE(WaitUntil([&] { return controller_.Closed(); }));
+  EXPECT_EQ(controller_.Lines(), (std::vector<std::string>{"M18\n"}));
+  const std::wstring file = SettingsFileOf(id_);
+  EXPECT_EQ(GetPrivateProfileIntW(L"Current Location", L"X Axis", 0, file.c_str()), 321u);
+  EXPECT_EQ(GetPrivateProfileIntW(L"Current Location", L"Y Axis", 0, file.c_str()), 654u);
+}
+
+TEST_F(Connection, IsNullAndClosedWhenTheControllerDoesNotAnswer) {
+  controller_.Answer("SmoothieIsConnected\n", "");
+  const std::uint32_t start = TickMs();
+  EXPECT_EQ(Connect(), nullptr);
+  EXPECT_GE(TickMs() - start, 500u);
+  ASSERT_TRUE(WaitUntil([&] { return controller_.Closed(); }));
+  EXPECT_EQ(controller_.Lines(), (std::vector<std::string>{"SmoothieIsConnected\n"}));
+}
+
+TEST_F(Connection, GoesOnWithAControllerThatHidesItsIdentity) {
+  controller_.Answer("config-get sd controller_id\n", "");
+  Smoothieboard* const device = Connect();
+  ASSERT_NE(device, nullptr);
+  EXPECT_TRUE(controller_.Has("M17\n"));
+  EXPECT_EQ(device->GetPassCount(), 0u);  // no settings without an identity
+  ReleaseController(device);
+  DeleteFileW(SettingsFileOf(L"Monkey Magic").c_str());
+}
+
+TEST_F(Connection, IsNullWhenNobodyListens) {
+  const std::wstring service = controller_.Service();
+  controller_.StopListening();
+  EXPECT_EQ(ConnectTo(entry_, service.c_str()), nullptr);
+}
+
+TEST_F(Connection, IsNullForAnAddressThatCannotBeResolved) {
+  CopyText(entry_.address, L"256.1.1.1.1");
+  EXPECT_EQ(Connect(), nullptr);
+}
+
+TEST_F(Connection, IsNullForAnUnknownKindOfLink) {
+  for (const std::uint32_t linkType : {0u, 3u, 0xFFFFFFFFu}) {
+    entry_.linkType = linkType;
+    EXPECT_EQ(Connect(), nullptr);
+  }
+  EXPECT_EQ(controller_.Connections(), 0);
+}
+
+TEST_F(Connection, IsNullForASerialPortThatDoesNotOpen) {
+  entry_.linkType = kLinkSerial;
+  CopyText(entry_.address, L"\\\\.\\COM999");
+  EXPECT_EQ(Connect(), nullptr);
+}
+
+// The network port of a controller that entries are connected on.
+TEST(ConnectionService, IsTwentyThree) {
+  EXPECT_STREQ(kControllerService, L"23");
+}
+
+}  // namespace
+}  // namespace k7
