@@ -7,9 +7,9 @@
 namespace k7 {
 
 void SavePosition(const DeviceState& record) noexcept {
-  const std::uint32_t mode = hasRoundAttachment != 0 ? record.roundAxisMode : kRoundOff;
+  const SettingsFile file{record};  // makes the folders, also when no key is written below
+  const std::uint32_t mode = hasRoundAttachment == 1 ? record.roundAxisMode : kRoundOff;
   if (mode > kRoundReplacesY) return;
-  const SettingsFile file{record};
   // The linear axis that a fixture has replaced keeps the position with which it was left.
   file.WriteInt(keys::kCurrentLocation, mode == kRoundReplacesX ? keys::kRAxis : keys::kXAxis,
                 record.lastX);
