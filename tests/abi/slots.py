@@ -4,6 +4,7 @@ slots.py source OPERATIONS            a C++ source with one member pointer for e
 slots.py microsoft OPERATIONS ASM     compares clang's assembler text for the Microsoft ABI
 slots.py mingw OPERATIONS ASM         compares the assembler text of the MinGW compiler
 slots.py table OPERATIONS DLL         compares the table in the module as built
+slots.py calls OPERATIONS OBJECT      compares what each operation of the switchboard calls
 """
 
 import re
@@ -16,7 +17,7 @@ COUNT = 126
 def operations(path):
     """The hand-written table: name by slot number."""
     rows = [line.split() for line in open(path) if not line.startswith("#")]
-    table = {int(number): name for number, name in rows}
+    table = {int(number): name for number, name, _ in rows}
     if sorted(table) != list(range(COUNT)) or len(set(table.values())) != COUNT:
         sys.exit(f"{path}: not {COUNT} different operations")
     return table
@@ -70,6 +71,34 @@ def own_table(dll):
             for i in slots}
 
 
+def called(path):
+    """The driver's functions that each operation calls, from the relocations of its object file."""
+    out = subprocess.run(["x86_64-w64-mingw32-objdump", "-dr", path], check=True,
+                         capture_output=True, text=True).stdout
+    calls, operation = {}, None
+    for line in out.splitlines():
+        if match := re.match(r"[0-9a-f]+ <(\w+)>:", line):
+            name = re.match(r"_ZN2k713Smoothieboard(\d+)(\w+)", match[1])
+            operation = name[2][:int(name[1])] if name else None
+        elif operation and (match := re.search(r"REL32\s+_ZN2k7(\d+)([A-Za-z]\w+)", line)):
+            name, arguments = match[2][:int(match[1])], match[2][int(match[1]):]
+            if name != "Smoothieboard" and arguments != "E":  # a variable
+                calls.setdefault(operation, set()).add(name)
+    return calls
+
+
+def compare_calls(path, object_file):
+    """The end of an object, DeleteSelf, is the destructor's: left out."""
+    found = called(object_file)
+    wrong = []
+    for number, name, wanted in [l.split() for l in open(path) if not l.startswith("#")][:-1]:
+        want = set() if wanted == "-" else set(wanted.split(","))
+        if found.get(name, set()) != want:
+            wrong.append(f"slot {number} {name}: calls {sorted(found.get(name, set()))}")
+    if wrong:
+        sys.exit("\n".join(wrong))
+
+
 def compare(table, found):
     wrong = [f"{name}: slot {number}, found {found.get(name)}"
              for number, name in table.items() if found.get(name) != number]
@@ -82,6 +111,8 @@ def main():
     what, table = sys.argv[1], operations(sys.argv[2])
     if what == "source":
         source(table)
+    elif what == "calls":
+        compare_calls(sys.argv[2], sys.argv[3])
     elif what == "table":
         compare(table, own_table(sys.argv[3]))
     else:
