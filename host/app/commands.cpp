@@ -1,7 +1,6 @@
 // The commands that ask or move the machine once.
 #include "app/commands.h"
 
-#include <cstdio>
 #include <optional>
 
 #include "app/console.h"

@@ -1,5 +1,6 @@
 // Engraving and estimating a drawing.
-#include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -25,21 +26,18 @@ struct Drawing {
 
 Drawing LoadDrawing(const std::string& file) {
   Drawing drawing;
-  std::FILE* in = _wfopen(WideText(file).c_str(), L"rb");
-  if (in == nullptr) {
+  std::ifstream in(std::filesystem::path(WideText(file)), std::ios::binary);
+  if (!in) {
     drawing.exitCode = Fail(kExitUsage, "cannot open " + file);
     return drawing;
   }
   std::string text;
   std::vector<char> block(65536);
-  std::size_t count = 0;
-  while (text.size() <= kLargestFile &&
-         (count = std::fread(block.data(), 1, block.size(), in)) > 0) {
-    text.append(block.data(), count);
+  while (text.size() <= kLargestFile && in) {
+    in.read(block.data(), static_cast<std::streamsize>(block.size()));
+    text.append(block.data(), static_cast<std::size_t>(in.gcount()));
   }
-  const bool failed = std::ferror(in) != 0 || text.size() > kLargestFile;
-  std::fclose(in);
-  if (failed) {
+  if (in.bad() || text.size() > kLargestFile) {
     drawing.exitCode = Fail(kExitUsage, "cannot read " + file);
     return drawing;
   }
@@ -165,6 +163,8 @@ int RunEngrave(const Arguments& arguments) {
   if (job.exitCode != kExitOk) return job.exitCode;
   if (arguments.home) code = HomeMachine(session);
   if (code != kExitOk) return code;
+  // Only now: the homing has told its end to the window.
+  if (arguments.batch) session.Window().Attach(session.Device(), true);
   ConsoleObserver observer(session);
   const std::uint64_t start = GetTickCount64();
   const JobResult result =

@@ -27,7 +27,7 @@ int Session::Open(const Arguments& arguments) {
   if (device_ == nullptr) {
     return Fail(kExitMachine, "controller " + id_ + " was not found or does not answer");
   }
-  window_.Attach(*device_, arguments.batch);
+  window_.Attach(*device_, false);
   return kExitOk;
 }
 

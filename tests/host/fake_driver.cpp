@@ -62,6 +62,8 @@ class FakeDevice final : public k7test::RecordingEngraver {
   void SetNotifyWindow(k7::WindowHandle window, std::uint32_t, std::uint32_t, std::uint32_t,
                        std::uint32_t msgPosition, std::uint32_t,
                        std::uint32_t msgJogZ) noexcept override {
+    // A window taken away while its messages stay: no message boxes from here on.
+    if (window == nullptr && msgPosition != 0) Record("Window(0)");
     window_ = static_cast<HWND>(window);
     position_ = msgPosition;
     jogZ_ = msgJogZ;

@@ -314,6 +314,14 @@ TEST_F(Program, HomesOnlyAMachineThatCan) {
   EXPECT_EQ(run.out, "position: 1.250 -0.500\n");
 }
 
+TEST_F(Program, ABatchJobHomesToo) {
+  Set("K7_FAKE_SWITCHES", "1");
+  const Outcome run = Host("engrave --batch --home " + File("PD1016,0;"));
+  EXPECT_EQ(run.exitCode, 0u) << run.err;
+  EXPECT_LT(run.log.find("HomeTable\n"), run.log.find("Window(0)\n"));
+  EXPECT_LT(run.log.find("Window(0)\n"), run.log.find("BeginJob\n"));
+}
+
 TEST_F(Program, ShowsTheSwitches) {
   EXPECT_EQ(Host("switches").exitCode, 1u);
   Set("K7_FAKE_SWITCHES", "1");
