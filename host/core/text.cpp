@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 namespace k7host {
 namespace {
@@ -41,6 +42,11 @@ void AppendWide(std::wstring& out, std::uint32_t c) {
   out.push_back(static_cast<wchar_t>(c));
 }
 
+// Wide characters are signed on some platforms.
+std::uint32_t Value(wchar_t c) {
+  return static_cast<std::make_unsigned_t<wchar_t>>(c);
+}
+
 bool IsSurrogate(std::uint32_t c) {
   return c >= 0xD800 && c <= 0xDFFF;
 }
@@ -50,9 +56,9 @@ bool IsSurrogate(std::uint32_t c) {
 std::string NarrowText(std::wstring_view text) {
   std::string out;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    auto c = static_cast<std::uint32_t>(text[i]);
+    auto c = Value(text[i]);
     if (IsSurrogate(c)) {
-      const auto next = i + 1 < text.size() ? static_cast<std::uint32_t>(text[i + 1]) : 0u;
+      const auto next = i + 1 < text.size() ? Value(text[i + 1]) : 0u;
       if (c < 0xDC00 && next >= 0xDC00 && next <= 0xDFFF) {
         c = 0x10000 + ((c - 0xD800) << 10) + (next - 0xDC00);
         ++i;
