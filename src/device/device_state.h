@@ -193,6 +193,7 @@ struct DeviceState {
   void* jogThread = nullptr;            // handle; made by StartJog, closed by EndWorkers
   void* rampThread = nullptr;           // handle; made by StartSpindleRamp, closed by EndWorkers
   Polled<std::uint8_t> stopWorkers{0};  // 1 asks a jog or ramp to end as if its key were released
+  Polled<std::uint8_t> jogBusy{0};      // 1 from the start of a jog until its end message is due
 };
 
 }  // namespace k7

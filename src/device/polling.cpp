@@ -12,7 +12,18 @@ void DeliverSentMessages() noexcept {
   PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
 }
 
+// Of the worker that this thread is; null on every other thread.
+thread_local const Polled<std::uint8_t>* workerStop = nullptr;
+
 }  // namespace
+
+bool WorkerAskedToStop() noexcept {
+  return workerStop != nullptr && *workerStop != 0;
+}
+
+void BecomeWorker(const Polled<std::uint8_t>& stop) noexcept {
+  workerStop = &stop;
+}
 
 std::uint32_t TickMs() noexcept {
   return GetTickCount();

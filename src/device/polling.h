@@ -22,10 +22,17 @@ void Pause(std::uint32_t ms) noexcept;
 // wait. [any]
 void SpinOnce() noexcept;
 
-// Polls `done()` until it is true: without bound, `everyMs` apart, 0 = spinning. [any]
+// The calling thread is a worker (a jog, a ramp) that has been asked to stop: it has nothing more
+// to wait for. Never true on the host's or the reader's thread. [any]
+bool WorkerAskedToStop() noexcept;
+// Makes the calling thread a worker for as long as it lives: `stop` is polled from then on. [any]
+void BecomeWorker(const Polled<std::uint8_t>& stop) noexcept;
+
+// Polls `done()` until it is true: without bound, `everyMs` apart, 0 = spinning. On a worker also
+// until that is asked to stop: release must not hang on a controller that has fallen silent. [any]
 template <typename Done>
 void PollUntil(std::uint32_t everyMs, Done done) noexcept {
-  while (!done()) {
+  while (!done() && !WorkerAskedToStop()) {
     if (everyMs == 0) {
       SpinOnce();
     } else {

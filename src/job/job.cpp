@@ -72,7 +72,7 @@ void DrainMoves(DeviceState& record) noexcept {
   const std::uint32_t start = TickMs();
   const std::int64_t boundMs = kAirZDrainMs + record.engraveDelayMs;
   std::uint32_t noted = start;
-  while (MovesRemain(record)) {
+  while (MovesRemain(record) && !WorkerAskedToStop()) {
     Pause(kPollMs);
     if (record.cutterMode != kCutterAirZ) continue;
     // KEEP: the time is noted after the comparison, so the deadline is seen one pause late.

@@ -7,11 +7,15 @@
 
 namespace k7 {
 
-// Slot 54: starts the jog on a thread of its own and returns. [host]
+// Slot 54: starts the jog of a kJog direction and speed on a thread of its own and returns. It goes
+// on while the key (a virtual-key code) is held, one step at least, and ends with "Current
+// Location" written and one `endMessage` (0, 0) to ownerWindow, also when it could not move.
+// Nothing while a jog is starting or running, or a job is open. [host]
 void StartJog(DeviceState& record, std::uint32_t direction, std::uint32_t speedMode,
               std::uint32_t key, std::uint32_t endMessage) noexcept;
-// Asks a running jog and ramp to end and waits for their threads. Called before the link goes.
-// [host]
+
+// Asks a running jog and ramp to end and waits for their threads; prompt also when the controller
+// is silent. Called before the link goes. [host]
 void EndWorkers(DeviceState& record) noexcept;
 
 }  // namespace k7

@@ -1,0 +1,63 @@
+#include "device/worker.h"
+
+#include <process.h>
+#include <windows.h>
+
+#include <memory>
+#include <new>
+
+#include "device/handles.h"
+#include "device/polling.h"
+
+namespace k7 {
+
+namespace {
+
+struct Start {
+  DeviceState& record;
+  WorkerBody body;
+  UniqueHandle previous;
+};
+
+unsigned __stdcall Run(void* argument) noexcept {
+  const std::unique_ptr<Start> start{static_cast<Start*>(argument)};
+  BecomeWorker(start->record.stopWorkers);
+  start->body(start->record);
+  if (start->previous) WaitForSingleObject(start->previous.Get(), INFINITE);
+  return 0;
+}
+
+}  // namespace
+
+bool StartWorker(DeviceState& record, void*& slot, WorkerBody body) noexcept {
+  std::unique_ptr<Start> start{new (std::nothrow) Start{record, body, {}}};
+  if (start == nullptr) return false;
+  UniqueHandle thread{reinterpret_cast<HANDLE>(
+      _beginthreadex(nullptr, 0, &Run, start.get(), CREATE_SUSPENDED, nullptr))};
+  if (!thread) return false;
+  start.release()->previous.Reset(slot);
+  slot = thread.Release();
+  ResumeThread(slot);
+  return true;
+}
+
+void AwaitWorker(void*& slot) noexcept {
+  if (slot == nullptr) return;
+  // The host may be releasing the device from within a message of this very worker.
+  if (InSendMessage()) ReplyMessage(0);
+  PollUntil(5, [&] {
+    if (WaitForSingleObject(slot, 0) != WAIT_TIMEOUT) return true;
+    // Closes a message box that the worker shows, now or later.
+    PostThreadMessageW(GetThreadId(slot), WM_QUIT, 0, 0);
+    return false;
+  });
+  CloseHandle(slot);
+  slot = nullptr;
+}
+
+bool WorkerKeyHeld(std::uint32_t virtualKey) noexcept {
+  if (WorkerAskedToStop()) return false;
+  return (GetAsyncKeyState(static_cast<int>(virtualKey)) & 0x8000) != 0;
+}
+
+}  // namespace k7

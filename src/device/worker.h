@@ -1,0 +1,25 @@
+// The driver's own short-lived threads on a record: a jog, a spindle ramp.
+#pragma once
+
+#include <cstdint>
+
+#include "device/device_state.h"
+
+namespace k7 {
+
+using WorkerBody = void (*)(DeviceState& record) noexcept;
+
+// Runs `body` on a new thread whose waits end when stopWorkers is set, and keeps its handle in
+// `slot`. An earlier worker of that slot may still be sitting in its last message to the host,
+// which may be what the host answers with this start: the new thread then ends only after that one.
+// False: no thread could be had. [host]
+bool StartWorker(DeviceState& record, void*& slot, WorkerBody body) noexcept;
+
+// Waits, without bound but letting sent messages through, until the worker of `slot` has ended, and
+// closes its handle. stopWorkers must be set. Null: nothing. [host]
+void AwaitWorker(void*& slot) noexcept;
+
+// Whether the key that keeps a worker going is held; false once the worker is asked to stop. [any]
+bool WorkerKeyHeld(std::uint32_t virtualKey) noexcept;
+
+}  // namespace k7
