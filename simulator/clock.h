@@ -17,11 +17,13 @@ inline double SecondsFromUs(TimeUs us) {
   return static_cast<double>(us) / 1e6;
 }
 
-// Saturates: a time beyond the end of the clock is "never".
+// Never negative, and never longer than thirty years: sums of such times stay within the clock
+// whatever feeds and lengths a host asks for.
 inline TimeUs UsFromSeconds(double seconds) {
+  constexpr double kLongestUs = 1e15;
   const double us = std::round(seconds * 1e6);
   if (!(us > 0)) return 0;
-  return us >= 9e18 ? kNever : static_cast<TimeUs>(us);
+  return static_cast<TimeUs>(us < kLongestUs ? us : kLongestUs);
 }
 
 // Turns wire time into machine time. At a factor the two are tied; at the highest speed machine

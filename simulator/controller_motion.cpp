@@ -12,8 +12,9 @@ namespace {
 constexpr double kProbeFeedMmPerSec = 5;  // when G30 names none
 constexpr double kHomingOvershoot = 1.5;  // axis lengths without a switch: given up
 
+// Whole steps, held at a number no counter of a board reaches.
 long long Steps(double mm, double stepsPerMm) {
-  return std::llround(mm * stepsPerMm);
+  return std::llround(std::clamp(mm * stepsPerMm, -1e15, 1e15));
 }
 
 }  // namespace

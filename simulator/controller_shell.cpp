@@ -9,9 +9,11 @@ namespace k7sim {
 namespace {
 
 constexpr std::string_view kIdentityKey = "controller_id";
+constexpr std::size_t kWordLimit = 64;
 constexpr std::string_view kNoIdentity = "0000000000000000";
 
-// The words of a line, up to four; further ones are not looked at.
+// The words of a line, up to four, cut to a length that an answer has room for: a host may stop at
+// a line of 256 bytes.
 std::array<std::string_view, 4> Words(std::string_view line) {
   std::array<std::string_view, 4> words;
   std::size_t at = 0;
@@ -19,7 +21,7 @@ std::array<std::string_view, 4> Words(std::string_view line) {
     at = line.find_first_not_of(' ', at);
     if (at == std::string_view::npos) break;
     const std::size_t end = std::min(line.find(' ', at), line.size());
-    word = line.substr(at, end - at);
+    word = line.substr(at, std::min(end - at, kWordLimit));
     at = end;
   }
   return words;
@@ -52,8 +54,7 @@ void Controller::TakeWords(std::string_view line, std::uint64_t lineId, int stre
     answer("Build version: k7sim, Build date: none, MCU: simulated, System Clock: 120MHz\r\n");
   } else {
     ++counts_.unknownLines;
-    // Long words are cut: a host may stop at a line of 256 bytes.
-    answer("error:Unsupported command - " + std::string(word.substr(0, 80)) + "\r\n");
+    answer("error:Unsupported command - " + std::string(word) + "\r\n");
   }
 }
 

@@ -60,6 +60,8 @@ bool Server::Start(std::string& error) {
   sigaddset(&stop, SIGINT);
   sigaddset(&stop, SIGTERM);
   sigprocmask(SIG_BLOCK, &stop, nullptr);
+  // Whoever started us may no longer read what we print.
+  signal(SIGPIPE, SIG_IGN);
   signals_.Reset(signalfd(-1, &stop, SFD_NONBLOCK | SFD_CLOEXEC));
   if (!options_.transcriptPath.empty() && !transcript_.Open(options_.transcriptPath)) {
     error = "cannot write " + options_.transcriptPath;

@@ -191,6 +191,25 @@ TEST(Controller, AHaltStopsWhereTheHeadIsAndNeverAnswersWhatItFlushed) {
   EXPECT_EQ(bench.Send("G0 X60"), (Lines{"QX\r\n", "ok\n"}));
 }
 
+TEST(Controller, SurvivesFeedsAndPlacesThatNoMachineHas) {
+  Bench bench;
+  for (const char* line : {"G0 F0.0000001", "M92 X999999999", "G91", "G0 X999999999"}) {
+    bench.Send(line);
+  }
+  for (int i = 0; i < 100; ++i) bench.Send("G0 X-999999999 Y999999999");
+  bench.Send("G28 Y0");
+  bench.Send("G4 S999999999");
+  bench.PassAll();
+  EXPECT_TRUE(bench.board.IsIdle());
+}
+
+TEST(Controller, AnswersLongWordsInLessThan256Bytes) {
+  Bench bench;
+  const std::string word(100, 'k');
+  EXPECT_LT(bench.Send("config-set " + word + " " + word + " " + word)[0].size(), 256u);
+  EXPECT_LT(bench.Send("config-get " + word + " " + word)[0].size(), 256u);
+}
+
 TEST(Controller, TurnsTheSpindleAndTheOutputOnAndOff) {
   Bench bench;
   bench.Send("M42");
