@@ -1,0 +1,285 @@
+#include "job/job.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "device/module_state.h"
+#include "device/polling.h"
+#include "device/record_lock.h"
+#include "motion/strokes.h"
+#include "support/test_machine.h"
+
+namespace k7 {
+namespace {
+
+using k7test::TestMachine;
+using k7test::WaitUntil;
+
+constexpr char kBegin[] = "M106\nSendBlockMessagesOn\n";
+constexpr char kEnd[] = "SendBlockMessagesOff\nM107\n";
+
+void FitSwitches(DeviceState& record) {
+  record.limitSwitchX = record.limitSwitchY = record.limitSwitchZ = record.proxSwitch = 1;
+}
+
+void SetCounters(DeviceState& record, std::int32_t linesInFlight, std::int32_t blocksRunning) {
+  if (const RecordLock<flightMutex> lock{record}) record.linesInFlight = linesInFlight;
+  if (const RecordLock<runMutex> lock{record}) record.blocksRunning = blocksRunning;
+}
+
+void SetTicks(DeviceState& record, std::uint32_t tick) {
+  if (const RecordLock<aliveMutex> lock{record})
+    record.lastCheckTick = record.lastAnswerTick = tick;
+}
+
+std::uint32_t Ticks(const DeviceState& record) {
+  const RecordLock<aliveMutex> lock{record};
+  return record.lastCheckTick | record.lastAnswerTick;
+}
+
+TEST(BeginJob, WithoutAConnectionIsTrueAndSendsNothing) {
+  TestMachine machine;
+  machine->connected = 0;
+  jobAbortRequest = 1;
+  EXPECT_TRUE(BeginJob(*machine));
+  EXPECT_EQ(machine.Sent(), "");
+  EXPECT_EQ(machine->firstMove, 0);
+  EXPECT_EQ(jobAbortRequest, 1u);
+}
+
+TEST(BeginJob, SwitchesTheOutputAndTheBlockMessagesOn) {
+  TestMachine machine;
+  machine->cutterState = kCutterDown;
+  SetTicks(*machine, 77);
+  jobAbortRequest = 1;
+  EXPECT_TRUE(BeginJob(*machine));
+  EXPECT_EQ(machine.Sent(), kBegin);
+  EXPECT_EQ(JobOpen(*machine), 1);
+  EXPECT_EQ(machine->cutterState, kCutterUp);
+  EXPECT_EQ(machine->firstMove, 1);
+  EXPECT_EQ(Ticks(*machine), 0u);
+  EXPECT_EQ(jobAbortRequest, 0u);
+}
+
+TEST(BeginJob, WaitsUntilTheControllerHasConfirmed) {
+  TestMachine machine;
+  machine.controller.OnPrefix("SendBlockMessagesOn\n",
+                              [](k7test::FakeController&, const std::string&) {});
+  std::atomic<bool> begun{false};
+  std::thread host{[&] {
+    BeginJob(*machine);
+    begun = true;
+  }};
+  EXPECT_TRUE(machine.controller.WaitForLine("SendBlockMessagesOn\n"));
+  EXPECT_FALSE(WaitUntil([&] { return begun.load(); }, std::chrono::milliseconds{200}));
+  machine.controller.Say("SendBlockMessagesOn\r\n");
+  EXPECT_TRUE(WaitUntil([&] { return begun.load(); }));
+  host.join();
+}
+
+TEST(BeginJob, AHoldDisarmsTheFirstMoveAndIsUsedUp) {
+  TestMachine machine;
+  machine->plungeHold = 1;
+  machine->firstMove = 1;
+  EXPECT_TRUE(BeginJob(*machine));
+  EXPECT_EQ(machine->firstMove, 0);
+  EXPECT_EQ(machine->plungeHold, 0);
+}
+
+TEST(BeginJob, AHoldDuringAJogLeavesBothAsTheyAre) {
+  for (const std::uint8_t firstMove : std::initializer_list<std::uint8_t>{0, 1}) {
+    TestMachine machine;
+    machine->plungeHold = 1;
+    machine->jogActive = 1;
+    machine->firstMove = firstMove;
+    EXPECT_TRUE(BeginJob(*machine));
+    EXPECT_EQ(machine->firstMove, firstMove);
+    EXPECT_EQ(machine->plungeHold, 1);
+  }
+}
+
+TEST(BeginJob, WithoutAHoldArmsTheFirstMoveAlsoDuringAJog) {
+  TestMachine machine;
+  machine->jogActive = 1;
+  EXPECT_TRUE(BeginJob(*machine));
+  EXPECT_EQ(machine->firstMove, 1);
+}
+
+TEST(BeginJob, ClearsTheRingAndTheCounters) {
+  TestMachine machine;
+  machine->ackRingIndex = machine->queuedIndex = 7;
+  machine->startedIndex = machine->finishedIndex = 6;
+  machine->zMoveCount = 5;
+  machine->resetCountX = 4;
+  machine->resetCountY = 3;
+  std::atomic<int> seen{-1};
+  // Looked at while the driver waits: the reader has its own values for some of these.
+  machine.controller.OnPrefix("SendBlockMessagesOn\n",
+                              [&](k7test::FakeController& fake, const std::string&) {
+                                seen = machine->resetMarkX | machine->resetMarkY;
+                                fake.Say("SendBlockMessagesOn\r\n");
+                              });
+  machine->resetMarkX = 2;
+  machine->resetMarkY = 2;
+  EXPECT_TRUE(BeginJob(*machine));
+  EXPECT_EQ(seen, 0);
+  EXPECT_EQ(machine->ackRingIndex, 0);
+  EXPECT_EQ(machine->queuedIndex, 0);
+  EXPECT_EQ(machine->startedIndex, 0);
+  EXPECT_EQ(machine->finishedIndex, 0);
+  EXPECT_EQ(machine->zMoveCount, 0);
+  EXPECT_EQ(machine->resetCountX, 0);
+  EXPECT_EQ(machine->resetCountY, 0);
+}
+
+TEST(BeginJob, WithoutAllSwitchesNeverSeesTheProximity) {
+  TestMachine machine;
+  FitSwitches(*machine);
+  machine->limitSwitchY = 0;
+  machine->cutterMode = kCutterAutomatic;
+  machine->switchProbe = 1;
+  machine.controller.Answer("M119\n", "min_x:0 min_y:0 min_z:0 pins: Probe: 1\r\n");
+  EXPECT_TRUE(BeginJob(*machine));
+  EXPECT_EQ(machine.Sent(), kBegin);
+}
+
+TEST(BeginJob, InTheModesThatDoNotProbeDoesNotAskForTheSwitches) {
+  for (const std::uint32_t mode : {kCutterNone, kCutterManual, kCutterAirZ}) {
+    TestMachine machine;
+    FitSwitches(*machine);
+    machine->cutterMode = mode;
+    EXPECT_TRUE(BeginJob(*machine)) << mode;
+    EXPECT_EQ(machine.Sent(), kBegin) << mode;
+  }
+}
+
+TEST(EndJob, WithoutAConnectionSendsNothing) {
+  TestMachine machine;
+  machine->connected = 0;
+  machine->firstMove = 1;
+  EndJob(*machine);
+  EXPECT_EQ(machine.Sent(), "");
+  EXPECT_EQ(machine->firstMove, 1);
+}
+
+TEST(EndJob, SwitchesTheBlockMessagesAndTheOutputOff) {
+  TestMachine machine;
+  machine.OpenJob();
+  machine->firstMove = 1;
+  SetTicks(*machine, 77);
+  EndJob(*machine);
+  EXPECT_EQ(machine.Sent(), kEnd);
+  EXPECT_EQ(JobOpen(*machine), 0);
+  EXPECT_EQ(machine->firstMove, 0);
+  EXPECT_EQ(Ticks(*machine), 0u);
+}
+
+TEST(EndJob, WaitsUntilEveryMoveHasBegunAndEnded) {
+  TestMachine machine;
+  machine.OpenJob();
+  machine.controller.AnswerMoves(false);
+  MoveTo(*machine, 2000, 4000);
+  machine.Sent();
+  std::atomic<bool> ended{false};
+  std::thread host{[&] {
+    EndJob(*machine);
+    ended = true;
+  }};
+  EXPECT_FALSE(WaitUntil([&] { return ended.load(); }, std::chrono::milliseconds{200}));
+  machine.controller.Say("QX\r\nBX\r\n");
+  EXPECT_TRUE(WaitUntil([&] { return LinesInFlight(*machine) == 0; }));
+  EXPECT_FALSE(WaitUntil([&] { return ended.load(); }, std::chrono::milliseconds{200}));
+  EXPECT_TRUE(machine.controller.Lines().empty());
+  machine.controller.Say("EX\r\n");
+  EXPECT_TRUE(WaitUntil([&] { return ended.load(); }));
+  host.join();
+  EXPECT_EQ(machine.Sent(), kEnd);
+}
+
+TEST(EndJob, WaitsUntilTheControllerHasConfirmedBeforeItSwitchesTheOutputOff) {
+  TestMachine machine;
+  machine.OpenJob();
+  machine.controller.OnPrefix("SendBlockMessagesOff\n",
+                              [](k7test::FakeController&, const std::string&) {});
+  std::atomic<bool> ended{false};
+  std::thread host{[&] {
+    EndJob(*machine);
+    ended = true;
+  }};
+  EXPECT_TRUE(machine.controller.WaitForLine("SendBlockMessagesOff\n"));
+  EXPECT_FALSE(WaitUntil([&] { return ended.load(); }, std::chrono::milliseconds{200}));
+  machine.controller.Say("SendBlockMessagesOff\r\n");
+  EXPECT_TRUE(WaitUntil([&] { return ended.load(); }));
+  host.join();
+  EXPECT_EQ(machine.Sent(), kEnd);
+}
+
+TEST(EndJob, OfThePneumaticHeadForgetsWhatIsNeverReportedAfterFiveSecondsAndTheDelay) {
+  TestMachine machine;
+  machine.OpenJob();
+  machine->cutterMode = kCutterAirZ;
+  machine->engraveDelayMs = 300;
+  SetCounters(*machine, 1, 1);
+  const std::uint32_t start = TickMs();
+  EndJob(*machine);
+  const std::uint32_t elapsedMs = TickMs() - start;
+  // The deadline is noticed one pause late.
+  EXPECT_GE(elapsedMs, 5350u);
+  EXPECT_LT(elapsedMs, 7000u);
+  EXPECT_EQ(LinesInFlight(*machine), 0);
+  EXPECT_EQ(BlocksRunning(*machine), 0);
+  EXPECT_EQ(machine.Sent(), kEnd);
+}
+
+TEST(EndJob, OfAnotherHeadWaitsLongerThanThat) {
+  TestMachine machine;
+  machine.OpenJob();
+  SetCounters(*machine, 0, 1);
+  std::atomic<bool> ended{false};
+  std::thread host{[&] {
+    EndJob(*machine);
+    ended = true;
+  }};
+  EXPECT_FALSE(WaitUntil([&] { return ended.load(); }, std::chrono::milliseconds{5600}));
+  machine.controller.Say("EX\r\n");
+  EXPECT_TRUE(WaitUntil([&] { return ended.load(); }));
+  host.join();
+}
+
+TEST(EndJob, ACountBelowZeroIsNothingToWaitFor) {
+  TestMachine machine;
+  machine.OpenJob();
+  SetCounters(*machine, -1, -1);
+  EndJob(*machine);
+  EXPECT_EQ(machine.Sent(), kEnd);
+}
+
+TEST(Jobs, TheSecondStartsAfresh) {
+  TestMachine machine;
+  ASSERT_TRUE(BeginJob(*machine));
+  MoveTo(*machine, 2000, 4000);
+  EngraveTo(*machine, 4000, 4000);
+  EndJob(*machine);
+  EXPECT_EQ(machine.Tags().size(), 3u);
+  EXPECT_EQ(machine->zMoveCount, 1);
+  EXPECT_EQ(machine->firstMove, 0);
+  machine.Sent();
+
+  ASSERT_TRUE(BeginJob(*machine));
+  EXPECT_EQ(machine.Sent(), kBegin);
+  EXPECT_TRUE(machine.Tags().empty());
+  EXPECT_EQ(machine->queuedIndex, 0);
+  EXPECT_EQ(machine->startedIndex, 0);
+  EXPECT_EQ(machine->finishedIndex, 0);
+  EXPECT_EQ(machine->zMoveCount, 0);
+  EXPECT_EQ(machine->cutterState, kCutterUp);
+  EXPECT_EQ(machine->firstMove, 1);
+  EndJob(*machine);
+}
+
+}  // namespace
+}  // namespace k7
