@@ -1,11 +1,12 @@
-// The set cutter dialog: the gap between cutter and work piece.
+// The set cutter dialog: how far the cutter is to stand above the surface that it finds.
 #pragma once
 
 #include <windows.h>
 
 namespace k7 {
 
-// Opens the dialog modally on `owner` and returns its result: 1 kept, 2 cancelled. [host]
+// Opens the dialog modally on `owner` and returns its result: 1 applied, 2 cancelled. Works on
+// dialogDevice; without one the field stays empty and OK only closes. [host]
 INT_PTR ShowSetCutterDialog(HWND owner) noexcept;
 
 }  // namespace k7

@@ -1,9 +1,75 @@
 #include "ui/set_table_zero_dialog.h"
 
-namespace k7 {
+#include "motion/probing.h"
+#include "settings/settings_file.h"
+#include "settings/settings_keys.h"
+#include "ui/dialog_state.h"
+#include "ui/dialog_text.h"
+#include "ui/module_instance.h"
+#include "ui/resource_ids.h"
 
-INT_PTR ShowSetTableZeroDialog(HWND) noexcept {
-  return IDCANCEL;
+namespace k7 {
+namespace {
+
+// Position in the list = the method of SetTableSurface.
+constexpr const wchar_t* kModes[] = {L"Max Table Depth", L"Current Z Location", L"Do Z Probe"};
+constexpr int kProbe = 2;
+
+bool MayProbe() noexcept {
+  return dialogState.mode == 1 && dialogState.busy == 0 && dialogState.HasAllSwitches();
+}
+
+void OnInit(HWND dialog) noexcept {
+  if (dialogDevice == nullptr) return;
+  const SettingsFile file{*dialogDevice};
+  SetDecimal(dialog, IDC_TZ_BUFFER, file.ReadFloat(keys::kAxisZ, keys::kTableBuffer, 0.0f), 3);
+  // KEEP: not the key that OK writes: the mode chosen last is not the one shown next.
+  std::int32_t mode = file.ReadInt(keys::kAxisZ, keys::kTableZeroModeRead, 0);
+  for (int i = 0; i < kProbe; ++i) AddListEntry(dialog, IDC_TZ_MODE, kModes[i]);
+  if (MayProbe()) {
+    AddListEntry(dialog, IDC_TZ_MODE, kModes[kProbe]);
+  } else if (mode == kProbe) {
+    mode = 0;
+  }
+  Select(dialog, IDC_TZ_MODE, mode);
+}
+
+void OnOk(HWND dialog) noexcept {
+  if (dialogDevice != nullptr) {
+    const SettingsFile file{*dialogDevice};
+    const float bufferInches = ReadDecimal(dialog, IDC_TZ_BUFFER);
+    file.WriteFloat(keys::kAxisZ, keys::kTableBuffer, bufferInches);
+    const int mode = Selection(dialog, IDC_TZ_MODE);
+    file.WriteInt(keys::kAxisZ, keys::kTableZeroModeWritten, mode);
+    SetTableSurface(*dialogDevice, bufferInches, mode);
+    dialogState.engraveBufferModified = 0;
+  }
+  EndDialog(dialog, IDOK);
+}
+
+INT_PTR CALLBACK SetTableZeroDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexcept {
+  if (message == WM_INITDIALOG) {
+    OnInit(dialog);
+    return TRUE;
+  }
+  if (message != WM_COMMAND) return FALSE;
+  switch (LOWORD(wParam)) {
+    case IDOK:
+      OnOk(dialog);
+      return TRUE;
+    case IDCANCEL:
+      EndDialog(dialog, IDCANCEL);
+      return TRUE;
+    default:
+      return FALSE;
+  }
+}
+
+}  // namespace
+
+INT_PTR ShowSetTableZeroDialog(HWND owner) noexcept {
+  return DialogBoxParamW(ModuleInstance(), MAKEINTRESOURCEW(IDD_SET_TABLE_ZERO), owner,
+                         &SetTableZeroDialogProc, 0);
 }
 
 }  // namespace k7

@@ -1,11 +1,12 @@
-// The set table zero dialog.
+// The set table zero dialog: where the table's surface is and how far above it a cut must end.
 #pragma once
 
 #include <windows.h>
 
 namespace k7 {
 
-// Opens the dialog modally on `owner` and returns its result: 1 kept, 2 cancelled. [host]
+// Opens the dialog modally on `owner` and returns its result: 1 applied, 2 cancelled. Works on
+// dialogDevice; without one the field and the list stay empty and OK only closes. [host]
 INT_PTR ShowSetTableZeroDialog(HWND owner) noexcept;
 
 }  // namespace k7

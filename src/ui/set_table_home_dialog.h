@@ -1,0 +1,14 @@
+// The set table home dialog: the host's origin and the cutter's height, by hand or by number.
+#pragma once
+
+#include <windows.h>
+
+namespace k7 {
+
+// Opens the dialog modally on `owner`. The motors are off while it is open, so that the table can
+// be moved by hand. Result: 1 the home is settled, 2 cancelled, or settled by typed values with
+// the machine homed mechanically. Works on dialogDevice; without one it only opens and closes.
+// [host]
+INT_PTR ShowSetTableHomeDialog(HWND owner) noexcept;
+
+}  // namespace k7
