@@ -19,9 +19,11 @@ namespace {
 constexpr std::int32_t kQueueLines = 32;  // lines that the controller takes before it holds us up
 
 // Spins, without bound, while the controller's queue is full. A mutex that cannot be taken, or that
-// its holder abandoned, ends the wait and the line is sent anyway.
+// its holder abandoned, ends the wait and the line is sent anyway. Outside a job the controller
+// reports no blocks: the count only grows and nothing would ever end the wait.
 void WaitForRoom(const DeviceState& record) noexcept {
   PollUntil(0, [&] {
+    if (JobOpen(record) == 0) return true;
     const RecordLock<flightMutex> lock{record};
     return !lock || lock.WasAbandoned() || record.linesInFlight < kQueueLines;
   });

@@ -4,7 +4,6 @@
 #include <windows.h>
 
 #include <atomic>
-#include <thread>
 
 #include "device/polling.h"
 #include "device/record_lock.h"
@@ -122,38 +121,6 @@ TEST(EmitMove, AnAnswerThatIsFasterThanTheCountLeavesItAtZero) {
   machine.OpenJob();
   for (std::int32_t i = 1; i <= 200; ++i) Move(*machine, 10 * i, 0);
   EXPECT_TRUE(machine.WaitUntilIdle());
-}
-
-TEST(EmitMove, TheThirtyThirdLineWaitsUntilOneHasBegun) {
-  TestMachine machine;
-  machine.controller.AnswerMoves(false);
-  for (std::int32_t i = 1; i <= 32; ++i) ASSERT_EQ(Move(*machine, 100 * i, 0), kStatusSent);
-  ASSERT_TRUE(machine.controller.WaitForLines(32));
-  std::atomic<bool> sent{false};
-  std::thread host{[&] {
-    Move(*machine, 5000, 0);
-    sent = true;
-  }};
-  EXPECT_FALSE(WaitUntil([&] { return sent.load(); }, std::chrono::milliseconds{150}));
-  EXPECT_EQ(machine.controller.Lines().size(), 32u);
-  machine.controller.Say("QX\r\n");
-  EXPECT_FALSE(WaitUntil([&] { return sent.load(); }, std::chrono::milliseconds{100}));
-  machine.controller.Say("BX\r\n");
-  EXPECT_TRUE(WaitUntil([&] { return sent.load(); }));
-  host.join();
-  EXPECT_TRUE(machine.controller.WaitForLine("G0 X31.750000\n"));
-  EXPECT_EQ(LinesInFlight(*machine), 32);
-}
-
-TEST(EmitMove, AnAbandonedQueueMutexEndsTheWaitAndTheLineIsSentAnyway) {
-  TestMachine machine;
-  std::thread{[&] {
-    WaitForSingleObject(machine->mutexes[flightMutex], INFINITE);
-    machine->linesInFlight = 40;
-  }}.join();
-  EXPECT_EQ(Move(*machine, 2000, 0), kStatusSent);
-  EXPECT_EQ(machine.Sent(), "G0 X12.700000\n");
-  EXPECT_EQ(LinesInFlight(*machine), 41);
 }
 
 TEST(EmitMove, AQueueMutexThatCannotBeTakenEndsTheWait) {
