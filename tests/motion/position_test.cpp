@@ -1,0 +1,189 @@
+#include "motion/position.h"
+
+#include "support/machine_test.h"
+
+namespace k7 {
+namespace {
+
+using k7test::HostMessage;
+using k7test::HostWindow;
+
+class Position : public k7test::MachineTest {};
+
+TEST_F(Position, SetPositionSendsOneLineAtOnceAndTakesTheSteps) {
+  const std::int32_t x = 4000, y = -400, z = 4001;
+  machine_.OpenJob();
+  record_.linesInFlight = 40;  // no room for a move: no matter
+  SetPosition(record_, &x, &y, &z);
+  EXPECT_EQ(machine_.Sent(), "G92 X25.400000 Y-2.540000 Z25.406349\n");
+  EXPECT_EQ(record_.lastX, 4000);
+  EXPECT_EQ(record_.lastY, -400);
+  EXPECT_EQ(record_.lastZ, 4001);  // the given steps, whatever the text stands for
+  EXPECT_EQ(record_.linesInFlight, 40);
+}
+
+TEST_F(Position, SetPositionLeavesTheOtherAxes) {
+  machine_.StandAt(1, 2, 3, kCutterUp);
+  const std::int32_t z = 0;
+  SetPosition(record_, nullptr, nullptr, &z);
+  EXPECT_EQ(machine_.Sent(), "G92 Z0.000000\n");
+  EXPECT_EQ(record_.lastX, 1);
+  EXPECT_EQ(record_.lastY, 2);
+  EXPECT_EQ(record_.lastZ, 0);
+}
+
+TEST_F(Position, SetPositionWithoutAxesOrConnectionDoesNothing) {
+  SetPosition(record_, nullptr, nullptr, nullptr);
+  record_.connected = 0;
+  const std::int32_t x = 7;
+  SetPosition(record_, &x, nullptr, nullptr);
+  EXPECT_EQ(machine_.Sent(), "");
+  EXPECT_EQ(record_.lastX, 0);
+}
+
+TEST_F(Position, SetPositionSendsNoPositionThatCannotBeExpressed) {
+  record_.stepsPerMmX = 0.0f;
+  const std::int32_t x = 7, zero = 0;
+  SetPosition(record_, &x, nullptr, nullptr);
+  SetPosition(record_, &zero, &zero, nullptr);
+  EXPECT_EQ(machine_.Sent(), "G92 Y0.000000\n");
+}
+
+TEST_F(Position, GetCurrentLocationAtTheTableHomeIsZero) {
+  record_.tableHomeX = 1234;
+  record_.tableHomeY = -77;
+  machine_.StandAt(1234, -77, 0, kCutterUp);
+  std::int32_t x = 9, y = 9;
+  GetCurrentLocation(record_, &x, &y, nullptr);
+  EXPECT_EQ(x, 0);
+  EXPECT_EQ(y, 0);
+}
+
+TEST_F(Position, GetCurrentLocationIsInThousandthsFromTheTableHome) {
+  record_.tableHomeX = 400;
+  machine_.StandAt(4400, 8002, 0, kCutterUp);
+  record_.roundCircumference = 5.0f;
+  record_.parkedPosition = 8000;
+  std::int32_t x = 0, y = 0, round = 0;
+  GetCurrentLocation(record_, &x, &y, &round);
+  EXPECT_EQ(x, 1000);
+  EXPECT_EQ(y, 2001);
+  EXPECT_EQ(round, 1000);
+  GetCurrentLocation(record_, nullptr, nullptr, nullptr);
+  EXPECT_EQ(machine_.Sent(), "");  // no fixture to switch off
+}
+
+TEST_F(Position, AskedForTheRoundAxisItSwitchesTheFixtureOffAndBack) {
+  FitRoundFixture();
+  record_.roundAxisMode = kRoundReplacesX;
+  record_.tableHomeRound = 400;
+  record_.parkedPosition = 4400;            // of the replaced X
+  machine_.StandAt(8000, 0, 0, kCutterUp);  // of the fixture
+  std::int32_t x = 0, y = 0, round = 0;
+  GetCurrentLocation(record_, &x, &y, nullptr);
+  EXPECT_EQ(x, 1000);  // not asked for the fixture: by the round formula
+  EXPECT_EQ(machine_.Sent(), "");
+  GetCurrentLocation(record_, &x, &y, &round);
+  EXPECT_EQ(x, 1000);
+  EXPECT_EQ(round, 1000);
+  EXPECT_EQ(machine_.Sent(),
+            "M92 X157.48032\nM92 Y157.48032\nM800 X1 Y2\nG92 X27.940001 Y0.000000\n"
+            "M92 X314.96063\nM92 Y157.48032\nM800 X5 Y2\nG92 X25.400000 Y0.000000\n");
+  EXPECT_EQ(record_.roundAxisMode, kRoundReplacesX);
+  EXPECT_EQ(record_.lastX, 8000);
+  EXPECT_EQ(record_.parkedPosition, 4400);
+}
+
+TEST_F(Position, GetDisplayLocationFollowsTheRoundMode) {
+  record_.roundCircumference = 5.0f;  // 8000 per inch
+  record_.roundStepsPerInch = 2000.0f;
+  record_.tableHomeX = 400;
+  record_.tableHomeY = 400;
+  record_.tableHomeRound = 200;
+  record_.savedPositionX = 1200;
+  record_.savedPositionY = 2200;
+  record_.parkedPosition = 16000;
+  machine_.StandAt(8400, 12400, 0, kCutterUp);
+  std::int32_t x = 0, y = 0, third = 0;
+  GetDisplayLocation(record_, &x, &y, &third);
+  EXPECT_EQ(x, 2000);
+  EXPECT_EQ(y, 3000);
+  EXPECT_EQ(third, 2000);
+  record_.roundAxisMode = kRoundReplacesX;
+  GetDisplayLocation(record_, &x, &y, &third);
+  EXPECT_EQ(x, 500);
+  EXPECT_EQ(y, 3000);      // as without the fixture
+  EXPECT_EQ(third, 1050);  // KEEP: without the table home
+  record_.roundAxisMode = kRoundReplacesY;
+  GetDisplayLocation(record_, &x, &y, &third);
+  EXPECT_EQ(x, 2000);
+  EXPECT_EQ(y, 1000);
+  EXPECT_EQ(third, 1550);
+  record_.roundAxisMode = 3;
+  x = y = third = -1;
+  GetDisplayLocation(record_, &x, &y, &third);
+  EXPECT_EQ(x, -1);
+  EXPECT_EQ(y, -1);
+  EXPECT_EQ(third, -1);
+  for (const std::uint32_t mode : {0u, 1u, 2u, 3u}) {
+    record_.roundAxisMode = mode;
+    GetDisplayLocation(record_, nullptr, nullptr, nullptr);
+  }
+}
+
+TEST_F(Position, ReportPositionTellsHostStepsFromTheTableHome) {
+  const HostWindow window;
+  Tell(window);
+  record_.xAxisFactor = 2;
+  record_.yAxisFactor = 3;
+  record_.tableHomeX = 101;
+  record_.tableHomeY = -100;
+  machine_.StandAt(0, 205, 0, kCutterUp);
+  std::int32_t x = 10, y = 10;
+  ReportPosition(record_, &x, &y);
+  EXPECT_EQ(x, 60);   // KEEP: the home is added to the caller's value
+  EXPECT_EQ(y, -23);  // toward zero
+  ReportPosition(record_, nullptr, nullptr);
+  EXPECT_EQ(window.Seen(),
+            (std::vector<HostMessage>{{kPosition, -50, 101}, {kPosition, -50, 101}}));
+}
+
+TEST_F(Position, ReportsNeedAWindowAndAMessage) {
+  const HostWindow window;
+  Tell(window);
+  record_.tableHomeX = 100;
+  std::int32_t x = 5;
+  record_.msgExtra1 = 0;
+  record_.msgExtra2 = 0;
+  ReportPosition(record_, &x, nullptr);
+  ReportSurface(record_);
+  Tell(window);
+  record_.ownerWindow = nullptr;
+  ReportPosition(record_, &x, nullptr);
+  ReportSurface(record_);
+  EXPECT_EQ(x, 5);
+  EXPECT_TRUE(window.Seen().empty());
+}
+
+TEST_F(Position, AnAxisFactorOfZeroReportsZero) {
+  const HostWindow window;
+  Tell(window);
+  record_.xAxisFactor = record_.yAxisFactor = 0;
+  machine_.StandAt(500, 500, 0, kCutterUp);
+  std::int32_t x = 5;
+  ReportPosition(record_, &x, nullptr);
+  EXPECT_EQ(x, 5);
+  EXPECT_EQ(window.Seen(), (std::vector<HostMessage>{{kPosition, 0, 0}}));
+}
+
+TEST_F(Position, ReportSurfaceTellsMachineSteps) {
+  const HostWindow window;
+  Tell(window);
+  record_.tableSurface = -8000;
+  machine_.StandAt(0, 0, 4321, kCutterUp);
+  ReportSurface(record_);
+  EXPECT_EQ(window.Seen(), (std::vector<HostMessage>{{kSurface, -8000, 4321}}));
+}
+
+}  // namespace
+}  // namespace k7

@@ -1,0 +1,196 @@
+#include "motion/probing.h"
+
+#include <atomic>
+#include <thread>
+
+#include "device/polling.h"
+#include "job/job.h"
+#include "motion/move.h"
+#include "support/machine_test.h"
+
+namespace k7 {
+namespace {
+
+using k7test::HostMessage;
+using k7test::HostWindow;
+
+class Probing : public k7test::MachineTest {
+ protected:
+  // Touches `steps` below the present Z.
+  void TouchAt(int steps) {
+    machine_.controller.OnPrefix("G30 ", [steps](k7test::FakeController& fake, const std::string&) {
+      fake.Say("Z_Probe " + std::to_string(steps) + "\r\n");
+    });
+  }
+};
+
+TEST_F(Probing, DeclaresTheTouchToBeTheCutterHome) {
+  TouchAt(2000);
+  machine_.StandAt(0, 0, 4000, kCutterUp);
+  ProbeSurface(record_);
+  // KEEP: the down speed in millimetres per second, where the controller reads per minute.
+  EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z38.099998\n");
+  EXPECT_EQ(record_.cutterHome, 6000);
+  EXPECT_EQ(record_.lastZ, 6000);
+  EXPECT_EQ(record_.probePending, 0);
+}
+
+TEST_F(Probing, InModeThreeTheSpeedIs12_700) {
+  TouchAt(0);
+  record_.cutterMode = kCutterSemiAutomatic;
+  record_.cutterDownSpeed = 3.0f;
+  ProbeSurface(record_);
+  EXPECT_EQ(machine_.Sent().substr(0, 12), "G30 F12.700\n");
+  EXPECT_STREQ(record_.lastFeedText, "762.000");
+  record_.cutterMode = kCutterAutomatic;
+  ProbeSurface(record_);
+  EXPECT_EQ(machine_.Sent().substr(0, 12), "G30 F76.200\n");
+  EXPECT_STREQ(record_.lastFeedText, "4572.000");
+}
+
+TEST_F(Probing, LeavesTheDownFeedAsAlreadySent) {
+  TouchAt(0);
+  ProbeSurface(record_);
+  machine_.Sent();
+  SetFeedRate(record_, record_.cutterDownSpeed);
+  EXPECT_EQ(machine_.Sent(), "");
+  SetFeedRate(record_, record_.cutterUpSpeed);
+  EXPECT_EQ(machine_.Sent(), "G0 F381.000\n");
+}
+
+TEST_F(Probing, WaitsForTheAnswerAndIsNotEndedByAMiss) {
+  std::atomic<bool> done{false};
+  std::thread host{[&] {
+    ProbeSurface(record_);
+    done = true;
+  }};
+  EXPECT_TRUE(machine_.controller.WaitForLine("G30 F12.700\n"));
+  machine_.controller.Say("ZProbe not triggered\r\n");
+  Sleep(60);
+  EXPECT_FALSE(done);
+  machine_.controller.Say("Z_Probe 5\r\n");
+  host.join();
+  EXPECT_EQ(record_.cutterHome, 5);
+}
+
+TEST_F(Probing, InAJobItFirstWaitsUntilEveryLineHasBegun) {
+  TouchAt(0);
+  machine_.OpenJob();
+  machine_.controller.AnswerMoves(false);
+  const std::int32_t x = 4000;
+  EmitMove(record_, &x, nullptr, nullptr, 1, CommandTag::Move);
+  std::thread host{[&] { ProbeSurface(record_); }};
+  EXPECT_TRUE(machine_.controller.WaitForLine("G0 X25.400000\n"));
+  Sleep(60);
+  EXPECT_EQ(machine_.controller.Transcript(), "G0 X25.400000\n");
+  machine_.controller.Say("BX\r\n");  // begun is enough
+  host.join();
+  EXPECT_EQ(machine_.Sent(), "G0 X25.400000\nG30 F12.700\nG92 Z0.000000\n");
+}
+
+TEST_F(Probing, OutsideAJobNothingReportsBegunLines) {
+  TouchAt(0);
+  record_.linesInFlight = 2;
+  ProbeSurface(record_);
+  EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z0.000000\n");
+}
+
+TEST_F(Probing, IsNothingWithoutAConnection) {
+  record_.connected = 0;
+  ProbeSurface(record_);
+  ProbeAndLift(record_, 10);
+  SetTableSurface(record_, 0.0f, 1);
+  EXPECT_EQ(machine_.Sent(), "");
+  EXPECT_EQ(record_.tableSurface, 8000);
+  EXPECT_STREQ(record_.lastFeedText, "");
+}
+
+TEST_F(Probing, TheProbeOffsetIsTakenOffTheSurface) {
+  record_.probeOffset = 0.1f;
+  SubtractProbeOffset(record_);
+  EXPECT_EQ(record_.cutterHome, 3600);
+  record_.probeOffset = -0.1f;
+  SubtractProbeOffset(record_);
+  EXPECT_EQ(record_.cutterHome, 3999);  // half a step is added, then truncated
+}
+
+TEST_F(Probing, ProbeAndLiftLeavesTheCutterMarkedDown) {
+  TouchAt(4000);
+  record_.probeOffset = 0.1f;
+  record_.linesInFlight = 3;
+  record_.blocksRunning = 2;
+  ProbeAndLift(record_, 250);
+  EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z25.400000\nG0 F381.000\nG0 Z16.510000\n");
+  EXPECT_EQ(record_.cutterHome, 3600);
+  EXPECT_EQ(record_.cutterState, kCutterDown);  // KEEP: although it went up
+  EXPECT_EQ(LinesInFlight(record_), 0);
+  EXPECT_EQ(BlocksRunning(record_), 0);
+}
+
+TEST_F(Probing, ProbeAndLiftIsNothingBelowOneThousandthOrInAJob) {
+  ProbeAndLift(record_, 0);
+  ProbeAndLift(record_, -5);
+  EXPECT_EQ(machine_.Sent(), "");
+  machine_.OpenJob();
+  ProbeAndLift(record_, 10);
+  SetTableSurface(record_, 0.0f, 1);
+  EXPECT_EQ(machine_.Sent(), "");
+  EXPECT_EQ(record_.cutterState, kCutterUp);
+  EXPECT_EQ(record_.tableSurface, 8000);
+}
+
+class TableSurface : public Probing {
+ protected:
+  TableSurface() {
+    Tell(window_);
+    machine_.StandAt(0, 0, 2000, kCutterDown);
+  }
+  const HostWindow window_;
+};
+
+TEST_F(TableSurface, FromTheTableDepthByWholeDivision) {
+  record_.tableDepth = 2001;
+  record_.screwPitchZ = 2000.0f / 1999.0f;  // 1999 steps per inch: 3999.999 is 3999
+  record_.linesInFlight = 5;
+  SetTableSurface(record_, 0.1f, 0);
+  EXPECT_EQ(record_.tableSurface, 3999 - 200);
+  EXPECT_EQ(File(), L"Axis Z/Table Surface=3799\n");  // steps, not the bits of a float
+  EXPECT_EQ(machine_.Sent(), "G0 F381.000\nG0 Z0.000000\n");
+  EXPECT_EQ(record_.cutterState, kCutterUp);
+  EXPECT_EQ(LinesInFlight(record_), 0);
+  EXPECT_EQ(window_.Seen(), (std::vector<HostMessage>{{kSurface, 3799, 0}}));
+}
+
+TEST_F(TableSurface, FromThePresentZ) {
+  SetTableSurface(record_, 0.0f, 1);
+  EXPECT_EQ(record_.tableSurface, 2000);
+  EXPECT_EQ(machine_.Sent(), "G0 F381.000\nG0 Z0.000000\n");
+}
+
+// The probe has declared the touch before the offset is taken off the cutter home alone.
+TEST_F(TableSurface, FromAProbe) {
+  TouchAt(1000);
+  record_.probeOffset = 0.1f;
+  SetTableSurface(record_, 0.01f, 2);
+  EXPECT_EQ(record_.cutterHome, 2600);
+  EXPECT_EQ(record_.tableSurface, 2960);
+  EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z19.049999\nG0 F381.000\nG0 Z0.000000\n");
+}
+
+TEST_F(TableSurface, AtTheTopAlreadyTheCutterStateStays) {
+  machine_.StandAt(0, 0, 0, kCutterDown);
+  SetTableSurface(record_, 0.0f, 1);
+  EXPECT_EQ(record_.cutterState, kCutterDown);
+  EXPECT_EQ(machine_.Sent(), "G0 F381.000\n");
+}
+
+TEST_F(TableSurface, AnUnknownMethodChangesNothing) {
+  SetTableSurface(record_, 0.5f, 3);
+  SetTableSurface(record_, 0.5f, -1);
+  EXPECT_EQ(record_.tableSurface, 8000);
+  EXPECT_EQ(machine_.Sent(), "");
+  EXPECT_EQ(File(), L"");
+}
+
+}  // namespace
+}  // namespace k7

@@ -1,0 +1,196 @@
+// Spindle, motors, the drained queue and the round fixture on the wire.
+#include "device/polling.h"
+#include "job/job.h"
+#include "motion/drain.h"
+#include "motion/motors.h"
+#include "motion/move.h"
+#include "motion/round_fixture.h"
+#include "motion/spindle.h"
+#include "support/machine_test.h"
+
+namespace k7 {
+namespace {
+
+using k7test::Duration;
+
+class Tools : public k7test::MachineTest {};
+
+TEST_F(Tools, MotorsGoOnWithOneAndOffWithAnythingElse) {
+  SetMotors(record_, 1);
+  SetMotors(record_, 0);
+  SetMotors(record_, 2);
+  EXPECT_EQ(machine_.Sent(), "M17\nM18\nM18\n");
+  record_.connected = 0;
+  SetMotors(record_, 1);
+  EXPECT_EQ(machine_.Sent(), "");
+}
+
+TEST_F(Tools, TheSpindleIsSwitchedOnOnceAndWaitedForOnce) {
+  FitSpindle();
+  record_.spindleRpm = 6500;
+  EXPECT_GE(Duration([&] { SetSpindle(record_, kSpindleEngrave); }), 750u);
+  EXPECT_LT(Duration([&] { SetSpindle(record_, kSpindleEngrave); }), 700u);
+  EXPECT_EQ(machine_.Sent(), "M42\nM44 S126\n");
+  EXPECT_EQ(record_.spindleOn, 1);
+  EXPECT_EQ(record_.spindleValue, 6500);
+  // KEEP: full speed is level 252, never 255; a running spindle gets the on line again.
+  SetSpindle(record_, kSpindleFull);
+  EXPECT_EQ(machine_.Sent(), "M42\nM44 S252\n");
+  EXPECT_EQ(record_.spindleValue, 13000);
+  EXPECT_GE(Duration([&] { SetSpindle(record_, kSpindleOff); }), 750u);
+  EXPECT_EQ(machine_.Sent(), "M43\n");
+  EXPECT_EQ(record_.spindleOn, 0);
+  EXPECT_EQ(record_.spindleValue, 0);
+}
+
+TEST_F(Tools, AnInhibitedSpindleCanStillBeSwitchedOff) {
+  FitSpindle();
+  SetSpindle(record_, kSpindleInhibit);
+  EXPECT_EQ(record_.spindleInhibit, 1);
+  SetSpindle(record_, kSpindleEngrave);
+  SetSpindle(record_, kSpindleFull);
+  EXPECT_EQ(machine_.Sent(), "");
+  record_.spindleValue = 13000;
+  SetSpindle(record_, kSpindleOff);
+  EXPECT_EQ(machine_.Sent(), "M43\n");
+  SetSpindle(record_, kSpindleRelease);
+  EXPECT_EQ(record_.spindleInhibit, 0);
+  // A running spindle is not inhibited.
+  record_.spindleOn = 1;
+  SetSpindle(record_, kSpindleInhibit);
+  EXPECT_EQ(record_.spindleInhibit, 0);
+}
+
+TEST_F(Tools, WithoutASpindleOrWithAirZTheSpindleIsIgnored) {
+  SetSpindle(record_, kSpindleEngrave);
+  SetSpindle(record_, kSpindleInhibit);
+  FitSpindle();
+  record_.spindlePresent = 2;  // exactly 1 counts
+  SetSpindle(record_, kSpindleEngrave);
+  FitSpindle();
+  record_.cutterMode = kCutterAirZ;
+  SetSpindle(record_, kSpindleEngrave);
+  SetSpindle(record_, kSpindleInhibit);
+  record_.cutterMode = kCutterNone;
+  SetSpindle(record_, 5);  // no such command
+  record_.connected = 0;
+  SetSpindle(record_, kSpindleEngrave);
+  EXPECT_EQ(machine_.Sent(), "");
+  EXPECT_EQ(record_.spindleInhibit, 0);
+  EXPECT_EQ(record_.spindleValue, 0);
+}
+
+TEST_F(Tools, DrainQueueWaitsForBegunAndEndedMovesThenHolds) {
+  BeginJob(record_);
+  machine_.controller.AnswerMoves(false);
+  const std::int32_t x = 4000;
+  EmitMove(record_, &x, nullptr, nullptr, 1, CommandTag::Move);
+  record_.lastCheckTick = record_.lastAnswerTick = 5;
+  std::atomic<bool> drained{false};
+  std::thread host{[&] {
+    DrainQueue(record_, 1);
+    drained = true;
+  }};
+  machine_.controller.Say("QX\r\nBX\r\n");
+  EXPECT_TRUE(k7test::WaitUntil([&] { return BlocksRunning(record_) == 1; }));
+  Sleep(120);
+  EXPECT_FALSE(drained);
+  machine_.controller.Say("EX\r\n");
+  host.join();
+  EXPECT_EQ(record_.plungeHold, 1);
+  EXPECT_EQ(record_.lastCheckTick, 0u);
+  EXPECT_EQ(record_.lastAnswerTick, 0u);
+  DrainQueue(record_, 0);
+  EXPECT_EQ(record_.plungeHold, 0);
+}
+
+TEST_F(Tools, OutsideAJobNothingWouldEndTheDrain) {
+  record_.linesInFlight = 3;
+  DrainQueue(record_, 1);
+  EXPECT_EQ(record_.plungeHold, 1);
+}
+
+TEST_F(Tools, WithoutMutexesTheDrainEndsAndTheFlagIsStored) {
+  DeviceState detached;
+  detached.linesInFlight = 3;
+  detached.lastCheckTick = 9;
+  DrainQueue(detached, 7);
+  EXPECT_EQ(detached.plungeHold, 7);
+  EXPECT_EQ(detached.lastCheckTick, 0u);
+}
+
+TEST_F(Tools, ThePresentRoundModeWritesAndSendsNothing) {
+  FitRoundFixture();
+  EXPECT_LT(Duration([&] { SwitchRoundMode(record_, 0); }), 400u);
+  EXPECT_EQ(machine_.Sent(), "");
+  EXPECT_EQ(File(), L"");
+}
+
+TEST_F(Tools, TheFixtureTakesXAndGivesItBack) {
+  FitRoundFixture();
+  machine_.StandAt(4000, 8000, 7, kCutterUp);
+  record_.parkedPosition = 16000;
+  record_.tableHomeX = 40;
+  record_.lastCheckTick = record_.lastAnswerTick = 5;
+  EXPECT_GE(Duration([&] { SwitchRoundMode(record_, 1); }), 1000u);
+  EXPECT_EQ(record_.lastCheckTick, 0u);
+  EXPECT_EQ(record_.lastAnswerTick, 0u);
+  EXPECT_EQ(machine_.Sent(),
+            "M92 X314.96063\nM92 Y157.48032\nM800 X5 Y2\nG92 X50.799999 Y50.799999\n");
+  EXPECT_EQ(File(), L"Axis Round/Mode=1\n");
+  EXPECT_EQ(record_.lastX, 16000);
+  EXPECT_EQ(record_.parkedPosition, 4000);
+  EXPECT_EQ(record_.savedPositionX, 4000);
+  EXPECT_EQ(record_.roundStepsPerInch, 4000.0f);
+  EXPECT_EQ(record_.tableHomeRound, 40);
+
+  SwitchRoundMode(record_, 0);
+  EXPECT_EQ(machine_.Sent(),
+            "M92 X157.48032\nM92 Y157.48032\nM800 X1 Y2\nG92 X25.400000 Y50.799999\n");
+  EXPECT_EQ(File(), L"Axis Round/Mode=0\n");
+  EXPECT_EQ(record_.lastX, 4000);
+  EXPECT_EQ(record_.lastY, 8000);
+  EXPECT_EQ(record_.parkedPosition, 16000);
+  EXPECT_EQ(record_.tableHomeX, 40);
+  EXPECT_EQ(record_.roundAxisMode, kRoundOff);
+}
+
+TEST_F(Tools, TheFixtureGoesFromXToYAndOff) {
+  FitRoundFixture();
+  machine_.StandAt(4000, 8000, 7, kCutterUp);
+  record_.parkedPosition = 16000;
+  SwitchRoundMode(record_, 1);
+  machine_.Sent();
+  SwitchRoundMode(record_, 2);
+  // KEEP: the live positions change places, so the position declared for X is that of Y.
+  EXPECT_EQ(machine_.Sent(),
+            "M92 X157.48032\nM92 Y314.96063\nM800 X1 Y5\nG92 X50.799999 Y50.799999\n");
+  EXPECT_EQ(File(), L"Axis Round/Mode=2\n");
+  SwitchRoundMode(record_, 0);
+  EXPECT_EQ(machine_.Sent(),
+            "M92 X157.48032\nM92 Y157.48032\nM800 X1 Y2\nG92 X50.799999 Y25.400000\n");
+  EXPECT_EQ(File(), L"Axis Round/Mode=0\n");
+  EXPECT_EQ(record_.parkedPosition, 16000);
+}
+
+TEST_F(Tools, TheAxisMappingOfEachMode) {
+  constexpr struct {
+    std::uint8_t attachment;
+    std::uint32_t mode;
+    const char* want;
+  } kCases[] = {
+      {0, 0, "M800 X1 Y2\n"}, {0, 1, "M800 X1 Y2\n"},
+      {0, 2, "M800 X1 Y2\n"}, {0, 3, "M800 X1 Y2\n"},
+      {1, 0, "M800 X1 Y2\n"}, {1, 1, "M800 X5 Y2\n"},
+      {1, 2, "M800 X1 Y5\n"}, {1, 3, ""},
+  };
+  for (const auto& c : kCases) {
+    hasRoundAttachment = c.attachment;
+    record_.roundAxisMode = c.mode;
+    SendAxisMapping(record_);
+    EXPECT_EQ(machine_.Sent(), c.want) << int{c.attachment} << ' ' << c.mode;
+  }
+}
+
+}  // namespace
+}  // namespace k7
