@@ -15,7 +15,7 @@ class AttachedDevice {
  public:
   explicit AttachedDevice(FakeController& controller, bool connected = true)
       : controller_(controller) {
-    k7::AttachLink(record_, controller.DriverEnd(), k7::kLinkSerial, L"fake");
+    k7::AttachLink(record_, controller.DriverEnd(), controller.LinkType(), L"fake");
     record_.connected = connected ? 1 : 0;
   }
   ~AttachedDevice() {

@@ -1,49 +1,38 @@
 #include "support/fake_controller.h"
 
-#include <cstdio>
-#include <cstdlib>
-
 #include "support/wait_until.h"
 
 namespace k7test {
 
-namespace {
-
-[[noreturn]] void Fail(const char* what) {
-  std::fprintf(stderr, "FakeController: %s failed, error %lu\n", what, GetLastError());
-  std::abort();
-}
-
-// Waits for an overlapped operation; cancelled when `stop` is signalled (may be null).
-bool Finish(HANDLE file, OVERLAPPED& block, HANDLE stop, DWORD& count) {
-  HANDLE events[2] = {block.hEvent, stop};
-  const DWORD which = WaitForMultipleObjects(stop == nullptr ? 1 : 2, events, FALSE, INFINITE);
-  if (which != WAIT_OBJECT_0) CancelIoEx(file, &block);
-  return GetOverlappedResult(file, &block, &count, TRUE) && which == WAIT_OBJECT_0;
-}
-
-}  // namespace
-
-FakeController::FakeController() {
-  static std::atomic<int> serial{0};
-  const std::wstring name = L"\\\\.\\pipe\\k7test-" + std::to_wstring(GetCurrentProcessId()) +
-                            L"-" + std::to_wstring(++serial);
-  controller_ = CreateNamedPipeW(name.c_str(), PIPE_ACCESS_DUPLEX | FILE_FLAG_OVERLAPPED,
-                                 PIPE_TYPE_BYTE | PIPE_WAIT, 1, 65536, 65536, 0, nullptr);
-  if (controller_ == INVALID_HANDLE_VALUE) Fail("CreateNamedPipe");
-  driver_ = CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                        FILE_FLAG_OVERLAPPED, nullptr);
-  if (driver_ == INVALID_HANDLE_VALUE) Fail("CreateFile");
-  stop_ = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+FakeController::FakeController(std::uint32_t linkType, int bufferBytes)
+    : ends_(linkType, bufferBytes),
+      stop_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+      pause_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+      resume_(CreateEventW(nullptr, TRUE, TRUE, nullptr)) {
   thread_ = std::thread{[this] { Run(); }};
 }
 
 FakeController::~FakeController() {
-  SetEvent(stop_);
-  thread_.join();
-  CloseHandle(driver_);
-  CloseHandle(controller_);
+  HangUp();
   CloseHandle(stop_);
+  CloseHandle(pause_);
+  CloseHandle(resume_);
+}
+
+void FakeController::HangUp() {
+  SetEvent(stop_);
+  if (thread_.joinable()) thread_.join();
+  ends_.CloseControllerEnd();
+}
+
+void FakeController::StopReading() {
+  ResetEvent(resume_);
+  SetEvent(pause_);
+}
+
+void FakeController::ResumeReading() {
+  ResetEvent(pause_);
+  SetEvent(resume_);
 }
 
 void FakeController::Answer(const std::string& line, const std::string& reply) {
@@ -79,23 +68,26 @@ void FakeController::BehaveWell(const std::string& controllerId) {
 void FakeController::Say(const std::string& bytes) {
   if (bytes.empty()) return;
   const std::lock_guard lock{writeGuard_};
-  OVERLAPPED block{};
-  block.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-  DWORD count = 0;
-  if (!WriteFile(controller_, bytes.data(), static_cast<DWORD>(bytes.size()), nullptr, &block) &&
-      GetLastError() == ERROR_IO_PENDING) {
-    Finish(controller_, block, stop_, count);
-  }
-  CloseHandle(block.hEvent);
+  Write(bytes, INFINITE);
 }
 
 void FakeController::Nudge() {
+  Write("\n", 50);
+}
+
+// Gives up, taking back what it can, at the end of the time or of the fake.
+void FakeController::Write(const std::string& bytes, DWORD waitMs) {
+  const HANDLE file = ends_.ControllerEnd();
   OVERLAPPED block{};
   block.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-  DWORD count = 0;
-  if (!WriteFile(controller_, "\n", 1, nullptr, &block) && GetLastError() == ERROR_IO_PENDING) {
-    if (WaitForSingleObject(block.hEvent, 50) != WAIT_OBJECT_0) CancelIoEx(controller_, &block);
-    GetOverlappedResult(controller_, &block, &count, TRUE);
+  if (!WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), nullptr, &block) &&
+      GetLastError() == ERROR_IO_PENDING) {
+    const HANDLE events[] = {block.hEvent, stop_};
+    if (WaitForMultipleObjects(2, events, FALSE, waitMs) != WAIT_OBJECT_0) {
+      CancelIoEx(file, &block);
+    }
+    DWORD count = 0;
+    GetOverlappedResult(file, &block, &count, TRUE);
   }
   CloseHandle(block.hEvent);
 }
@@ -130,18 +122,24 @@ bool FakeController::WaitForLines(std::size_t count) const {
 }
 
 void FakeController::Run() {
+  const HANDLE file = ends_.ControllerEnd();
   std::string pending;
   OVERLAPPED block{};
   block.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-  for (;;) {
+  const HANDLE turns[] = {stop_, resume_};
+  while (WaitForMultipleObjects(2, turns, FALSE, INFINITE) != WAIT_OBJECT_0) {
     char buffer[4096];
-    DWORD count = 0;
-    ResetEvent(block.hEvent);
-    if (!ReadFile(controller_, buffer, sizeof buffer, nullptr, &block) &&
+    if (!ReadFile(file, buffer, sizeof buffer, nullptr, &block) &&
         GetLastError() != ERROR_IO_PENDING) {
       break;
     }
-    if (!Finish(controller_, block, stop_, count)) break;
+    const HANDLE ends[] = {block.hEvent, stop_, pause_};
+    const bool done = WaitForMultipleObjects(3, ends, FALSE, INFINITE) == WAIT_OBJECT_0;
+    if (!done) CancelIoEx(file, &block);
+    DWORD count = 0;
+    // What a cancelled read has brought all the same counts as well.
+    if (!GetOverlappedResult(file, &block, &count, TRUE) && done) break;
+    if (done && count == 0) break;
     pending.append(buffer, count);
     for (std::size_t end = 0; (end = pending.find('\n')) != std::string::npos;) {
       const std::string line = pending.substr(0, end + 1);

@@ -1,6 +1,8 @@
-// FakeController: the far end of an overlapped named pipe plays the controller, in process.
+// FakeController: the far end of a link plays the controller, in process.
 #pragma once
 
+#include "support/link_ends.h"
+// After winsock2.h, which it must not precede.
 #include <windows.h>
 
 #include <atomic>
@@ -13,20 +15,21 @@
 
 namespace k7test {
 
-// Records every line that the driver sends and answers by rule. The driver's end is a duplex handle
-// opened for overlapped I/O: to be attached as a serial link. Reads on it stay pending while the
-// controller is silent, as they do on TCP.
+// Records every line that the driver sends and answers by rule. The driver's end is made for
+// overlapped I/O: the end of a named pipe, to be attached as a serial link (reads on it stay
+// pending while the controller is silent), or a loopback socket, to be attached as a TCP link.
 class FakeController {
  public:
   using Handler = std::function<void(FakeController&, const std::string& line)>;
 
-  FakeController();
+  explicit FakeController(std::uint32_t linkType = k7::kLinkSerial, int bufferBytes = 65536);
   ~FakeController();  // stops answering and closes both ends
   FakeController(const FakeController&) = delete;
   FakeController& operator=(const FakeController&) = delete;
 
-  // The end to attach; stays owned by the fake.
-  HANDLE DriverEnd() const { return driver_; }
+  // The end to attach, and as what; stays owned by the fake.
+  HANDLE DriverEnd() const { return ends_.DriverEnd(); }
+  std::uint32_t LinkType() const { return ends_.LinkType(); }
 
   // When exactly this line (with its "\n") arrives, send `reply` back (may be empty or hold several
   // lines). A later rule for the same line replaces the earlier.
@@ -42,6 +45,12 @@ class FakeController {
 
   // Sends bytes to the driver, unasked.
   void Say(const std::string& bytes);
+
+  // Takes nothing off the link until ResumeReading: the driver's writes back up.
+  void StopReading();
+  void ResumeReading();
+  // Stops for good and closes the controller's end, as a pulled cable does.
+  void HangUp();
 
   // Sends a bare line feed, which means nothing, so that a reader that waits for a byte wakes up.
   // Given up after a moment when the pipe is full.
@@ -59,13 +68,15 @@ class FakeController {
 
  private:
   void Run();
+  void Write(const std::string& bytes, DWORD waitMs);
   void Handle(const std::string& line);
 
-  HANDLE controller_ = INVALID_HANDLE_VALUE;
-  HANDLE driver_ = INVALID_HANDLE_VALUE;
+  LinkEnds ends_;
   HANDLE stop_ = nullptr;
+  HANDLE pause_ = nullptr;   // signalled: reads nothing
+  HANDLE resume_ = nullptr;  // the opposite
   std::thread thread_;
-  mutable std::mutex guard_;  // lines_, rules, said_
+  mutable std::mutex guard_;  // lines_, rules
   std::mutex writeGuard_;
   std::vector<std::string> lines_;
   std::map<std::string, std::string> answers_;
