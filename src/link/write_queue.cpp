@@ -67,7 +67,10 @@ WriteResult WriteQueue::Advance(const Line* own) noexcept {
     const bool wasOwn = &line == own;
     PopFirst();
     // KEEP: a line that fails after its sender stopped waiting is not reported to anybody.
-    if (wasOwn && lost) return WriteResult::Lost;
+    if (wasOwn && lost) {
+      outstanding_.store(false);  // it was the last
+      return WriteResult::Lost;
+    }
   }
   outstanding_.store(first_ != nullptr);
   if (own == nullptr) return WriteResult::Gone;

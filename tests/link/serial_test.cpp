@@ -1,0 +1,38 @@
+#include "link/serial.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace k7 {
+namespace {
+
+TEST(OpenSerialPort, APortThatIsNotThereIsEmpty) {
+  EXPECT_FALSE(OpenSerialPort(L"\\\\.\\k7test no such port"));
+}
+
+// A pipe stands in for a port whose driver takes no settings.
+TEST(OpenSerialPort, APortThatRefusesItsSettingsIsOpenAllTheSameAndForOverlappedUse) {
+  const std::wstring name = L"\\\\.\\pipe\\k7test-serial-" + std::to_wstring(GetCurrentProcessId());
+  const UniqueFile farEnd{CreateNamedPipeW(name.c_str(), PIPE_ACCESS_DUPLEX | FILE_FLAG_OVERLAPPED,
+                                           PIPE_TYPE_BYTE, 1, 512, 512, 0, nullptr)};
+  ASSERT_TRUE(farEnd);
+  const UniqueFile port = OpenSerialPort(name.c_str());
+  ASSERT_TRUE(port);
+  EXPECT_FALSE(OpenSerialPort(name.c_str()));  // nobody else gets it
+
+  char byte = 0;
+  const UniqueHandle done{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+  OVERLAPPED block{};
+  block.hEvent = done.Get();
+  EXPECT_FALSE(ReadFile(port.Get(), &byte, 1, nullptr, &block));
+  EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_IO_PENDING));
+  CancelIoEx(port.Get(), &block);
+  DWORD count = 0;
+  GetOverlappedResult(port.Get(), &block, &count, TRUE);
+}
+
+}  // namespace
+}  // namespace k7
