@@ -1,9 +1,65 @@
 #include "job/travel.h"
 
+#include "device/module_state.h"
+#include "device/record_lock.h"
+#include "job/job.h"
+#include "motion/move.h"
+#include "motion/spindle.h"
+#include "motion/strokes.h"
+#include "motion/tool_wait.h"
+#include "motion/units.h"
+
 namespace k7 {
 
-std::uint32_t TravelTo(DeviceState&, std::uint32_t, std::uint32_t) noexcept {
-  return {};
+namespace {
+
+constexpr std::int32_t kMachineTop = 0;
+constexpr int kEarlyTags = 4;
+
+void RunSpindleUp(DeviceState& record) {
+  if (hasSpindle != 0) SetSpindle(record, kSpindleFull);
+}
+
+// The lifts sent ahead of the job can be answered inside it: their answers are to read as moves.
+void MarkEarlyTagsAsMoves(DeviceState& record) {
+  const RecordLock<ringMutex> lock{record};
+  if (!lock) return;
+  for (int i = 0; i < kEarlyTags; ++i) record.ackRing[i] = CommandTag::Move;
+}
+
+}  // namespace
+
+std::uint32_t TravelTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) noexcept {
+  if (record.connected != 1) return kStatusNothing;
+  std::int32_t x = WrapMultiply(static_cast<std::int32_t>(hostX), record.xAxisFactor);
+  std::int32_t y = WrapMultiply(static_cast<std::int32_t>(hostY), record.yAxisFactor);
+  if (x > 0 || y >= 1) {
+    // KEEP: a travel to the host's origin goes to the machine's own zero, not to the table home.
+    x = WrapAdd(x, record.tableHomeX);
+    y = WrapAdd(y, record.tableHomeY);
+  }
+  const std::int32_t lift = LiftZ(record);
+
+  if (record.plungeHold == 1) {
+    RunSpindleUp(record);
+    SetFeedRate(record, record.cutterUpSpeed);
+    MoveCutter(record, kMachineTop, CommandTag::Lift, kCutterUp, false);
+    return kStatusNothing;
+  }
+  if (record.cutterState == kCutterDown) {
+    RunSpindleUp(record);
+    SetFeedRate(record, record.cutterUpSpeed);
+    MoveCutter(record, lift, CommandTag::Lift, kCutterUp, false);
+  }
+  RunSpindleUp(record);
+  SetFeedRate(record, record.traverseSpeed);
+  EmitMove(record, nullptr, nullptr, &kMachineTop, 1);
+  BeginJob(record);
+  // KEEP: MoveTo takes a host position, so factor and home apply a second time there.
+  const std::uint32_t status =
+      MoveTo(record, static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y));
+  MarkEarlyTagsAsMoves(record);
+  return status;
 }
 
 }  // namespace k7

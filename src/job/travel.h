@@ -7,7 +7,9 @@
 
 namespace k7 {
 
-// Slot 117: result of MoveTo, 0 when held or not connected. [host]
+// Slot 117: lifts the cutter, raises Z to the machine's top, begins a job and travels to the host
+// position by MoveTo; result of that. While a plunge is held: raises Z only, result 0. Result 0 too
+// without a connection. [host]
 std::uint32_t TravelTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) noexcept;
 
 }  // namespace k7
