@@ -8,6 +8,7 @@ set(K7_PURE
     device/polled
     device/shared_text
     job/pass_status
+    job/planner_model
     job/time_estimate
     motion/jog_plan
     motion/line_text

@@ -54,5 +54,11 @@ TEST_F(LibraryFoldersTest, TheFolderIsCreatedWholeThoughTheBufferCutsItsPath) {
   EXPECT_EQ(GetTempHomeLibraryFolder(record_, nullptr, 0), 1u);
 }
 
+TEST_F(LibraryFoldersTest, AskingReloadsTheSettings) {
+  record_.motorStepsX = 7;
+  GetTempHomeLibraryFolder(record_, nullptr, 0);
+  EXPECT_EQ(record_.motorStepsX, 200);
+}
+
 }  // namespace
 }  // namespace k7
