@@ -37,7 +37,7 @@ BOOL CALLBACK ReadBoxChild(HWND child, LPARAM seen) {
     text.erase(std::remove(text.begin(), text.end(), L'&'), text.end());
     box.buttons.push_back(text);
   } else if (kind == L"Static" && (GetWindowLongW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON) {
-    box.hasIcon = true;
+    box.hasIcon = box.hasIcon || SendMessageW(child, STM_GETICON, 0, 0) != 0;
   } else if (!text.empty()) {
     box.text = text;
   }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cwchar>
 #include <optional>
 #include <string>
 
@@ -14,6 +15,7 @@
 #include "support/controller_id.h"
 #include "support/dialog_driver.h"
 #include "support/fake_controller.h"
+#include "support/wait_until.h"
 #include "ui/dialog_state.h"
 #include "ui/resource_ids.h"
 #include "ui/settings_dialog.h"
@@ -50,6 +52,18 @@ class SettingsDialogTest : public testing::Test {
     SettingsFile{path.c_str()}.ReadText(section, key, L"(none)", text, 600);
     return text;
   }
+  std::wstring ReadWholeFile() {
+    std::wstring all;
+    std::wstring sections(4096, L'\0');
+    const std::wstring path = Path();
+    sections.resize(GetPrivateProfileSectionNamesW(sections.data(), 4096, path.c_str()));
+    for (std::size_t at = 0; at < sections.size(); at += wcslen(&sections[at]) + 1) {
+      std::wstring text(16384, L'\0');
+      text.resize(GetPrivateProfileSectionW(&sections[at], text.data(), 16384, path.c_str()));
+      all += std::wstring{&sections[at]} + L":" + text;
+    }
+    return all;
+  }
   float StoredFloat(const wchar_t* section, const wchar_t* key) {
     return File().ReadFloat(section, key, -12345.0f);
   }
@@ -77,6 +91,10 @@ class SettingsDialogTest : public testing::Test {
     return driver_->Result();
   }
 
+  void SetFocusTo(int id) {
+    PostMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(dialog_, id)), TRUE);
+    EXPECT_TRUE(k7test::WaitUntil([&] { return driver_->FocusedControl() == id; }));
+  }
   std::wstring Text(int id) { return k7test::TextOf(dialog_, id); }
   void Type(int id, const std::wstring& text) { k7test::TypeText(dialog_, id, text); }
   bool Shown(int id) { return k7test::IsShown(dialog_, id); }
