@@ -1,6 +1,6 @@
 // Opens each dialog in each of its layouts, for someone to look at. For each: prints "READY name x
 // y width height" (the window on the screen), waits for a line, and closes it. Prints "DONE" at the
-// end. capture.sh takes the pictures.
+// end. ../screenshots.sh takes the pictures.
 #include <windows.h>
 
 #include <cstdio>

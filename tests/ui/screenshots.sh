@@ -1,6 +1,6 @@
 #!/bin/bash
 # Takes a picture of every dialog in every layout. Needs Wine, ImageMagick and a display (DISPLAY).
-# usage: capture.sh path/to/k7_screenshots.exe output-folder [part of the names]
+# usage: screenshots.sh path/to/k7_screenshots.exe output-folder [part of the names]
 set -eu
 exe=$1
 out=$2
