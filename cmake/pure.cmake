@@ -27,6 +27,7 @@ set(K7_PURE
     ui/engrave_rules
     ui/format_decimal
     ui/profile_path
+    ui/resource_ids
     ui/typed_number
     ui/validation
 )

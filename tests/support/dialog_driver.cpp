@@ -115,6 +115,14 @@ int DialogDriver::FocusedControl() const {
   return GetDlgCtrlID(info.hwndFocus);
 }
 
+bool DialogDriver::WaitForFocus(HWND dialog, int id) const {
+  return WaitUntil([&] {
+    const int focused = FocusedControl();
+    if (focused == 0) SetForegroundWindow(dialog);
+    return focused == id;
+  });
+}
+
 std::wstring TextOf(HWND dialog, int id) {
   return WindowText(GetDlgItem(dialog, id));
 }

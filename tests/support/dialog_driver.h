@@ -49,8 +49,11 @@ class DialogDriver {
   // What `show` returned; -1000 when it does not return in time.
   std::int64_t Result() const;
 
-  // Number of the control that has the keyboard focus; 0: none.
+  // Number of the control that has the keyboard focus; 0: none, or another process is in front.
   int FocusedControl() const;
+  // Waits until the focus in `dialog` is on the control, calling the dialog to the front: programs
+  // that run beside this one take the focus away at any time. False: deadline.
+  bool WaitForFocus(HWND dialog, int id) const;
   DWORD ThreadId() const { return threadId_; }
 
  private:

@@ -21,8 +21,7 @@ class ValidateEngraveSettingsTest : public SettingsDialogTest {
       EXPECT_EQ(box.owner, dialog_);
       ASSERT_TRUE(driver_->WaitUntilTop(dialog_));
       if (field != 0) {
-        EXPECT_TRUE(WaitUntil([&] { return driver_->FocusedControl() == field; }))
-            << driver_->FocusedControl();
+        EXPECT_TRUE(driver_->WaitForFocus(dialog_, field)) << driver_->FocusedControl();
         const int length = static_cast<int>(Text(field).size());
         EXPECT_EQ(SelectedRange(dialog_, field), std::make_pair(0, length));
       }
@@ -143,7 +142,7 @@ TEST_F(ValidateEngraveSettingsTest, AModifiedBufferIsRemindedOfWithoutTouchingTh
             L"Your Engrave Buffer has been modified. Always reset your Table Zero after modifying "
             L"Engrave Buffer");
   EXPECT_EQ(box.caption, L"Extra Step Required");
-  EXPECT_TRUE(WaitUntil([&] { return driver_->FocusedControl() == IDC_CS_ENGRAVE_SPEED; }));
+  EXPECT_TRUE(driver_->WaitForFocus(dialog_, IDC_CS_ENGRAVE_SPEED));
   EXPECT_EQ(SelectedRange(dialog_, IDC_CS_ENGRAVE_SPEED), std::make_pair(1, 2));
   EXPECT_EQ(dialogState.engraveBufferModified, 1);
   dialogState.engraveBufferModified = 0;

@@ -93,7 +93,7 @@ class SettingsDialogTest : public testing::Test {
 
   void SetFocusTo(int id) {
     PostMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(dialog_, id)), TRUE);
-    EXPECT_TRUE(k7test::WaitUntil([&] { return driver_->FocusedControl() == id; }));
+    EXPECT_TRUE(driver_->WaitForFocus(dialog_, id));
   }
   std::wstring Text(int id) { return k7test::TextOf(dialog_, id); }
   void Type(int id, const std::wstring& text) { k7test::TypeText(dialog_, id, text); }
