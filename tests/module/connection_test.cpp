@@ -110,6 +110,27 @@ TEST_F(Connection, ReleaseSwitchesTheMotorsOffAndClosesTheLinkAndKeepsThePositio
   EXPECT_EQ(GetPrivateProfileIntW(L"Current Location", L"Y Axis", 0, file.c_str()), 654u);
 }
 
+TEST_F(Connection, ReleaseAsksAJogToStopAndWaitsForIt) {
+  Smoothieboard* const device = Connect();
+  ASSERT_NE(device, nullptr);
+  DeviceState& record = *device->Record();
+  // A worker as the jog's: runs until it is asked to stop, then still uses the record.
+  record.jogThread = CreateThread(
+      nullptr, 0,
+      [](void* context) -> DWORD {
+        auto& state = *static_cast<DeviceState*>(context);
+        while (state.stopWorkers == 0) Sleep(1);
+        Sleep(100);
+        state.lastX = 999;
+        return 0;
+      },
+      &record, 0, nullptr);
+  ASSERT_NE(record.jogThread, nullptr);
+  ReleaseController(device);
+  EXPECT_EQ(GetPrivateProfileIntW(L"Current Location", L"X Axis", 0, SettingsFileOf(id_).c_str()),
+            999u);
+}
+
 TEST_F(Connection, IsNullAndClosedWhenTheControllerDoesNotAnswer) {
   controller_.Answer("SmoothieIsConnected\n", "");
   const std::uint32_t start = TickMs();
