@@ -14,7 +14,7 @@ STOREYS = [
     (6, r"module/"),
     (5, r"device/smoothieboard"),
     (3, r"device/identity|settings/(load|library_folders|camera_id)$|motion/(jog|go_to)|job/"),
-    (0, r"device/"),
+    (0, r"device/|ui/resource_ids"),
     (1, r"link/|settings/"),
     (2, r"motion/"),
     (4, r"ui/"),
