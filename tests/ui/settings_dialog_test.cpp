@@ -93,6 +93,8 @@ TEST_F(SettingsDialogTest, TheTimerEndsWithTheDialog) {
   for (const int button : {IDCANCEL, IDC_CS_APPLY, IDOK}) {
     Open();
     CloseBy(button);
+    SendLine(Record(), "closed\n");  // what was sent before has arrived when this has
+    ASSERT_TRUE(controller_.WaitForLine("closed\n"));
     controller_.Clear();
     EXPECT_FALSE(
         WaitUntil([&] { return !controller_.Lines().empty(); }, std::chrono::milliseconds{1200}));
