@@ -1,0 +1,214 @@
+#include "ui/color_settings_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "ui/host_colors.h"
+#include "ui/sub_dialog_fixture.h"
+
+namespace k7 {
+namespace {
+
+using namespace k7test;
+
+constexpr int kSwatches[] = {1096, 1098, 1099, 1101, 1102, 1103, 1104, 1105,
+                             1106, 1107, 1108, 1109, 1110, 1111, 1112, 1113};
+constexpr int kChecks[] = {1097, 1114, 1115, 1116, 1117, 1118, 1119, 1120,
+                           1121, 1122, 1123, 1124, 1125, 1126, 1127, 1128};
+constexpr std::uint32_t kRed = 0x0000FF;
+constexpr std::uint32_t kWhite = 0xFFFFFF;
+
+class ColorSettingsDialog : public SubDialogTest {
+ protected:
+  ColorSettingsDialog() {
+    while (index_ == 0) index_ = TlsAlloc();  // 0 means none
+    std::memset(table_, 0xA5, sizeof table_);
+    for (int i = 0; i < 16; ++i) SetEntry(i, 0, 0, 0);
+    Record().hostColorTlsIndex = index_;
+  }
+  ~ColorSettingsDialog() override {
+    driver_.reset();
+    TlsFree(index_);
+  }
+
+  // By byte offset, as the host lays its table out.
+  void SetEntry(int i, std::uint32_t color, std::int32_t count, std::uint8_t flag) {
+    std::memcpy(table_ + 688 + 4 * i, &color, 4);
+    std::memcpy(table_ + 788 + 4 * i, &count, 4);
+    table_[884 + i] = flag;
+  }
+  int FlagOf(int i) const { return table_[884 + i]; }
+
+  void OpenColors(bool withTable = true, bool withDevice = true) {
+    DeviceState* const device = withDevice ? &Record() : nullptr;
+    driver_.emplace([this, device, withTable] {
+      dialogDevice = device;
+      TlsSetValue(index_, withTable ? table_ : nullptr);
+      const INT_PTR result = ShowColorSettingsDialog(nullptr);
+      dialogDevice = nullptr;
+      return static_cast<std::int64_t>(result);
+    });
+    dialog_ = driver_->WaitForDialog();
+    ASSERT_NE(dialog_, nullptr);
+  }
+
+  // The colour of the brush that a control is painted with.
+  COLORREF PaintedWith(int id) {
+    const HDC device = GetDC(nullptr);
+    const auto brush = reinterpret_cast<HBRUSH>(
+        SendMessageW(dialog_, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(device),
+                     reinterpret_cast<LPARAM>(GetDlgItem(dialog_, id))));
+    ReleaseDC(nullptr, device);
+    LOGBRUSH seen{};
+    EXPECT_NE(GetObjectW(brush, sizeof seen, &seen), 0) << id;
+    return seen.lbColor;
+  }
+  std::vector<int> ShownRows() {
+    std::vector<int> rows;
+    for (int i = 0; i < 16; ++i) {
+      EXPECT_EQ(Shown(kSwatches[i]), Shown(kChecks[i])) << i;
+      if (Shown(kSwatches[i])) rows.push_back(i);
+    }
+    return rows;
+  }
+  void ExpectWarning() {
+    Press(dialog_, IDOK);
+    const BoxSeen box = driver_->AnswerBox(dialog_, IDOK);
+    EXPECT_EQ(box.text, L"At least 1 color MUST be turned on");
+    EXPECT_EQ(box.caption, L"Warning!");
+    EXPECT_EQ(box.buttons, std::vector<std::wstring>{L"OK"});
+    EXPECT_EQ(box.owner, dialog_);
+    EXPECT_TRUE(driver_->WaitUntilTop(dialog_)) << "stays open";
+  }
+
+  DWORD index_ = 0;
+  unsigned char table_[1024];
+};
+
+TEST_F(ColorSettingsDialog, ShowsTheColorsInUseWithTheirFlags) {
+  SetEntry(0, 0x000000, 3, 1);
+  SetEntry(4, kRed, 1, 0);
+  OpenColors();
+  EXPECT_EQ(ShownRows(), (std::vector<int>{0, 4}));
+  EXPECT_TRUE(Checked(1097));
+  EXPECT_FALSE(Checked(1117));
+  EXPECT_EQ(PaintedWith(1096), 0x000000u);
+  EXPECT_EQ(PaintedWith(1102), kRed);
+}
+
+TEST_F(ColorSettingsDialog, PaintsEverySwatchInItsColor) {
+  for (int i = 0; i < 16; ++i) SetEntry(i, 0x102030u + static_cast<std::uint32_t>(i), 1, 1);
+  OpenColors();
+  for (int i = 0; i < 16; ++i) {
+    EXPECT_EQ(PaintedWith(kSwatches[i]), 0x102030u + static_cast<std::uint32_t>(i)) << i;
+    EXPECT_TRUE(Checked(kChecks[i])) << i;
+  }
+}
+
+TEST_F(ColorSettingsDialog, AHiddenSwatchIsPaintedAsUsual) {
+  SetEntry(0, 0x123456, 1, 1);
+  SetEntry(1, 0x654321, 0, 1);
+  OpenColors();
+  EXPECT_NE(PaintedWith(1098), 0x654321u);
+}
+
+TEST_F(ColorSettingsDialog, OnlyAFlagOfOneChecks) {
+  SetEntry(0, kRed, 1, 2);
+  OpenColors();
+  EXPECT_FALSE(Checked(1097));
+}
+
+TEST_F(ColorSettingsDialog, ColorsThatAreNotInUseAreHidden) {
+  SetEntry(0, kRed, 1, 1);
+  SetEntry(1, kRed, 0, 1);
+  SetEntry(2, kRed, -1, 1);
+  OpenColors();
+  EXPECT_EQ(ShownRows(), std::vector<int>{0});
+}
+
+// KEEP: white is the material.
+TEST_F(ColorSettingsDialog, WhiteIsNeverOfferedAndNeverEnough) {
+  SetEntry(0, kWhite, 500, 1);
+  SetEntry(1, kRed, 1, 0);
+  OpenColors();
+  EXPECT_EQ(ShownRows(), std::vector<int>{1});
+  ExpectWarning();
+  EXPECT_EQ(FlagOf(0), 1);
+  Click(dialog_, 1114);
+  EXPECT_EQ(CloseBy(IDOK), 1);
+  EXPECT_EQ(FlagOf(1), 1);
+}
+
+TEST_F(ColorSettingsDialog, NearlyWhiteIsOffered) {
+  SetEntry(0, 0xFFFFFE, 1, 1);
+  OpenColors();
+  EXPECT_EQ(ShownRows(), std::vector<int>{0});
+}
+
+TEST_F(ColorSettingsDialog, WithNothingCheckedOkWarnsAndLeavesTheTable) {
+  SetEntry(0, 0x000000, 3, 1);
+  SetEntry(4, kRed, 1, 1);
+  OpenColors();
+  Click(dialog_, 1097);
+  Click(dialog_, 1117);
+  ExpectWarning();
+  EXPECT_EQ(FlagOf(0), 1);
+  EXPECT_EQ(FlagOf(4), 1);
+  EXPECT_EQ(PaintedWith(1102), kRed) << "the brushes live on";
+}
+
+// KEEP: a hidden row counts as unchecked and is switched off.
+TEST_F(ColorSettingsDialog, OkWritesAllFlagsHiddenRowsAsOff) {
+  for (int i = 0; i < 16; ++i) SetEntry(i, kRed, i < 8 ? 1 : 0, 1);
+  unsigned char before[sizeof table_];
+  std::memcpy(before, table_, sizeof table_);
+  OpenColors();
+  Click(dialog_, kChecks[2]);
+  EXPECT_EQ(CloseBy(IDOK), 1);
+  for (int i = 0; i < 16; ++i) EXPECT_EQ(FlagOf(i), i < 8 && i != 2 ? 1 : 0) << i;
+  EXPECT_EQ(std::memcmp(before, table_, 884), 0) << "nothing else";
+  EXPECT_EQ(std::memcmp(before + 900, table_ + 900, sizeof table_ - 900), 0);
+}
+
+TEST_F(ColorSettingsDialog, CancelLeavesTheFlags) {
+  SetEntry(0, 0x000000, 3, 1);
+  SetEntry(4, kRed, 1, 0);
+  OpenColors();
+  Click(dialog_, 1097);
+  Click(dialog_, 1117);
+  EXPECT_EQ(CloseBy(IDCANCEL), 2);
+  EXPECT_EQ(FlagOf(0), 1);
+  EXPECT_EQ(FlagOf(4), 0);
+}
+
+class ColorSettingsWithoutTable : public ColorSettingsDialog {
+ protected:
+  void ExpectRowsAsInTheTemplate() {
+    EXPECT_EQ(ShownRows().size(), 16u);
+    for (const int id : kChecks) EXPECT_FALSE(Checked(id)) << id;
+    ExpectWarning();
+    Click(dialog_, 1097);
+    EXPECT_EQ(CloseBy(IDOK), 1);
+    for (int i = 0; i < 16; ++i) EXPECT_EQ(FlagOf(i), 0) << i;
+  }
+};
+
+TEST_F(ColorSettingsWithoutTable, NoIndex) {
+  Record().hostColorTlsIndex = 0;
+  OpenColors();
+  ExpectRowsAsInTheTemplate();
+}
+
+TEST_F(ColorSettingsWithoutTable, NoTableAtTheIndex) {
+  OpenColors(false);
+  ExpectRowsAsInTheTemplate();
+}
+
+TEST_F(ColorSettingsWithoutTable, NoDevice) {
+  OpenColors(true, false);
+  ExpectRowsAsInTheTemplate();
+}
+
+}  // namespace
+}  // namespace k7
