@@ -309,18 +309,6 @@ TEST_F(TableSetupDialog, OtherControlsArePaintedAsUsual) {
   EXPECT_NE(BrushOf(1065), kBlack);
 }
 
-TEST_F(TableSetupDialog, AfterClosingNoSwitchIsAskedForAnyMore) {
-  FitAllSwitches();
-  for (const int button : {IDOK, IDCANCEL}) {
-    OpenSetup();
-    ASSERT_TRUE(controller_.WaitForLine("M119\n"));
-    EnableWindow(GetDlgItem(dialog_, IDOK), TRUE);
-    EXPECT_EQ(CloseBy(button), button);
-    Sent();
-    EXPECT_EQ(Sent(), "");
-  }
-}
-
 TEST_F(TableSetupDialog, UnknownCommandsAreIgnored) {
   OpenSetup();
   SendCommand(dialog_, 1002);

@@ -176,7 +176,7 @@ TEST_F(TableSetupFields, WritesTheseKeysAndNoOthers) {
   for (const NumberRow& row : kBeadOffsets) add(row);
   for (const BoxRow& row : kBoxes) add(row);
   const auto after = AllKeys();
-  for (const auto& [key, text] : after) EXPECT_TRUE(expected.contains(key)) << key.size();
+  for (const auto& [key, text] : after) EXPECT_TRUE(expected.contains(key)) << key;
   EXPECT_EQ(after.size(), expected.size());
 }
 

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 #include <functional>
+#include <iterator>
 #include <string>
 
 #include "device/bounded_copy.h"
@@ -18,8 +19,14 @@
 #include "support/controller_id.h"
 #include "support/dialog_driver.h"
 #include "support/fake_controller.h"
+#include "ui/color_settings_dialog.h"
+#include "ui/dialog_state.h"
 #include "ui/resource_ids.h"
+#include "ui/set_cutter_dialog.h"
+#include "ui/set_table_home_dialog.h"
+#include "ui/set_table_zero_dialog.h"
 #include "ui/settings_dialog.h"
+#include "ui/table_setup_dialog.h"
 
 namespace {
 
@@ -100,6 +107,69 @@ constexpr Layout kLayouts[] = {
     {"settings_list_open", 1, 1, 1, &FitEverything, &OpenCutterModes},
 };
 
+// A layout of a dialog that opens over the settings dialog; posed alone.
+struct SubLayout {
+  const char* name;
+  INT_PTR (*show)(HWND owner);
+  void (*prepare)(DeviceState& record, const SettingsFile& file);
+  void (*arrange)(HWND dialog);  // may be null
+};
+
+void FitEveryTool(DeviceState& record, const SettingsFile& file) {
+  FitEverything(record, file);
+  file.WriteInt(keys::kBraille, keys::kBeadInsertTool, 1);
+  file.WriteInt(keys::kBraille, keys::kBeadInsertToolX, -1250);
+  file.WriteInt(keys::kBraille, keys::kBeadInsertToolY, 750);
+  file.WriteInt(keys::kDiode, keys::kDiodePointer, 1);
+  file.WriteInt(keys::kDiode, keys::kDiodePointerX, -1250);
+  file.WriteInt(keys::kDiode, keys::kDiodePointerY, 750);
+  file.WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
+  file.WriteFloat(keys::kAxisX, keys::kTableHome, 12.345678f);
+  file.WriteFloat(keys::kAxisY, keys::kTableHome, -0.25025f);
+  file.WriteFloat(keys::kEngraveSettings, keys::kLastCutterSet, 0.05f);
+  dialogState.mode = 1;
+  dialogState.xLimitSwitch = dialogState.yLimitSwitch = 1;
+  dialogState.zLimitSwitch = dialogState.zProxSwitch = 1;
+}
+void FitAirZ(DeviceState& record, const SettingsFile& file) {
+  FitEveryTool(record, file);
+  file.WriteInt(keys::kAxisZ, keys::kAirZ, 1);
+}
+
+// The host's colours: offsets as in its own table.
+alignas(4) unsigned char hostColors[1024];
+void UseColors(DeviceState& record, const SettingsFile&) {
+  constexpr std::uint32_t kColors[] = {0x000000, 0x0000FF, 0xFFFFFF, 0x00FF00, 0xFF0000, 0x00FFFF};
+  for (std::size_t i = 0; i < std::size(kColors); ++i) {
+    const std::int32_t count = 1;
+    std::memcpy(hostColors + 688 + 4 * i, &kColors[i], 4);
+    std::memcpy(hostColors + 788 + 4 * i, &count, 4);
+    hostColors[884 + i] = i != 3;
+  }
+  while (record.hostColorTlsIndex == 0) record.hostColorTlsIndex = TlsAlloc();
+}
+
+void Unlock(HWND dialog) {
+  k7test::Click(dialog, IDC_TS_EDIT_PERMANENT);
+}
+void OpenModes(HWND dialog) {
+  PostMessageW(GetDlgItem(dialog, IDC_TZ_MODE), CB_SHOWDROPDOWN, TRUE, 0);
+}
+
+constexpr SubLayout kSubLayouts[] = {
+    {"table_setup_plain", &ShowTableSetupDialog, &FitNothing, nullptr},
+    {"table_setup_every_tool", &ShowTableSetupDialog, &FitEveryTool, &Unlock},
+    {"table_setup_air_z", &ShowTableSetupDialog, &FitAirZ, &Unlock},
+    {"color_settings_some", &ShowColorSettingsDialog, &UseColors, nullptr},
+    {"color_settings_no_table", &ShowColorSettingsDialog, &FitNothing, nullptr},
+    {"set_cutter", &ShowSetCutterDialog, &FitEveryTool, nullptr},
+    {"set_table_zero", &ShowSetTableZeroDialog, &FitEveryTool, nullptr},
+    {"set_table_zero_list_open", &ShowSetTableZeroDialog, &FitEveryTool, &OpenModes},
+    {"set_table_home", &ShowSetTableHomeDialog, &FitNothing, nullptr},
+    {"set_table_home_switches", &ShowSetTableHomeDialog, &FitEveryTool, nullptr},
+    {"set_table_home_air_z", &ShowSetTableHomeDialog, &FitAirZ, nullptr},
+};
+
 // Announces the foremost dialog and waits for the line; then cancels it by leaving the scope.
 void Pose(const char* name, std::function<std::int64_t()> show, void (*arrange)(HWND)) {
   k7test::DialogDriver driver{std::move(show)};
@@ -114,22 +184,55 @@ void Pose(const char* name, std::function<std::int64_t()> show, void (*arrange)(
   if (std::fgets(line, sizeof line, stdin) == nullptr) return;
 }
 
+// A machine with a settings file of its own, prepared and loaded as at a connect.
+class Machine {
+ public:
+  explicit Machine(void (*prepare)(DeviceState&, const SettingsFile&)) {
+    controller_.BehaveWell();
+    controller_.Answer("M119\n", "min_x:1 min_y:0 min_z:0 pins: Probe: 1\r\n");
+    k7test::GiveDefaults(*device_);
+    device_->controllerId.Set(k7test::FreshControllerId().c_str());
+    device_->tableHomed = 1;
+    dialogState = {};
+    prepare(*device_, SettingsFile{*device_});
+    LoadSettings(*device_);
+  }
+  DeviceState& operator*() { return *device_; }
+
+ private:
+  k7test::FakeController controller_;
+  k7test::AttachedDevice device_{controller_};
+};
+
 void PoseSettings(const Layout& layout) {
-  k7test::FakeController controller;
-  controller.BehaveWell();
-  k7test::AttachedDevice device{controller};
-  k7test::GiveDefaults(*device);
-  device->controllerId.Set(k7test::FreshControllerId().c_str());
-  device->tableHomed = 1;
-  layout.prepare(*device, SettingsFile{*device});
-  LoadSettings(*device);
+  Machine machine{layout.prepare};
   Pose(
       layout.name,
       [&] {
-        return ShowSettingsDialog(*device, nullptr, layout.mode, layout.allowRun, 0,
+        return ShowSettingsDialog(*machine, nullptr, layout.mode, layout.allowRun, 0,
                                   layout.showGrid);
       },
       layout.arrange);
+}
+
+void PoseSub(const SubLayout& layout) {
+  Machine machine{layout.prepare};
+  Pose(
+      layout.name,
+      [&] {
+        dialogDevice = &*machine;
+        if (const DWORD index = dialogDevice->hostColorTlsIndex; index != 0) {
+          TlsSetValue(index, hostColors);
+        }
+        const INT_PTR result = layout.show(nullptr);
+        dialogDevice = nullptr;
+        return static_cast<std::int64_t>(result);
+      },
+      layout.arrange);
+}
+
+bool IsWanted(const char* name, int argc, char** argv) {
+  return argc < 2 || std::strstr(name, argv[1]) != nullptr;
 }
 
 }  // namespace
@@ -137,7 +240,10 @@ void PoseSettings(const Layout& layout) {
 // With an argument: the layouts whose names contain it.
 int main(int argc, char** argv) {
   for (const Layout& layout : kLayouts) {
-    if (argc < 2 || std::strstr(layout.name, argv[1]) != nullptr) PoseSettings(layout);
+    if (IsWanted(layout.name, argc, argv)) PoseSettings(layout);
+  }
+  for (const SubLayout& layout : kSubLayouts) {
+    if (IsWanted(layout.name, argc, argv)) PoseSub(layout);
   }
   std::printf("DONE\n");
   return 0;
