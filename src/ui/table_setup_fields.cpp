@@ -1,5 +1,7 @@
 #include "ui/table_setup_fields.h"
 
+#include <cmath>
+
 #include "motion/units.h"
 #include "settings/settings_keys.h"
 #include "ui/dialog_state.h"
@@ -103,6 +105,11 @@ constexpr FieldRow kFields[] = {
     {IDC_TS_HAS_AIR_Z, keys::kAxisZ, keys::kAirZ, Check, 0.0f, 0},
 };
 
+// Rounded half up, towards the larger number also below zero: what was shown is saved unchanged.
+std::int32_t ReadThousandths(HWND dialog, int id) noexcept {
+  return TruncateToInt32(static_cast<double>(std::floor(ReadDecimal(dialog, id) * 1000.0f + 0.5f)));
+}
+
 void Fill(HWND dialog, const SettingsFile& file, const FieldRow& row) noexcept {
   const auto wholeOtherwise = static_cast<std::int32_t>(row.otherwise);
   switch (row.kind) {
@@ -147,7 +154,7 @@ void Save(HWND dialog, const SettingsFile& file, const FieldRow& row) noexcept {
       file.WriteFloat(row.section, row.key, ReadDecimal(dialog, row.control));
       break;
     case Thousandths:
-      file.WriteInt(row.section, row.key, RoundToSteps(ReadDecimal(dialog, row.control) * 1000.0f));
+      file.WriteInt(row.section, row.key, ReadThousandths(dialog, row.control));
       break;
     case Check: {
       const bool set = IsChecked(dialog, row.control);

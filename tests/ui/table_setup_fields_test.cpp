@@ -206,6 +206,16 @@ TEST_F(TableSetupFields, AWidthIsRoundedToThousandths) {
   EXPECT_EQ(Stored(L"Table Size", L"Height"), L"25001");
 }
 
+TEST_F(TableSetupFields, ShownAndSavedAgainOffsetsBelowZeroStayTheSame) {
+  WriteInt(L"Braille", L"Bead Insert Tool", 1);
+  WriteInt(L"Braille", L"Bead Insert Tool X Offset", -500);
+  WriteInt(L"Braille", L"Bead Insert Tool Y Offset", -1);
+  OpenSetup();
+  Save();
+  EXPECT_EQ(Stored(L"Braille", L"Bead Insert Tool X Offset"), L"-500");
+  EXPECT_EQ(Stored(L"Braille", L"Bead Insert Tool Y Offset"), L"-1");
+}
+
 // KEEP: nothing is checked.
 TEST_F(TableSetupFields, TextThatIsNoNumberIsSavedAsZeroOrAsTyped) {
   OpenSetup();
