@@ -110,6 +110,7 @@ TEST_F(StartPassTest, WithoutABufferStillTakesTheDepthAndPlunges) {
   device_->cutterState = kCutterDown;
   StartPass(*device_, 2, 0, 0, nullptr, 128);
   EXPECT_EQ(device_->lastZ, 4153);
+  device_->linesInFlight = 0;  // the plunge has been carried out
   wchar_t status[4] = L"abc";
   StartPass(*device_, 3, 0, 0, status, 0);
   EXPECT_EQ(device_->passDepth, 0.0575f);

@@ -29,7 +29,7 @@ constexpr Speeds kSpeeds[] = {
     {"fast", 10.0f, 10.0f, 10.0f, 0.02f},
 };
 
-void SetUp(DeviceState& record, const Speeds& speeds) {
+void GiveMechanics(DeviceState& record, const Speeds& speeds) {
   record.motorStepsX = record.motorStepsY = record.motorStepsZ = 200;
   record.microStepsX = record.microStepsY = record.microStepsZ = 10;
   record.screwPitchX = record.screwPitchY = record.screwPitchZ = 0.5f;
@@ -104,14 +104,10 @@ TEST_P(EstimateAgainstPlanner, AgreesWithinFivePercent) {
   for (const Speeds& speeds : kSpeeds) {
     const double planned = PlannedSeconds(plan, speeds);
     DeviceState record;
-    SetUp(record, speeds);
+    GiveMechanics(record, speeds);
     const double estimate =
         EstimateJobTime(record, triples.data(), static_cast<std::uint32_t>(triples.size() / 3));
     RecordProperty(speeds.name, std::to_string(estimate) + " of " + std::to_string(planned));
-    if (std::getenv("K7_SHOW") != nullptr) {
-      std::printf("%-14s %-14s %8.1f of %8.1f: %+.1f %%\n", GetParam(), speeds.name, estimate,
-                  planned, 100 * (estimate / planned - 1));
-    }
     // Half a second either way is the rounding of the result.
     EXPECT_NEAR(estimate, planned, planned * 0.05 + 0.5) << speeds.name;
   }
