@@ -125,7 +125,7 @@ TEST_F(TravelToTest, RunsTheSpindleAtFullSpeedBeforeItLifts) {
   device_->spindlePresent = 1;
   device_->cutterState = kCutterDown;
   TravelTo(*device_, 4000, 8000);
-  EXPECT_EQ(Lines().substr(0, 54), "M42\nM44 S252\nG0 F1524.000\nG0 Z22.225000\nG0 Z0.000000\n");
+  EXPECT_EQ(Lines().substr(0, 53), "M42\nM44 S252\nG0 F1524.000\nG0 Z22.225000\nG0 Z0.000000\n");
 }
 
 TEST_F(TravelToTest, RunsTheSpindleWhileAPlungeIsHeld) {
