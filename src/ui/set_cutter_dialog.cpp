@@ -8,11 +8,19 @@
 #include "ui/dialog_text.h"
 #include "ui/module_instance.h"
 #include "ui/resource_ids.h"
+#include "ui/typed_number.h"
 
 namespace k7 {
 namespace {
 
 constexpr float kLeastInches = 0.001f;  // up to here nothing is set
+
+// GetDlgItemInt would do, but some platforms let it take the digits before other text.
+bool IsDigitsOnly(const wchar_t* text) noexcept {
+  const wchar_t* end = text;
+  while (*end >= L'0' && *end <= L'9') ++end;
+  return end != text && *end == L'\0';
+}
 
 void OnInit(HWND dialog) noexcept {
   if (dialogDevice == nullptr) return;
@@ -29,8 +37,8 @@ void OnOk(HWND dialog) noexcept {
       ProbeAndLift(*dialogDevice, RoundToSteps(inches * 1000.0f));
     }
     // KEEP: text of digits only counts once more, as thousandths: "3" sets 3000 and then 3.
-    const UINT whole = GetDlgItemInt(dialog, IDC_SC_DEPTH, nullptr, FALSE);
-    if (whole >= 1) ProbeAndLift(*dialogDevice, static_cast<std::int32_t>(whole));
+    const FieldText text = ReadText(dialog, IDC_SC_DEPTH);
+    if (IsDigitsOnly(text.text)) ProbeAndLift(*dialogDevice, ParseWhole(text.text));
   }
   EndDialog(dialog, IDOK);
 }
