@@ -104,6 +104,10 @@ bool Server::Run(std::string& error) {
 }
 
 void Server::Serve(Link& link) {
+  // Read first, look at the openings then: whoever wrote the bytes has opened the port before, and
+  // a change of hosts must not throw the answer to the new one away with what the old one left.
+  std::string bytes;
+  if (simulator_.WantsBytes(link.stream)) bytes = link.port->Read(kReadBytes);
   for (const bool opened : link.port->TakeEvents()) {
     if (opened) {
       simulator_.HostOpened(link.stream, WireNow());
@@ -112,10 +116,7 @@ void Server::Serve(Link& link) {
       link.port->DropUnread();
     }
   }
-  if (simulator_.WantsBytes(link.stream)) {
-    const std::string bytes = link.port->Read(kReadBytes);
-    if (!bytes.empty()) simulator_.Receive(link.stream, bytes, WireNow());
-  }
+  if (!bytes.empty()) simulator_.Receive(link.stream, bytes, WireNow());
   const std::string_view ready = simulator_.Ready(link.stream, WireNow());
   if (!ready.empty()) {
     simulator_.Sent(link.stream, link.port->Write(ready), WireNow());
