@@ -13,7 +13,7 @@ demo() {
   local settings="$WINEPREFIX/drive_c/ProgramData/Penfold Hatch/Veltrana/Controllers"
   mkdir -p "$settings"
   cp "$ROOT/host/demo.ini" "$settings/$DEMO_ID.ini"
-  start_simulator --id "$DEMO_ID" --speed "${K7_DEMO_SPEED:-25}" --table-home 1,1 --surface plane:1.2 \
+  start_simulator --id "$DEMO_ID" --speed "${K7_DEMO_SPEED:-25}" --table 7,4.5,2 --table-home 1,1 --surface plane:1.2 \
     --position 6,4,0.3 --picture "$out/engraving.svg" --transcript "$out/transcript.txt" \
     --report "$out/report.json"
   say "the controllers that the host finds"

@@ -171,7 +171,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
   app.add_option("--surface", raw.surface,
                  "The work: plane:Z, tilt:Z,DX,DY, none, or a height-map file (inches of Z)")
       ->capture_default_str()
-      ->type_name("SPEC");
+      ->type_name("WORK");
   app.add_option("--tool", raw.tool, "What cuts: spindle or air")
       ->check(CLI::IsMember({"spindle", "air"}).description(""))
       ->capture_default_str()
@@ -191,7 +191,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
                  "do=ignore, drop, withhold, delay, duplicate, corrupt, fragment, inject, halt,\n"
                  "silent or close; ms=N and text=TEXT where they matter")
       ->allow_extra_args(false)
-      ->type_name("SPEC");
+      ->type_name("FAULT");
   app.add_option("--control", options.controlPath, "Make a pipe for commands ('help' lists them)")
       ->type_name("PATH");
 
