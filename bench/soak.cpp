@@ -31,7 +31,7 @@ TEST(Soak, EveryLineIsAccountedForAndNothingGrows) {
     const std::string rounds = std::to_string(chunk / 4);
     ASSERT_EQ(slots.Ask("strokes " + rounds + " " + std::to_string(i), 3600), rounds);
     const long long handlesNow = std::stoll(slots.Ask("handles"));
-    const long long memoryNow = std::stoll(slots.Ask("memory"));
+    const long long memoryNow = slots.ResidentKiB();
     std::printf("%7d strokes: %lld handles, %lld KiB\n", (i + 1) * (chunk / 4) * 4, handlesNow,
                 memoryNow);
     std::fflush(stdout);
@@ -39,7 +39,9 @@ TEST(Soak, EveryLineIsAccountedForAndNothingGrows) {
       handles = handlesNow;
       memoryKiB = memoryNow;
     }
-    EXPECT_LE(handlesNow, handles);
+    ASSERT_GT(handlesNow, 0);
+    ASSERT_GT(memoryNow, 1000);
+    EXPECT_LE(handlesNow, handles + 2);  // one or two may be open for a moment
     EXPECT_LE(memoryNow, memoryKiB + 512);
   }
   // The end waits until the driver's own counters of outstanding and running lines are back at 0.

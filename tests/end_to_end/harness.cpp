@@ -310,6 +310,15 @@ int Slots::Quit() {
   return process_.Wait();
 }
 
+long long Slots::ResidentKiB() const {
+  std::ifstream status("/proc/" + std::to_string(process_.Pid()) + "/status");
+  for (std::string word; status >> word;) {
+    long long kiB = 0;
+    if (word == "VmRSS:" && status >> kiB) return kiB;
+  }
+  return 0;
+}
+
 // ---------------------------------------------------------------------------------------- host
 
 HostRun RunHost(const std::vector<std::string>& arguments, int deadlineSeconds) {

@@ -30,6 +30,7 @@ class Process {
   // Waits for the end: exit code, or -1 when a signal or the deadline ended it.
   int Wait(int deadlineSeconds = 60);
   bool Running();
+  pid_t Pid() const { return pid_; }
 
  private:
   pid_t pid_ = -1;
@@ -94,6 +95,8 @@ class Slots {
   // Sends a command whose answer is not waited for.
   void Tell(const std::string& command);
   int Quit();
+  // Resident memory of the driver's process in KiB; 0 when it cannot be read.
+  long long ResidentKiB() const;
 
  private:
   Process process_;
