@@ -11,8 +11,8 @@ namespace k7 {
 
 // The operation table and one record pointer, nothing else: the host may look at the object's two
 // words. Each slot tests the record and makes one call; what a slot does, its units and its value
-// without a record stand in k7/driver.h, the work in the folder of its subject. Slot order is the
-// interface: never insert, remove or move one.
+// without a record stand in k7/surface.h and k7/engraver.h, the work in the folder of its subject.
+// Slot order is the interface: never insert, remove or move one.
 class Smoothieboard final : public IEngraver {
  public:
   // A device with a fresh record and no link; nothing is sent. Null when memory is short. Ends with
