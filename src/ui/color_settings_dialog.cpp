@@ -2,9 +2,9 @@
 
 #include "device/device_state.h"
 #include "device/module_state.h"
+#include "ui/dialog_commands.h"
 #include "ui/dialog_text.h"
 #include "ui/host_colors.h"
-#include "ui/module_instance.h"
 #include "ui/resource_ids.h"
 
 namespace k7 {
@@ -89,35 +89,28 @@ void OnOk(HWND dialog) noexcept {
   Close(dialog, IDOK);
 }
 
+void OnCancel(HWND dialog) noexcept {
+  Close(dialog, IDCANCEL);
+}
+
+constexpr CommandRow kCommands[] = {
+    {IDOK, kAny, &OnOk},
+    {IDCANCEL, kAny, &OnCancel},
+};
+
 INT_PTR CALLBACK ColorSettingsDialogProc(HWND dialog, UINT message, WPARAM wParam,
                                          LPARAM lParam) noexcept {
-  switch (message) {
-    case WM_INITDIALOG:
-      OnInit(dialog);
-      return TRUE;
-    case WM_CTLCOLORSTATIC:
-      return reinterpret_cast<INT_PTR>(BrushOf(reinterpret_cast<HWND>(lParam)));
-    case WM_COMMAND:
-      if (LOWORD(wParam) == IDOK) {
-        OnOk(dialog);
-        return TRUE;
-      }
-      if (LOWORD(wParam) == IDCANCEL) {
-        Close(dialog, IDCANCEL);
-        return TRUE;
-      }
-      return FALSE;
-    default:
-      return FALSE;
+  if (message == WM_CTLCOLORSTATIC) {
+    return reinterpret_cast<INT_PTR>(BrushOf(reinterpret_cast<HWND>(lParam)));
   }
+  return CommandDialogProc<&OnInit, kCommands>(dialog, message, wParam, lParam);
 }
 
 }  // namespace
 
 INT_PTR ShowColorSettingsDialog(HWND owner) noexcept {
   DeleteBrushes();
-  const INT_PTR result = DialogBoxParamW(ModuleInstance(), MAKEINTRESOURCEW(IDD_COLOR_SETTINGS),
-                                         owner, &ColorSettingsDialogProc, 0);
+  const INT_PTR result = OpenDialog(IDD_COLOR_SETTINGS, owner, &ColorSettingsDialogProc);
   DeleteBrushes();  // the owner may have ended it
   return result;
 }

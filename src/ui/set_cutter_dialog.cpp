@@ -1,25 +1,31 @@
 #include "ui/set_cutter_dialog.h"
 
+#include <cstdint>
+
 #include "device/module_state.h"
 #include "motion/probing.h"
 #include "motion/units.h"
 #include "settings/settings_file.h"
 #include "settings/settings_keys.h"
+#include "ui/dialog_commands.h"
 #include "ui/dialog_text.h"
-#include "ui/module_instance.h"
 #include "ui/resource_ids.h"
-#include "ui/typed_number.h"
 
 namespace k7 {
 namespace {
 
 constexpr float kLeastInches = 0.001f;  // up to here nothing is set
 
-// GetDlgItemInt would do, but some platforms let it take the digits before other text.
-bool IsDigitsOnly(const wchar_t* text) noexcept {
-  const wchar_t* end = text;
-  while (*end >= L'0' && *end <= L'9') ++end;
-  return end != text && *end == L'\0';
+// The unsigned whole number that a text of digits only is; 0 for any other text and for numbers
+// that 32 bits do not hold. GetDlgItemInt would do, but some platforms let it take the digits
+// before other text.
+std::uint32_t ReadDigits(const wchar_t* text) noexcept {
+  std::uint64_t number = 0;
+  for (; *text >= L'0' && *text <= L'9'; ++text) {
+    number = number * 10 + static_cast<std::uint64_t>(*text - L'0');
+    if (number > UINT32_MAX) return 0;
+  }
+  return *text == L'\0' ? static_cast<std::uint32_t>(number) : 0;
 }
 
 void OnInit(HWND dialog) noexcept {
@@ -37,35 +43,26 @@ void OnOk(HWND dialog) noexcept {
       ProbeAndLift(*dialogDevice, RoundToSteps(inches * 1000.0f));
     }
     // KEEP: text of digits only counts once more, as thousandths: "3" sets 3000 and then 3.
-    const FieldText text = ReadText(dialog, IDC_SC_DEPTH);
-    if (IsDigitsOnly(text.text)) ProbeAndLift(*dialogDevice, ParseWhole(text.text));
+    // From 2147483648 on the lift is negative as the signed number that it becomes, and is refused.
+    const std::uint32_t thousandths = ReadDigits(ReadText(dialog, IDC_SC_DEPTH).text);
+    ProbeAndLift(*dialogDevice, static_cast<std::int32_t>(thousandths));
   }
   EndDialog(dialog, IDOK);
 }
 
-INT_PTR CALLBACK SetCutterDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexcept {
-  if (message == WM_INITDIALOG) {
-    OnInit(dialog);
-    return TRUE;
-  }
-  if (message != WM_COMMAND) return FALSE;
-  switch (LOWORD(wParam)) {
-    case IDOK:
-      OnOk(dialog);
-      return TRUE;
-    case IDCANCEL:
-      EndDialog(dialog, IDCANCEL);
-      return TRUE;
-    default:
-      return FALSE;
-  }
+void OnCancel(HWND dialog) noexcept {
+  EndDialog(dialog, IDCANCEL);
 }
+
+constexpr CommandRow kCommands[] = {
+    {IDOK, kAny, &OnOk},
+    {IDCANCEL, kAny, &OnCancel},
+};
 
 }  // namespace
 
 INT_PTR ShowSetCutterDialog(HWND owner) noexcept {
-  return DialogBoxParamW(ModuleInstance(), MAKEINTRESOURCEW(IDD_SET_CUTTER), owner,
-                         &SetCutterDialogProc, 0);
+  return OpenDialog(IDD_SET_CUTTER, owner, &CommandDialogProc<&OnInit, kCommands>);
 }
 
 }  // namespace k7

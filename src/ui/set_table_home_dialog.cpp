@@ -12,8 +12,8 @@
 #include "motion/units.h"
 #include "settings/settings_file.h"
 #include "settings/settings_keys.h"
+#include "ui/dialog_commands.h"
 #include "ui/dialog_text.h"
-#include "ui/module_instance.h"
 #include "ui/resource_ids.h"
 
 namespace k7 {
@@ -128,33 +128,16 @@ void OnCancel(HWND dialog) noexcept {
   EndDialog(dialog, IDCANCEL);
 }
 
-INT_PTR CALLBACK SetTableHomeDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexcept {
-  if (message == WM_INITDIALOG) {
-    OnInit(dialog);
-    return TRUE;
-  }
-  if (message != WM_COMMAND) return FALSE;
-  switch (LOWORD(wParam)) {
-    case IDOK:
-      OnOk(dialog);
-      return TRUE;
-    case IDCANCEL:
-      OnCancel(dialog);
-      return TRUE;
-    case IDC_TH_LITERAL:
-      if (HIWORD(wParam) != BN_CLICKED) return FALSE;
-      OnLiteral(dialog);
-      return TRUE;
-    default:
-      return FALSE;
-  }
-}
+constexpr CommandRow kCommands[] = {
+    {IDOK, kAny, &OnOk},
+    {IDCANCEL, kAny, &OnCancel},
+    {IDC_TH_LITERAL, BN_CLICKED, &OnLiteral},
+};
 
 }  // namespace
 
 INT_PTR ShowSetTableHomeDialog(HWND owner) noexcept {
-  return DialogBoxParamW(ModuleInstance(), MAKEINTRESOURCEW(IDD_SET_TABLE_HOME), owner,
-                         &SetTableHomeDialogProc, 0);
+  return OpenDialog(IDD_SET_TABLE_HOME, owner, &CommandDialogProc<&OnInit, kCommands>);
 }
 
 }  // namespace k7

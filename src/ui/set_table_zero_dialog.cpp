@@ -3,9 +3,9 @@
 #include "motion/probing.h"
 #include "settings/settings_file.h"
 #include "settings/settings_keys.h"
+#include "ui/dialog_commands.h"
 #include "ui/dialog_state.h"
 #include "ui/dialog_text.h"
-#include "ui/module_instance.h"
 #include "ui/resource_ids.h"
 
 namespace k7 {
@@ -47,29 +47,19 @@ void OnOk(HWND dialog) noexcept {
   EndDialog(dialog, IDOK);
 }
 
-INT_PTR CALLBACK SetTableZeroDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexcept {
-  if (message == WM_INITDIALOG) {
-    OnInit(dialog);
-    return TRUE;
-  }
-  if (message != WM_COMMAND) return FALSE;
-  switch (LOWORD(wParam)) {
-    case IDOK:
-      OnOk(dialog);
-      return TRUE;
-    case IDCANCEL:
-      EndDialog(dialog, IDCANCEL);
-      return TRUE;
-    default:
-      return FALSE;
-  }
+void OnCancel(HWND dialog) noexcept {
+  EndDialog(dialog, IDCANCEL);
 }
+
+constexpr CommandRow kCommands[] = {
+    {IDOK, kAny, &OnOk},
+    {IDCANCEL, kAny, &OnCancel},
+};
 
 }  // namespace
 
 INT_PTR ShowSetTableZeroDialog(HWND owner) noexcept {
-  return DialogBoxParamW(ModuleInstance(), MAKEINTRESOURCEW(IDD_SET_TABLE_ZERO), owner,
-                         &SetTableZeroDialogProc, 0);
+  return OpenDialog(IDD_SET_TABLE_ZERO, owner, &CommandDialogProc<&OnInit, kCommands>);
 }
 
 }  // namespace k7

@@ -10,13 +10,13 @@
 #include "settings/settings_keys.h"
 #include "ui/color_settings_dialog.h"
 #include "ui/control_states.h"
+#include "ui/dialog_commands.h"
 #include "ui/dialog_state.h"
 #include "ui/dialog_text.h"
 #include "ui/engrave_lists.h"
 #include "ui/engrave_settings.h"
 #include "ui/material_profiles.h"
 #include "ui/maximum_values.h"
-#include "ui/module_instance.h"
 #include "ui/resource_ids.h"
 #include "ui/set_cutter_dialog.h"
 #include "ui/set_table_zero_dialog.h"
@@ -28,7 +28,6 @@ namespace {
 
 constexpr UINT_PTR kAliveTimer = 1041;
 constexpr UINT kAlivePeriodMs = 500;
-constexpr int kAny = -1;  // every notification code
 
 // Every way out of the dialog.
 void Close(HWND dialog, INT_PTR result) noexcept {
@@ -158,11 +157,6 @@ void OnRoundFixture(HWND dialog) noexcept {
   ShowControl(dialog, IDC_CS_CIRCUMFERENCE_LABEL, round);
 }
 
-struct CommandRow {
-  int control;
-  int notification;
-  void (*handler)(HWND dialog) noexcept;
-};
 constexpr CommandRow kCommands[] = {
     {IDOK, kAny, &OnRunJob},
     {IDC_CS_APPLY, kAny, &OnApply},
@@ -194,16 +188,6 @@ constexpr CommandRow kCommands[] = {
     {IDC_CS_IMPORT_NOTICE, kAny, &OnImportNotice},
 };
 
-bool OnCommand(HWND dialog, int control, int notification) noexcept {
-  for (const CommandRow& row : kCommands) {
-    if (row.control != control) continue;
-    if (row.notification != kAny && row.notification != notification) continue;
-    row.handler(dialog);
-    return true;
-  }
-  return false;
-}
-
 void OnInit(HWND dialog, LPARAM initParam) noexcept {
   dialogState.hostWordLow = static_cast<std::int16_t>(LOWORD(initParam));
   dialogState.hostWordHigh = static_cast<std::int16_t>(HIWORD(initParam));
@@ -233,7 +217,7 @@ INT_PTR CALLBACK ControllerSettingsDialogProc(HWND dialog, UINT message, WPARAM 
       OnTimer(dialog);
       return TRUE;
     case WM_COMMAND:
-      return OnCommand(dialog, LOWORD(wParam), HIWORD(wParam)) ? TRUE : FALSE;
+      return RunCommand(kCommands, dialog, wParam) ? TRUE : FALSE;
     default:
       return FALSE;
   }
@@ -251,9 +235,8 @@ std::int64_t ShowSettingsDialog(DeviceState& record, WindowHandle parent, std::u
   if (record.plungeHold == 1) dialogState.busy = 1;
   dialogState.allowRun = allowRun;
   dialogState.showGrid = showGrid;
-  const INT_PTR result = DialogBoxParamW(
-      ModuleInstance(), MAKEINTRESOURCEW(IDD_CONTROLLER_SETTINGS), static_cast<HWND>(parent),
-      &ControllerSettingsDialogProc, static_cast<LPARAM>(initParam));
+  const INT_PTR result = OpenDialog(IDD_CONTROLLER_SETTINGS, static_cast<HWND>(parent),
+                                    &ControllerSettingsDialogProc, static_cast<LPARAM>(initParam));
   if (result != kSettingsCancelled) LoadSettings(record);
   ClearAliveTicks(record);
   dialogDevice = nullptr;

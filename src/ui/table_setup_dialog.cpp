@@ -4,9 +4,9 @@
 #include "device/identity.h"
 #include "job/tool_offsets.h"
 #include "settings/settings_file.h"
+#include "ui/dialog_commands.h"
 #include "ui/dialog_state.h"
 #include "ui/dialog_text.h"
-#include "ui/module_instance.h"
 #include "ui/resource_ids.h"
 #include "ui/switch_lamps.h"
 #include "ui/table_home.h"
@@ -19,7 +19,6 @@ namespace {
 
 constexpr UINT_PTR kLampTimer = 1038;
 constexpr UINT kLampPeriodMs = 50;
-constexpr int kAny = -1;                       // every notification code
 constexpr INT_PTR kMachineChanged = IDCANCEL;  // an applyResult: no job before a new load
 
 bool filling = false;  // the fields change, but not by the user
@@ -112,11 +111,6 @@ void OnSetDiodeOffset(HWND dialog) noexcept {
   ShowDiodeOffsets(dialog, SettingsFile{*dialogDevice});
 }
 
-struct CommandRow {
-  int control;
-  int notification;
-  void (*handler)(HWND dialog) noexcept;
-};
 constexpr CommandRow kCommands[] = {
     {IDOK, kAny, &OnOk},
     {IDCANCEL, kAny, &OnCancel},
@@ -163,16 +157,6 @@ constexpr CommandRow kCommands[] = {
     {IDC_TS_SET_DIODE_OFFSET, kAny, &OnSetDiodeOffset},
 };
 
-bool OnCommand(HWND dialog, int control, int notification) noexcept {
-  for (const CommandRow& row : kCommands) {
-    if (row.control != control) continue;
-    if (row.notification != kAny && row.notification != notification) continue;
-    row.handler(dialog);
-    return true;
-  }
-  return false;
-}
-
 void ShowIdentity(HWND dialog) noexcept {
   wchar_t identity[kIdCapacity] = L"";
   QueryControllerId(*dialogDevice, identity, kIdCapacity);
@@ -189,6 +173,7 @@ void OnInit(HWND dialog) noexcept {
     SetTimer(dialog, kLampTimer, kLampPeriodMs, nullptr);
     ShowIdentity(dialog);
     FillPermanentSettings(dialog);
+    ShowStoredResults(dialog, SettingsFile{*dialogDevice});
     if (IsChecked(dialog, IDC_TS_HAS_BEAD_TOOL)) ShowControls(dialog, kBeadToolControls, true);
     if (IsChecked(dialog, IDC_TS_HAS_DIODE)) ShowControls(dialog, kDiodeControls, true);
     EnableControl(dialog, IDC_TS_SET_TABLE_HOME, dialogState.busy == 0);
@@ -206,26 +191,20 @@ void OnTimer() noexcept {
 INT_PTR CALLBACK TableSetupDialogProc(HWND dialog, UINT message, WPARAM wParam,
                                       LPARAM lParam) noexcept {
   switch (message) {
-    case WM_INITDIALOG:
-      OnInit(dialog);
-      return TRUE;
     case WM_TIMER:
       OnTimer();
       return TRUE;
     case WM_CTLCOLORSTATIC:
       return reinterpret_cast<INT_PTR>(lamps.BrushOf(reinterpret_cast<HWND>(lParam)));
-    case WM_COMMAND:
-      return OnCommand(dialog, LOWORD(wParam), HIWORD(wParam)) ? TRUE : FALSE;
     default:
-      return FALSE;
+      return CommandDialogProc<&OnInit, kCommands>(dialog, message, wParam, lParam);
   }
 }
 
 }  // namespace
 
 INT_PTR ShowTableSetupDialog(HWND owner) noexcept {
-  const INT_PTR result = DialogBoxParamW(ModuleInstance(), MAKEINTRESOURCEW(IDD_TABLE_SETUP), owner,
-                                         &TableSetupDialogProc, 0);
+  const INT_PTR result = OpenDialog(IDD_TABLE_SETUP, owner, &TableSetupDialogProc);
   lamps.Close();  // the owner may have ended it
   return result;
 }

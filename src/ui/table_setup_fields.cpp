@@ -110,8 +110,24 @@ std::int32_t ReadThousandths(HWND dialog, int id) noexcept {
   return TruncateToInt32(static_cast<double>(std::floor(ReadDecimal(dialog, id) * 1000.0f + 0.5f)));
 }
 
+std::int32_t WholeIn(const SettingsFile& file, const FieldRow& row) noexcept {
+  return file.ReadInt(row.section, row.key, static_cast<std::int32_t>(row.otherwise));
+}
+
+float NumberIn(const SettingsFile& file, const FieldRow& row) noexcept {
+  switch (row.kind) {
+    case Whole:
+      return static_cast<float>(WholeIn(file, row));
+    case Decimal:
+      return file.ReadFloat(row.section, row.key, row.otherwise);
+    case Thousandths:
+      return static_cast<float>(WholeIn(file, row)) / 1000.0f;
+    default:
+      return 0.0f;
+  }
+}
+
 void Fill(HWND dialog, const SettingsFile& file, const FieldRow& row) noexcept {
-  const auto wholeOtherwise = static_cast<std::int32_t>(row.otherwise);
   switch (row.kind) {
     case Text: {
       FieldText field;
@@ -120,21 +136,12 @@ void Fill(HWND dialog, const SettingsFile& file, const FieldRow& row) noexcept {
       break;
     }
     case Whole:
-      SetDecimal(dialog, row.control,
-                 static_cast<float>(file.ReadInt(row.section, row.key, wholeOtherwise)),
-                 row.decimals);
-      break;
     case Decimal:
-      SetDecimal(dialog, row.control, file.ReadFloat(row.section, row.key, row.otherwise),
-                 row.decimals);
-      break;
     case Thousandths:
-      SetDecimal(dialog, row.control,
-                 static_cast<float>(file.ReadInt(row.section, row.key, wholeOtherwise)) / 1000.0f,
-                 row.decimals);
+      SetDecimal(dialog, row.control, NumberIn(file, row), row.decimals);
       break;
     case Check: {
-      const bool set = file.ReadInt(row.section, row.key, wholeOtherwise) != 0;
+      const bool set = WholeIn(file, row) != 0;
       SetChecked(dialog, row.control, set);
       // KEEP: a missing switch clears no flag here, only on saving.
       if (set && row.remember != nullptr) row.remember(true);
@@ -188,6 +195,13 @@ void FillPermanentSettings(HWND dialog) noexcept {
   ShowDiodeOffsets(dialog, file);
 }
 
+float StoredNumber(const SettingsFile& file, int control) noexcept {
+  for (const FieldRow& row : kFields) {
+    if (row.control == control) return NumberIn(file, row);
+  }
+  return 0.0f;
+}
+
 void SavePermanentSettings(HWND dialog) noexcept {
   if (dialogDevice == nullptr) return;
   const SettingsFile file{*dialogDevice};
@@ -202,8 +216,9 @@ void ShowTableHomes(HWND dialog, const SettingsFile& file) noexcept {
 }
 
 void ShowBeadToolOffsets(HWND dialog, const SettingsFile& file) noexcept {
-  SetDecimal(dialog, IDC_TS_BEAD_X, ReadInches(file, keys::kBraille, keys::kBeadInsertToolX), 3);
-  SetDecimal(dialog, IDC_TS_BEAD_Y, ReadInches(file, keys::kBraille, keys::kBeadInsertToolY), 3);
+  for (const int control : {IDC_TS_BEAD_X, IDC_TS_BEAD_Y}) {
+    SetDecimal(dialog, control, StoredNumber(file, control), 3);
+  }
 }
 
 void ShowDiodeOffsets(HWND dialog, const SettingsFile& file) noexcept {

@@ -16,6 +16,10 @@ void FillPermanentSettings(HWND dialog) noexcept;
 // text. Without a device: nothing. [host]
 void SavePermanentSettings(HWND dialog) noexcept;
 
+// The number that a field stands for as the file holds it, with its default: whole and decimal
+// numbers as they are, thousandths in inches; 0 for any other control. [host]
+float StoredNumber(const SettingsFile& file, int control) noexcept;
+
 // Single displays, shown anew after the file has changed. [host]
 void ShowTableHomes(HWND dialog, const SettingsFile& file) noexcept;
 void ShowBeadToolOffsets(HWND dialog, const SettingsFile& file) noexcept;

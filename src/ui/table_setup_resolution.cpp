@@ -3,6 +3,7 @@
 #include "motion/units.h"
 #include "ui/dialog_text.h"
 #include "ui/resource_ids.h"
+#include "ui/table_setup_fields.h"
 #include "ui/typed_number.h"
 
 namespace k7 {
@@ -36,6 +37,15 @@ void ShowRounded(HWND dialog, int id, float value) noexcept {
 }
 
 }  // namespace
+
+void ShowStoredResults(HWND dialog, const SettingsFile& file) noexcept {
+  for (const AxisRow& row : kAxes) {
+    const float steps = StoredNumber(file, row.microSteps) * StoredNumber(file, row.motorSteps);
+    ShowRounded(dialog, row.resolution, steps / StoredNumber(file, row.screwPitch));
+  }
+  const float motorRpm = StoredNumber(file, IDC_TS_MOTOR_RPM);
+  ShowRounded(dialog, IDC_TS_SPINDLE_RPM, StoredNumber(file, IDC_TS_SPINDLE_GEAR_RATIO) * motorRpm);
+}
 
 void UpdateAxisResolution(HWND dialog, int axis) noexcept {
   if (axis < 1 || axis > 3) return;

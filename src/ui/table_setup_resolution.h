@@ -1,16 +1,21 @@
-// The two results that the table setup dialog computes from what is typed.
+// The results that the table setup dialog computes: steps per inch and the spindle's speed.
 #pragma once
 
 #include <windows.h>
 
+#include "settings/settings_file.h"
+
 namespace k7 {
 
-// Steps per inch of axis 1 X, 2 Y, 3 Z from its motor steps, micro steps and screw pitch; without a
-// pitch the largest number there is, 0 when there are no steps either. Any other axis: nothing.
-// [host]
+// All results from the settings file itself, which holds more digits than the fields show. [host]
+void ShowStoredResults(HWND dialog, const SettingsFile& file) noexcept;
+
+// From what is typed: steps per inch of axis 1 X, 2 Y, 3 Z from its motor steps, micro steps and
+// screw pitch; without a pitch the largest number there is, 0 when there are no steps either. Any
+// other axis: nothing. [host]
 void UpdateAxisResolution(HWND dialog, int axis) noexcept;
 
-// Speed of the spindle from that of its motor and the gear ratio. [host]
+// From what is typed: speed of the spindle by that of its motor and the gear ratio. [host]
 void UpdateSpindleRpm(HWND dialog) noexcept;
 
 }  // namespace k7

@@ -53,17 +53,6 @@ class ColorSettingsDialog : public SubDialogTest {
     ASSERT_NE(dialog_, nullptr);
   }
 
-  // The colour of the brush that a control is painted with.
-  COLORREF PaintedWith(int id) {
-    const HDC device = GetDC(nullptr);
-    const auto brush = reinterpret_cast<HBRUSH>(
-        SendMessageW(dialog_, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(device),
-                     reinterpret_cast<LPARAM>(GetDlgItem(dialog_, id))));
-    ReleaseDC(nullptr, device);
-    LOGBRUSH seen{};
-    EXPECT_NE(GetObjectW(brush, sizeof seen, &seen), 0) << id;
-    return seen.lbColor;
-  }
   std::vector<int> ShownRows() {
     std::vector<int> rows;
     for (int i = 0; i < 16; ++i) {
@@ -93,15 +82,15 @@ TEST_F(ColorSettingsDialog, ShowsTheColorsInUseWithTheirFlags) {
   EXPECT_EQ(ShownRows(), (std::vector<int>{0, 4}));
   EXPECT_TRUE(Checked(1097));
   EXPECT_FALSE(Checked(1117));
-  EXPECT_EQ(PaintedWith(1096), 0x000000u);
-  EXPECT_EQ(PaintedWith(1102), kRed);
+  EXPECT_EQ(ColorOf(1096), 0x000000u);
+  EXPECT_EQ(ColorOf(1102), kRed);
 }
 
 TEST_F(ColorSettingsDialog, PaintsEverySwatchInItsColor) {
   for (int i = 0; i < 16; ++i) SetEntry(i, 0x102030u + static_cast<std::uint32_t>(i), 1, 1);
   OpenColors();
   for (int i = 0; i < 16; ++i) {
-    EXPECT_EQ(PaintedWith(kSwatches[i]), 0x102030u + static_cast<std::uint32_t>(i)) << i;
+    EXPECT_EQ(ColorOf(kSwatches[i]), 0x102030u + static_cast<std::uint32_t>(i)) << i;
     EXPECT_TRUE(Checked(kChecks[i])) << i;
   }
 }
@@ -110,7 +99,7 @@ TEST_F(ColorSettingsDialog, AHiddenSwatchIsPaintedAsUsual) {
   SetEntry(0, 0x123456, 1, 1);
   SetEntry(1, 0x654321, 0, 1);
   OpenColors();
-  EXPECT_NE(PaintedWith(1098), 0x654321u);
+  EXPECT_NE(ColorOf(1098), 0x654321u);
 }
 
 TEST_F(ColorSettingsDialog, OnlyAFlagOfOneChecks) {
@@ -155,7 +144,7 @@ TEST_F(ColorSettingsDialog, WithNothingCheckedOkWarnsAndLeavesTheTable) {
   ExpectWarning();
   EXPECT_EQ(FlagOf(0), 1);
   EXPECT_EQ(FlagOf(4), 1);
-  EXPECT_EQ(PaintedWith(1102), kRed) << "the brushes live on";
+  EXPECT_EQ(ColorOf(1102), kRed) << "the brushes live on";
 }
 
 // KEEP: a hidden row counts as unchecked and is switched off.
@@ -180,6 +169,26 @@ TEST_F(ColorSettingsDialog, CancelLeavesTheFlags) {
   EXPECT_EQ(CloseBy(IDCANCEL), 2);
   EXPECT_EQ(FlagOf(0), 1);
   EXPECT_EQ(FlagOf(4), 0);
+}
+
+TEST_F(ColorSettingsDialog, TheBrushesLiveAsLongAsTheDialog) {
+  for (const int button : {IDOK, IDCANCEL}) {
+    SetEntry(0, kRed, 1, 1);
+    OpenColors();
+    const HBRUSH brush = BrushOf(1096);
+    EXPECT_EQ(GetObjectType(brush), static_cast<DWORD>(OBJ_BRUSH));
+    CloseBy(button);
+    EXPECT_EQ(GetObjectType(brush), 0u) << button;
+  }
+}
+
+TEST_F(ColorSettingsDialog, OtherCommandsAndControlsAreLeftAlone) {
+  SetEntry(0, kRed, 1, 1);
+  OpenColors();
+  SendCommand(dialog_, 1096);
+  SendCommand(dialog_, 1100);
+  EXPECT_NE(ColorOf(IDOK), kRed);
+  EXPECT_EQ(driver_->Top(), dialog_);
 }
 
 class ColorSettingsWithoutTable : public ColorSettingsDialog {

@@ -62,6 +62,31 @@ TEST_F(SetCutterDialog, UpToAThousandthNothingIsSet) {
   }
 }
 
+// The lift of the first is held at the largest number of steps; the second, as thousandths, becomes
+// negative from 2147483648 on and does not fit 32 bits from 4294967296 on.
+TEST_F(SetCutterDialog, BeyondTheLargestLiftThereIsNoSecondOne) {
+  EXPECT_EQ(Set(L"2147483647").size(), 2u);
+  for (const wchar_t* depth : {L"2147483648", L"4294967295", L"4294967296", L"8589934593",
+                               L"18446744073709551617", L"99999999999999999999999999"}) {
+    Record().lastZ = 0;
+    EXPECT_EQ(Set(depth).size(), 1u) << depth;
+    EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kLastCutterSet),
+              std::wcstof(depth, nullptr))
+        << depth;
+  }
+}
+
+// KEEP: only digits count the second time; a sign, a blank or a letter is none.
+TEST_F(SetCutterDialog, ProbesOnceForAnythingButDigits) {
+  for (const wchar_t* depth : {L"+3", L" 3", L"3 ", L"3.", L"3e0", L"0x3"}) {
+    EXPECT_EQ(Set(depth), (Lifts{12000})) << depth;
+  }
+}
+
+TEST_F(SetCutterDialog, LeadingZerosAreDigits) {
+  EXPECT_EQ(Set(L"003"), (Lifts{12000, 12}));
+}
+
 TEST_F(SetCutterDialog, ReadsTheNumberThatTheTextStartsWith) {
   EXPECT_EQ(Set(L"0.5 in"), (Lifts{2000}));
 }

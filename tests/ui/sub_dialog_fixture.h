@@ -6,6 +6,7 @@
 #include <cwchar>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "link/link.h"
@@ -55,24 +56,40 @@ class SubDialogTest : public SettingsDialogTest {
     return all;
   }
 
-  // Every key of the settings file by "section/key", with its text.
-  std::map<std::wstring, std::wstring> AllKeys() {
-    std::map<std::wstring, std::wstring> keys;
-    for (const std::wstring& section : SectionNames()) {
+  // Every key of the settings file as "section/key", with its text, in the order of the file.
+  std::vector<std::pair<std::wstring, std::wstring>> KeysInOrder() {
+    std::vector<std::pair<std::wstring, std::wstring>> keys;
+    std::wstring sections(4096, L'\0');
+    sections.resize(GetPrivateProfileSectionNamesW(sections.data(), 4096, Path().c_str()));
+    for (const std::wstring& section : Split(sections)) {
       std::wstring text(16384, L'\0');
       text.resize(GetPrivateProfileSectionW(section.c_str(), text.data(), 16384, Path().c_str()));
       for (const std::wstring& line : Split(text)) {
         const std::size_t sign = line.find(L'=');
-        keys[section + L"/" + line.substr(0, sign)] = line.substr(sign + 1);
+        keys.emplace_back(section + L"/" + line.substr(0, sign), line.substr(sign + 1));
       }
     }
     return keys;
   }
-  // The sections of the settings file in their order.
-  std::vector<std::wstring> SectionNames() {
-    std::wstring text(4096, L'\0');
-    text.resize(GetPrivateProfileSectionNamesW(text.data(), 4096, Path().c_str()));
-    return Split(text);
+  // The same by key.
+  std::map<std::wstring, std::wstring> AllKeys() {
+    const auto keys = KeysInOrder();
+    return {keys.begin(), keys.end()};
+  }
+
+  // The brush that a control is painted with.
+  HBRUSH BrushOf(int id) {
+    const HDC device = GetDC(nullptr);
+    const auto brush = reinterpret_cast<HBRUSH>(
+        SendMessageW(dialog_, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(device),
+                     reinterpret_cast<LPARAM>(GetDlgItem(dialog_, id))));
+    ReleaseDC(nullptr, device);
+    return brush;
+  }
+  COLORREF ColorOf(int id) {
+    LOGBRUSH seen{};
+    EXPECT_NE(GetObjectW(BrushOf(id), sizeof seen, &seen), 0) << id;
+    return seen.lbColor;
   }
 
   // The lifts that followed a probe, in steps.

@@ -3,6 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "support/host_helper/install.h"
 #include "ui/sub_dialog_fixture.h"
 #include "ui/table_setup_layout.h"
 
@@ -42,17 +47,6 @@ class TableSetupDialog : public SubDialogTest {
     for (const int id : ids) EXPECT_EQ(Shown(id), shown) << id;
   }
 
-  // The colour of the brush that a control is painted with.
-  COLORREF BrushOf(int id) {
-    const HDC device = GetDC(nullptr);
-    const auto brush = reinterpret_cast<HBRUSH>(
-        SendMessageW(dialog_, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(device),
-                     reinterpret_cast<LPARAM>(GetDlgItem(dialog_, id))));
-    ReleaseDC(nullptr, device);
-    LOGBRUSH seen{};
-    EXPECT_NE(GetObjectW(brush, sizeof seen, &seen), 0) << id;
-    return seen.lbColor;
-  }
   COLORREF PixelOf(int id) {
     const HWND lamp = GetDlgItem(dialog_, id);
     RECT place{};
@@ -268,7 +262,7 @@ TEST_F(TableSetupDialog, SetTableHomeForbidsJobsAlsoWhenAnsweredNo) {
 
 TEST_F(TableSetupDialog, LampsAreDarkWithoutSwitches) {
   OpenSetup();
-  for (const int id : {1076, 1077, 1078, 1079}) EXPECT_EQ(BrushOf(id), kBlack) << id;
+  for (const int id : {1076, 1077, 1078, 1079}) EXPECT_EQ(ColorOf(id), kBlack) << id;
   EXPECT_THAT(SentLines(), testing::Not(testing::Contains("M119\n"))) << "nothing is asked";
 }
 
@@ -288,8 +282,8 @@ TEST_F(TableSetupDialog, EachLampShowsItsSwitch) {
     controller_.Answer("M119\n", row.report);
     EXPECT_TRUE(WaitUntil([&] {
       int red = 0;
-      for (const int id : {1076, 1077, 1078, 1079}) red += BrushOf(id) == kRed ? 1 : 0;
-      return red == 1 && BrushOf(row.id) == kRed;
+      for (const int id : {1076, 1077, 1078, 1079}) red += ColorOf(id) == kRed ? 1 : 0;
+      return red == 1 && ColorOf(row.id) == kRed;
     })) << row.id;
   }
 }
@@ -305,9 +299,44 @@ TEST_F(TableSetupDialog, ALampIsPaintedAsItsSwitchCloses) {
   EXPECT_TRUE(WaitUntil([&] { return PixelOf(1076) == kBlack; }));
 }
 
+// A quarter of the gaps is shorter than what is checked: a busy computer only lengthens them, or
+// shortens the one that follows.
+TEST_F(TableSetupDialog, TheSwitchesAreAskedEveryFiftyMilliseconds) {
+  using Clock = std::chrono::steady_clock;
+  FitAllSwitches();
+  OpenSetup();
+  std::vector<std::int64_t> gapsMs;
+  std::ptrdiff_t asked = 0;
+  Clock::time_point last = Clock::now();
+  EXPECT_TRUE(WaitUntil([&] {
+    const auto count = std::ranges::count(controller_.Lines(), "M119\n");
+    if (count == asked) return false;
+    asked = count;
+    const auto gap = Clock::now() - std::exchange(last, Clock::now());
+    gapsMs.push_back(std::chrono::duration_cast<std::chrono::milliseconds>(gap).count());
+    return gapsMs.size() == 40;
+  }));
+  std::ranges::sort(gapsMs);
+  EXPECT_GE(gapsMs[10], 30);
+  EXPECT_LE(gapsMs[10], 80);
+}
+
+TEST_F(TableSetupDialog, TheLampsStopAndTheirBrushesGoWithTheDialog) {
+  FitAllSwitches();
+  for (const int button : {IDOK, IDCANCEL}) {
+    OpenUnlocked();
+    Type(1092, L"2");
+    const HBRUSH brush = BrushOf(1076);
+    EXPECT_EQ(GetObjectType(brush), static_cast<DWORD>(OBJ_BRUSH));
+    EXPECT_TRUE(controller_.WaitForLine("M119\n"));
+    EXPECT_EQ(CloseBy(button), button);
+    EXPECT_EQ(GetObjectType(brush), 0u) << button;
+  }
+}
+
 TEST_F(TableSetupDialog, OtherControlsArePaintedAsUsual) {
   OpenSetup();
-  EXPECT_NE(BrushOf(1065), kBlack);
+  EXPECT_NE(ColorOf(1065), kBlack);
 }
 
 TEST_F(TableSetupDialog, UnknownCommandsAreIgnored) {
@@ -316,6 +345,68 @@ TEST_F(TableSetupDialog, UnknownCommandsAreIgnored) {
   SendCommand(dialog_, 9999);
   EXPECT_FALSE(Enabled(IDOK));
   EXPECT_EQ(driver_->Top(), dialog_);
+}
+
+// ------------------------------------------------------------- offsets of the accessories
+
+// The cutter stands at the table home; the host's point is (-2, 1250) thousandths from it.
+class TableSetupOffsets : public TableSetupDialog {
+ protected:
+  TableSetupOffsets() {
+    // The process keeps the library that it has loaded, and nobody can replace it then.
+    const bool loaded = GetModuleHandleW(L"TSL_000.dll") != nullptr;
+    EXPECT_TRUE(loaded || InstalledHelper{"whole"}.Works());
+    dialogState.hostWordLow = -2;
+    dialogState.hostWordHigh = 1250;
+    WriteInt(keys::kBraille, keys::kBeadInsertTool, 1);
+    WriteInt(keys::kBraille, keys::kBeadInsertToolX, 500);
+    WriteInt(keys::kDiode, keys::kDiodePointer, 1);
+    WriteInt(keys::kDiode, keys::kDiodePointerX, 500);
+    OpenUnlocked();
+    DisableOk();
+  }
+  void PressAndAnswer(int id, const wchar_t* caption, int answer) {
+    Press(dialog_, id);
+    const BoxSeen box = driver_->AnswerBox(dialog_, answer);
+    EXPECT_EQ(box.caption, caption);
+    EXPECT_THAT(box.text, testing::HasSubstr(L"X: -0.002 in\nY: 1.250 in")) << "sign-extended";
+    EXPECT_TRUE(driver_->WaitUntilTop(dialog_));
+  }
+};
+
+TEST_F(TableSetupOffsets, SetToolOffsetShowsTheNewOffsets) {
+  PressAndAnswer(1155, L"Braille Bead Insert Tool", IDYES);
+  EXPECT_TRUE(WaitUntil([&] { return Text(1189) == L"1.250"; }));
+  EXPECT_EQ(Text(1188), L"-0.002");
+  EXPECT_EQ(Stored(L"Braille", L"Bead Insert Tool X Offset"), L"-2");
+  EXPECT_EQ(Stored(L"Braille", L"Bead Insert Tool Y Offset"), L"1250");
+}
+
+TEST_F(TableSetupOffsets, SetDiodeOffsetShowsTheNewOffsets) {
+  PressAndAnswer(1165, L"Diode Pointer", IDYES);
+  EXPECT_TRUE(WaitUntil([&] { return Text(1167) == L"Y: 1.2500"; }));
+  EXPECT_EQ(Text(1166), L"X: -0.0020");
+  EXPECT_EQ(Stored(L"Diode", L"Diode Pointer X Offset"), L"-2");
+  EXPECT_EQ(Stored(L"Diode", L"Diode Pointer Y Offset"), L"1250");
+}
+
+TEST_F(TableSetupOffsets, AnsweredNoTheTypedOffsetsStay) {
+  Type(1188, L"7");
+  PressAndAnswer(1155, L"Braille Bead Insert Tool", IDNO);
+  PressAndAnswer(1165, L"Diode Pointer", IDNO);
+  EXPECT_EQ(Text(1188), L"7");
+  EXPECT_EQ(Text(1166), L"X: 0.5000");
+  EXPECT_EQ(Stored(L"Braille", L"Bead Insert Tool X Offset"), L"500");
+  EXPECT_EQ(Stored(L"Diode", L"Diode Pointer X Offset"), L"500");
+}
+
+TEST_F(TableSetupDialog, WithoutADeviceItsButtonsDoNothing) {
+  OpenWith(&ShowTableSetupDialog, nullptr);
+  dialogState.applyResult = 101;
+  for (const int id : {1043, 1155, 1165}) SendCommand(dialog_, id);
+  EXPECT_EQ(driver_->Top(), dialog_);
+  EXPECT_EQ(dialogState.applyResult, 101);
+  for (const int id : {1076, 1077, 1078, 1079}) EXPECT_EQ(ColorOf(id), kBlack) << id;
 }
 
 }  // namespace

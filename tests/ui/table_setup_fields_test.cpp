@@ -147,6 +147,38 @@ TEST_F(TableSetupFields, AnyOtherNumberThanZeroChecksABox) {
   for (const BoxRow& row : kBoxes) EXPECT_TRUE(Checked(row.id)) << row.id;
 }
 
+// KEEP: as every number without decimals: a zero keeps its point.
+TEST_F(TableSetupFields, AStoredZeroIsShownWithAPoint) {
+  for (const NumberRow& row : kNumbers) {
+    if (row.kind == Kind::Whole) WriteInt(row.section, row.key, 0);
+  }
+  OpenSetup();
+  for (const NumberRow& row : kNumbers) {
+    if (row.kind != Kind::Whole) continue;
+    EXPECT_EQ(Text(row.id), L"0.") << row.id;
+  }
+}
+
+// A pitch of 5 mm has more digits than its field.
+TEST_F(TableSetupFields, OpensWithTheResultsOfTheStoredNumbers) {
+  WriteFloat(L"Axis X", L"Screw Pitch", 0.19685f);
+  WriteFloat(L"Axis Y", L"Screw Pitch", 0.39370f);
+  WriteFloat(L"Axis Z", L"Screw Pitch", 0.09843f);
+  WriteInt(L"Spindle", L"Motor RPM", 30000);
+  WriteFloat(L"Spindle", L"Gear Ratio", 1.33333f);
+  OpenSetup();
+  EXPECT_EQ(Text(1022), L"0.1969");
+  EXPECT_EQ(Text(1025), L"10160");
+  EXPECT_EQ(Text(1026), L"5080");
+  EXPECT_EQ(Text(1027), L"20319");
+  EXPECT_EQ(Text(1084), L"1.3333");
+  EXPECT_EQ(Text(1086), L"40000");
+  Type(1022, L"0.1969");
+  EXPECT_EQ(Text(1025), L"10157") << "from here on what is typed counts";
+  Type(1084, L"1.3333");
+  EXPECT_EQ(Text(1086), L"39999");
+}
+
 TEST_F(TableSetupFields, SavesEveryFieldUnderItsKey) {
   OpenSetup();
   Type(1003, L"Shop Engraver");
@@ -180,13 +212,50 @@ TEST_F(TableSetupFields, WritesTheseKeysAndNoOthers) {
   EXPECT_EQ(after.size(), expected.size());
 }
 
+// A file without keys takes them in the order in which they are written, by section.
 TEST_F(TableSetupFields, SavesInTheOrderOfTheMachinesParts) {
   OpenSetup();
+  SendDlgItemMessageW(dialog_, 1154, BM_SETCHECK, 1, 0);
   Save();
-  EXPECT_EQ(SectionNames(),
-            (std::vector<std::wstring>{L"Settings", L"Axis X", L"Axis Y", L"Axis Z", L"Spindle",
-                                       L"Maximum Values", L"Prox", L"Table Size", L"Jog Speed",
-                                       L"Braille", L"Diode", L"Axis Round"}));
+  std::vector<std::wstring> keysInOrder;
+  for (const auto& [key, text] : KeysInOrder()) keysInOrder.push_back(key);
+  EXPECT_EQ(keysInOrder, (std::vector<std::wstring>{L"Settings/FriendlyName",
+                                                    L"Settings/Scissors",
+                                                    L"Axis X/Motor Steps",
+                                                    L"Axis X/Micro Steps",
+                                                    L"Axis X/Screw Pitch",
+                                                    L"Axis X/Limit Switch",
+                                                    L"Axis Y/Motor Steps",
+                                                    L"Axis Y/Micro Steps",
+                                                    L"Axis Y/Screw Pitch",
+                                                    L"Axis Y/Limit Switch",
+                                                    L"Axis Z/Motor Steps",
+                                                    L"Axis Z/Micro Steps",
+                                                    L"Axis Z/Screw Pitch",
+                                                    L"Axis Z/Limit Switch",
+                                                    L"Axis Z/Prox Switch",
+                                                    L"Axis Z/Air Z",
+                                                    L"Spindle/Motor RPM",
+                                                    L"Spindle/Gear Ratio",
+                                                    L"Spindle/Ramp Time",
+                                                    L"Spindle/Has Spindle",
+                                                    L"Maximum Values/XY Speed",
+                                                    L"Maximum Values/Z Speed",
+                                                    L"Maximum Values/Engrave Depth",
+                                                    L"Prox/Semi Auto Offset",
+                                                    L"Table Size/Width",
+                                                    L"Table Size/Height",
+                                                    L"Table Size/Depth",
+                                                    L"Jog Speed/Fast",
+                                                    L"Jog Speed/Slow",
+                                                    L"Braille/Bead Insert Tool",
+                                                    L"Braille/Bead Insert Tool X Offset",
+                                                    L"Braille/Bead Insert Tool Y Offset",
+                                                    L"Diode/Diode Pointer",
+                                                    L"Axis Round/Motor Steps",
+                                                    L"Axis Round/Micro Steps",
+                                                    L"Axis Round/Gear Ratio",
+                                                    L"Axis Round/Has Round Attachment"}));
 }
 
 TEST_F(TableSetupFields, UncheckedBoxesAreSavedAsZero) {
