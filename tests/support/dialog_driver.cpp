@@ -108,11 +108,39 @@ std::int64_t DialogDriver::Result() const {
   return result_;
 }
 
-int DialogDriver::FocusedControl() const {
+HWND DialogDriver::Focused(HWND otherwise) const {
   GUITHREADINFO info{};
   info.cbSize = sizeof info;
-  if (!GetGUIThreadInfo(threadId_, &info) || info.hwndFocus == nullptr) return 0;
-  return GetDlgCtrlID(info.hwndFocus);
+  const bool known = GetGUIThreadInfo(threadId_, &info) && info.hwndFocus != nullptr;
+  return known ? info.hwndFocus : otherwise;
+}
+
+int DialogDriver::FocusedControl() const {
+  const HWND focused = Focused(nullptr);
+  return focused == nullptr ? 0 : GetDlgCtrlID(focused);
+}
+
+void DialogDriver::PressKey(HWND dialog, WPARAM virtualKey) const {
+  PostMessageW(Focused(dialog), WM_KEYDOWN, virtualKey, 1);
+}
+
+void DialogDriver::PressAccessKey(HWND dialog, wchar_t letter) const {
+  constexpr LPARAM kWithAlt = LPARAM{1} << 29;
+  PostMessageW(Focused(dialog), WM_SYSCHAR, static_cast<WPARAM>(towlower(letter)), kWithAlt | 1);
+}
+
+std::vector<int> DialogDriver::TabRound(HWND dialog) const {
+  constexpr std::size_t kMany = 100;
+  std::vector<int> round{FocusedControl()};
+  while (round.size() < kMany) {
+    const int from = round.back();
+    PressKey(dialog, VK_TAB);
+    WaitUntil([&] { return FocusedControl() != from && FocusedControl() != 0; });
+    const int to = FocusedControl();
+    if (to == round.front()) break;
+    round.push_back(to);
+  }
+  return round;
 }
 
 bool DialogDriver::WaitForFocus(HWND dialog, int id) const {

@@ -1,5 +1,8 @@
 #include "support/template_check.h"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include "ui/module_instance.h"
 
 namespace k7test {
@@ -84,13 +87,40 @@ int FrameOf(const std::wstring& kind) {
   return 0;
 }
 
-std::wstring WithoutPrefix(const std::wstring& text) {
-  std::wstring plain;
+// Height in units below which a control cuts its text.
+LONG LeastUnitsHigh(const std::wstring& kind) {
+  if (kind == L"B" || kind == L"D") return 14;
+  if (kind == L"E") return 12;
+  if (kind == L"X") return 10;
+  return 8;
+}
+
+// As the text is drawn: "&&" is one.
+std::wstring AsDrawn(const std::wstring& text) {
+  std::wstring drawn;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == L'&' && i + 1 < text.size()) ++i;
-    plain += text[i];
+    drawn += text[i];
   }
-  return plain;
+  return drawn;
+}
+
+// Takes the access key out of a text; 0: it has none. "&&" is a letter of the text and stays.
+wchar_t TakeAccessKey(std::wstring& text) {
+  for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+    if (text[i] != L'&') continue;
+    if (text[i + 1] != L'&') {
+      text.erase(i, 1);
+      return static_cast<wchar_t>(towupper(text[i]));
+    }
+    ++i;
+  }
+  return 0;
+}
+
+bool IsInside(const RECT& inner, const RECT& outer) {
+  return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+         inner.bottom <= outer.bottom;
 }
 
 }  // namespace
@@ -107,6 +137,7 @@ TemplateOf::TemplateOf(int dialogId) {
     wchar_t text[256] = L"";
     GetWindowTextW(window, text, 256);
     control.text = text;
+    control.accessKey = TakeAccessKey(control.text);
     control.style = GetWindowLongW(window, GWL_STYLE);
     control.id = GetDlgCtrlID(window);
     control.kind = KindOf(window, control.style);
@@ -115,6 +146,7 @@ TemplateOf::TemplateOf(int dialogId) {
     RECT place{};
     GetWindowRect(window, &place);
     MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&place), 2);
+    control.pixels = place;
     control.place = {MulDiv(place.left, 4000, base.right), MulDiv(place.top, 8000, base.bottom),
                      MulDiv(place.right, 4000, base.right),
                      MulDiv(place.bottom, 8000, base.bottom)};
@@ -141,14 +173,33 @@ SIZE TemplateOf::SizeInUnits() const {
   return {MulDiv(client.right, 4000, base.right), MulDiv(client.bottom, 8000, base.bottom)};
 }
 
+int TemplateOf::PixelsWide(LONG units) const {
+  RECT unit{0, 0, units, 0};
+  MapDialogRect(window_, &unit);
+  return unit.right;
+}
+
+int TemplateOf::PixelsHigh(LONG units) const {
+  RECT unit{0, 0, 0, units};
+  MapDialogRect(window_, &unit);
+  return unit.bottom;
+}
+
 std::vector<std::string> TemplateOf::Overlaps() const {
+  const auto holds = [this](const ControlSeen& group, const ControlSeen& control) {
+    RECT inside = group.pixels;
+    inside.top += PixelsHigh(8);
+    return group.kind == L"G" && control.kind != L"G" && IsInside(control.pixels, inside);
+  };
   std::vector<std::string> found;
   for (std::size_t i = 0; i < controls_.size(); ++i) {
     for (std::size_t k = i + 1; k < controls_.size(); ++k) {
+      const ControlSeen& one = controls_[i];
+      const ControlSeen& other = controls_[k];
       RECT common{};
-      if (controls_[i].kind == L"G" || controls_[k].kind == L"G") continue;
-      if (IntersectRect(&common, &controls_[i].place, &controls_[k].place)) {
-        found.push_back(Name(controls_[i]) + " and " + Name(controls_[k]));
+      if (!IntersectRect(&common, &one.pixels, &other.pixels)) continue;
+      if (!holds(one, other) && !holds(other, one)) {
+        found.push_back(Name(one) + " and " + Name(other));
       }
     }
   }
@@ -156,14 +207,26 @@ std::vector<std::string> TemplateOf::Overlaps() const {
 }
 
 std::vector<std::string> TemplateOf::OutsideMargins() const {
-  constexpr LONG kMargin = 6;  // 7, and one for the rounding to pixels and back
-  const SIZE size = SizeInUnits();
+  RECT inside{};
+  GetClientRect(window_, &inside);
+  InflateRect(&inside, -PixelsWide(7), -PixelsHigh(7));
+  // Right and bottom are sums of two rounded lengths.
+  ++inside.right;
+  ++inside.bottom;
   std::vector<std::string> found;
   for (const ControlSeen& control : controls_) {
-    const RECT& place = control.place;
-    if (place.left < kMargin || place.top < kMargin || place.right > size.cx - kMargin ||
-        place.bottom > size.cy - kMargin) {
-      found.push_back(Name(control));
+    if (!IsInside(control.pixels, inside)) found.push_back(Name(control));
+  }
+  return found;
+}
+
+std::vector<std::string> TemplateOf::SharedAccessKeys() const {
+  std::vector<std::string> found;
+  for (std::size_t i = 0; i < controls_.size(); ++i) {
+    for (std::size_t k = i + 1; k < controls_.size(); ++k) {
+      if (controls_[i].accessKey != 0 && controls_[i].accessKey == controls_[k].accessKey) {
+        found.push_back(Name(controls_[i]) + " and " + Name(controls_[k]));
+      }
     }
   }
   return found;
@@ -176,17 +239,68 @@ std::vector<std::string> TemplateOf::ClippedTexts(
     const DialogFont font{dotsPerInch};
     const auto check = [&](const ControlSeen& control, const std::wstring& text) {
       const int frame = MulDiv(FrameOf(control.kind), dotsPerInch, 96);
-      if (font.WidthOf(WithoutPrefix(text)) + frame >
+      if (font.WidthOf(AsDrawn(text)) + frame >
           font.UnitsToPixels(control.place.right - control.place.left)) {
         found.push_back(Name(control) + ": " + Narrow(text) + " at " + std::to_string(dotsPerInch));
       }
     };
     for (const ControlSeen& control : controls_) check(control, control.text);
     for (const auto& [id, text] : extraTexts) {
-      if (const ControlSeen* const control = Find(id)) check(*control, text);
+      const ControlSeen* const control = Find(id);
+      if (control == nullptr) {
+        found.push_back("no control " + std::to_string(id));
+      } else {
+        check(*control, text);
+      }
+    }
+  }
+  for (const ControlSeen& control : controls_) {
+    if (control.text.empty() && control.kind != L"E") continue;
+    if (control.pixels.bottom - control.pixels.top < PixelsHigh(LeastUnitsHigh(control.kind)) - 1) {
+      found.push_back(Name(control) + " is too low");
     }
   }
   return found;
+}
+
+void ExpectControls(const TemplateOf& dialog, std::span<const ControlRow> rows,
+                    const std::function<bool(int id)>& enabled) {
+  ASSERT_NE(dialog.Window(), nullptr);
+  for (const ControlRow& row : rows) {
+    const ControlSeen* const control = dialog.Find(row.id);
+    ASSERT_NE(control, nullptr) << row.id;
+    EXPECT_EQ(control->kind, row.kind) << row.id;
+    EXPECT_EQ(control->text, row.text) << row.id;
+    EXPECT_EQ(control->shown, row.shown) << row.id;
+    EXPECT_EQ(control->enabled, enabled(row.id)) << row.id;
+  }
+  EXPECT_EQ(dialog.Controls().size(), rows.size()) << "and no others";
+}
+
+void ExpectFrame(const TemplateOf& dialog, const wchar_t* caption, SIZE units) {
+  constexpr LONG kStyle = static_cast<LONG>(WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME);
+  EXPECT_EQ(GetWindowLongW(dialog.Window(), GWL_STYLE) & kStyle, kStyle);
+  wchar_t seen[64] = L"";
+  GetWindowTextW(dialog.Window(), seen, 64);
+  EXPECT_STREQ(seen, caption);
+  EXPECT_EQ(dialog.SizeInUnits().cx, units.cx);
+  EXPECT_EQ(dialog.SizeInUnits().cy, units.cy);
+}
+
+void ExpectTabStops(const TemplateOf& dialog) {
+  for (const ControlSeen& control : dialog.Controls()) {
+    const bool takesInput = control.kind != L"S" && control.kind != L"G" &&
+                            (control.kind != L"E" || (control.style & ES_READONLY) == 0);
+    EXPECT_EQ((control.style & WS_TABSTOP) != 0, takesInput) << control.id;
+  }
+}
+
+void ExpectCarefulLayout(const TemplateOf& dialog,
+                         const std::vector<std::pair<int, std::wstring>>& extraTexts) {
+  EXPECT_THAT(dialog.Overlaps(), testing::IsEmpty());
+  EXPECT_THAT(dialog.OutsideMargins(), testing::IsEmpty());
+  EXPECT_THAT(dialog.SharedAccessKeys(), testing::IsEmpty());
+  EXPECT_THAT(dialog.ClippedTexts(extraTexts), testing::IsEmpty());
 }
 
 }  // namespace k7test

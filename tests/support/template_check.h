@@ -4,7 +4,10 @@
 
 #include <windows.h>
 
+#include <functional>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace k7test {
@@ -14,11 +17,21 @@ struct ControlSeen {
   int id;
   std::wstring kind;  // "S" text, "E" edit, "B" button, "D" default button, "X" check box,
                       // "C" drop-down list, "G" group
-  std::wstring text;  // with its "&"
+  std::wstring text;  // without the "&" of the access key
+  wchar_t accessKey;  // upper case; 0: none
   bool shown;
   bool enabled;
-  RECT place;  // in dialog units
+  RECT place;   // in dialog units
+  RECT pixels;  // on this display
   LONG style;
+};
+
+// One control as the template must create it.
+struct ControlRow {
+  int id;
+  const wchar_t* kind;
+  const wchar_t* text;
+  bool shown = true;
 };
 
 // A dialog made from its template alone, never shown.
@@ -34,19 +47,36 @@ class TemplateOf {
   const ControlSeen* Find(int id) const;  // the first of that number
   SIZE SizeInUnits() const;
 
-  // Pairs of controls that cover each other; a group may hold
-  // others. One line each.
+  // Pairs of controls, shown or hidden, that cover each other. A group may hold others, wholly and
+  // below its caption. One line each.
   std::vector<std::string> Overlaps() const;
   // Controls nearer than 7 units to an edge of the dialog.
   std::vector<std::string> OutsideMargins() const;
-  // Texts that do not fit their control at 96, 120 or 144 dots per inch; `extraTexts` are texts
-  // that the code sets, with the control that takes them.
+  // Controls with an access key that another one has as well.
+  std::vector<std::string> SharedAccessKeys() const;
+  // Texts that do not fit their control at 96, 120 or 144 dots per inch, and controls too low for
+  // any; `extraTexts` are texts that the code sets, with the control that takes them.
   std::vector<std::string> ClippedTexts(
       const std::vector<std::pair<int, std::wstring>>& extraTexts) const;
 
  private:
   HWND window_ = nullptr;
+  int PixelsHigh(LONG units) const;
+  int PixelsWide(LONG units) const;
+
   std::vector<ControlSeen> controls_;
 };
+
+// Expects these controls and no others; `enabled` tells which of them take input, all by default.
+void ExpectControls(
+    const TemplateOf& dialog, std::span<const ControlRow> rows,
+    const std::function<bool(int id)>& enabled = [](int) { return true; });
+// Expects a caption and a size in dialog units.
+void ExpectFrame(const TemplateOf& dialog, const wchar_t* caption, SIZE units);
+// Expects the tab key to reach every control that takes input, and no other.
+void ExpectTabStops(const TemplateOf& dialog);
+// Expects that nothing is covered, clipped, at the edge, or called by another's access key.
+void ExpectCarefulLayout(const TemplateOf& dialog,
+                         const std::vector<std::pair<int, std::wstring>>& extraTexts);
 
 }  // namespace k7test

@@ -1,24 +1,15 @@
-#include <gmock/gmock.h>
+#include "support/template_check.h"
+
 #include <gtest/gtest.h>
 
-#include <set>
-
-#include "support/template_check.h"
 #include "ui/resource_ids.h"
 
 namespace k7 {
 namespace {
 
-using k7test::ControlSeen;
-using k7test::TemplateOf;
+using namespace k7test;
 
-struct Row {
-  int id;
-  const wchar_t* kind;
-  const wchar_t* text;
-  bool shown;
-};
-constexpr Row kRows[] = {
+constexpr ControlRow kRows[] = {
     {1150, L"S", L"Material Settings", true},
     {1153, L"C", L"", true},
     {1151, L"B", L"Save Material...", true},
@@ -84,29 +75,11 @@ constexpr Row kRows[] = {
 };
 
 TEST(SettingsTemplate, HoldsEveryControlWithItsKindTextAndState) {
-  const TemplateOf dialog{IDD_CONTROLLER_SETTINGS};
-  ASSERT_NE(dialog.Window(), nullptr);
-  for (const Row& row : kRows) {
-    const ControlSeen* const control = dialog.Find(row.id);
-    ASSERT_NE(control, nullptr) << row.id;
-    EXPECT_EQ(control->kind, row.kind) << row.id;
-    EXPECT_EQ(control->text, row.text) << row.id;
-    EXPECT_EQ(control->shown, row.shown) << row.id;
-    EXPECT_TRUE(control->enabled) << row.id;
-  }
-  EXPECT_EQ(dialog.Controls().size(), std::size(kRows)) << "and no others";
+  ExpectControls(TemplateOf{IDD_CONTROLLER_SETTINGS}, kRows);
 }
 
 TEST(SettingsTemplate, IsAModalDialogOfItsSize) {
-  const TemplateOf dialog{IDD_CONTROLLER_SETTINGS};
-  const SIZE size = dialog.SizeInUnits();
-  EXPECT_EQ(size.cx, 411);
-  EXPECT_EQ(size.cy, 265);
-  wchar_t caption[64];
-  GetWindowTextW(dialog.Window(), caption, 64);
-  EXPECT_STREQ(caption, L"K7 Controller Settings");
-  constexpr LONG kStyle = static_cast<LONG>(WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME);
-  EXPECT_EQ(GetWindowLongW(dialog.Window(), GWL_STYLE) & kStyle, kStyle);
+  ExpectFrame(TemplateOf{IDD_CONTROLLER_SETTINGS}, L"K7 Controller Settings", {411, 265});
 }
 
 // KEEP: stored selections count in the order of filling all the same.
@@ -120,29 +93,22 @@ TEST(SettingsTemplate, ListsAreSortedDropDownLists) {
 }
 
 TEST(SettingsTemplate, CoversAndClipsNothing) {
-  const TemplateOf dialog{IDD_CONTROLLER_SETTINGS};
-  EXPECT_THAT(dialog.Overlaps(), testing::IsEmpty());
-  EXPECT_THAT(dialog.OutsideMargins(), testing::IsEmpty());
-  EXPECT_THAT(dialog.ClippedTexts({{IDC_CS_ENGRAVE_DEPTH_LABEL, L"Spring Pressure"},
-                                   {IDC_CS_PASS_LABEL, L"Pass Copies"},
-                                   {IDC_CS_LAST_CUTTER, L"Last Cutter: 100.000"},
-                                   {IDC_CS_MAX_TRAVERSE_SPEED, L"1000.0000"},
-                                   {IDC_CS_MAX_CUTTER_UP_SPEED, L"1000.0000"},
-                                   {IDC_CS_TRAVERSE_SPEED, L"1000.0000"},
-                                   {IDC_CS_PASS_DEPTH_OR_COPIES, L"1000.0000"},
-                                   {IDC_CS_CIRCUMFERENCE, L"1000.0000"},
-                                   {IDC_CS_CUTTER_MODE, L"Semi Automatic"},
-                                   {IDC_CS_MULTI_PASS_MODE, L"Max Pass Depth"},
-                                   {IDC_CS_RESOLUTION, L"1000000"}}),
-              testing::IsEmpty());
+  ExpectCarefulLayout(TemplateOf{IDD_CONTROLLER_SETTINGS},
+                      {{IDC_CS_ENGRAVE_DEPTH_LABEL, L"Spring Pressure"},
+                       {IDC_CS_PASS_LABEL, L"Pass Copies"},
+                       {IDC_CS_LAST_CUTTER, L"Last Cutter: 100.000"},
+                       {IDC_CS_MAX_TRAVERSE_SPEED, L"1000.0000"},
+                       {IDC_CS_MAX_CUTTER_UP_SPEED, L"1000.0000"},
+                       {IDC_CS_TRAVERSE_SPEED, L"1000.0000"},
+                       {IDC_CS_PASS_DEPTH_OR_COPIES, L"1000.0000"},
+                       {IDC_CS_CIRCUMFERENCE, L"1000.0000"},
+                       {IDC_CS_CUTTER_MODE, L"Semi Automatic"},
+                       {IDC_CS_MULTI_PASS_MODE, L"Max Pass Depth"},
+                       {IDC_CS_RESOLUTION, L"1000000"}});
 }
 
 TEST(SettingsTemplate, TabOrderReachesEveryControlThatTakesInput) {
-  const TemplateOf dialog{IDD_CONTROLLER_SETTINGS};
-  for (const ControlSeen& control : dialog.Controls()) {
-    const bool takesInput = control.kind != L"S" && control.kind != L"G";
-    EXPECT_EQ((control.style & WS_TABSTOP) != 0, takesInput) << control.id;
-  }
+  ExpectTabStops(TemplateOf{IDD_CONTROLLER_SETTINGS});
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <string>
 #include <vector>
 
 #include "support/template_check.h"
@@ -10,27 +8,20 @@
 namespace k7 {
 namespace {
 
-using k7test::ControlSeen;
-using k7test::TemplateOf;
+using namespace k7test;
 
-struct Row {
-  int id;
-  const wchar_t* kind;
-  const wchar_t* text;
-  bool shown = true;
-};
-const std::vector<Row> kSetCutter{
+constexpr ControlRow kSetCutter[] = {
     {1147, L"S", L"Cutter Depth:"},
     {1148, L"E", L""},
     {1, L"D", L"OK"},
     {2, L"B", L"Cancel"},
 };
-const std::vector<Row> kSetTableZero{
+constexpr ControlRow kSetTableZero[] = {
     {1183, L"E", L""}, {1184, L"S", L"Engrave Buffer"},
     {1153, L"C", L""}, {1161, L"X", L"Do Z Probe", false},
     {1, L"D", L"OK"},  {2, L"B", L"Cancel"},
 };
-const std::vector<Row> kSetTableHome{
+constexpr ControlRow kSetTableHome[] = {
     {1037, L"S", L"X Offset"},
     {1040, L"E", L""},
     {1038, L"S", L"Y Offset"},
@@ -45,63 +36,45 @@ constexpr int kSwatches[] = {1096, 1098, 1099, 1101, 1102, 1103, 1104, 1105,
                              1106, 1107, 1108, 1109, 1110, 1111, 1112, 1113};
 constexpr int kChecks[] = {1097, 1114, 1115, 1116, 1117, 1118, 1119, 1120,
                            1121, 1122, 1123, 1124, 1125, 1126, 1127, 1128};
-std::vector<Row> ColorRows() {
-  std::vector<Row> rows{{1, L"D", L"OK"}, {2, L"B", L"Cancel"}};
+std::vector<ControlRow> ColorRows() {
+  std::vector<ControlRow> rows{{1, L"D", L"OK"}, {2, L"B", L"Cancel"}};
   for (const int id : kSwatches) rows.push_back({id, L"S", L""});
   for (const int id : kChecks) rows.push_back({id, L"X", L""});
   return rows;
 }
 
-void ExpectTemplate(const TemplateOf& dialog, const wchar_t* caption,
-                    const std::vector<Row>& rows) {
-  ASSERT_NE(dialog.Window(), nullptr);
-  wchar_t seen[64];
-  GetWindowTextW(dialog.Window(), seen, 64);
-  EXPECT_STREQ(seen, caption);
-  for (const Row& row : rows) {
-    const ControlSeen* const control = dialog.Find(row.id);
-    ASSERT_NE(control, nullptr) << row.id;
-    EXPECT_EQ(control->kind, row.kind) << row.id;
-    EXPECT_EQ(control->text, row.text) << row.id;
-    EXPECT_EQ(control->shown, row.shown) << row.id;
-    EXPECT_TRUE(control->enabled) << row.id;
-    EXPECT_EQ((control->style & WS_TABSTOP) != 0, control->kind != L"S") << row.id;
-  }
-  EXPECT_EQ(dialog.Controls().size(), rows.size()) << "and no others";
-  EXPECT_THAT(dialog.Overlaps(), testing::IsEmpty());
-  EXPECT_THAT(dialog.OutsideMargins(), testing::IsEmpty());
-}
-
 TEST(SmallDialogTemplates, SetCutter) {
   const TemplateOf dialog{IDD_SET_CUTTER};
-  ExpectTemplate(dialog, L"Set Cutter", kSetCutter);
-  EXPECT_EQ(dialog.SizeInUnits().cx, 131);
-  EXPECT_EQ(dialog.SizeInUnits().cy, 69);
-  EXPECT_THAT(dialog.ClippedTexts({{1148, L"100.000"}}), testing::IsEmpty());
+  ExpectFrame(dialog, L"Set Cutter", {131, 69});
+  ExpectControls(dialog, kSetCutter);
+  ExpectTabStops(dialog);
+  ExpectCarefulLayout(dialog, {{1148, L"100.000"}});
 }
 
 TEST(SmallDialogTemplates, SetTableZero) {
   const TemplateOf dialog{IDD_SET_TABLE_ZERO};
-  ExpectTemplate(dialog, L"Set Table Zero", kSetTableZero);
-  EXPECT_EQ(dialog.SizeInUnits().cx, 139);
-  EXPECT_EQ(dialog.SizeInUnits().cy, 121);
+  ExpectFrame(dialog, L"Set Table Zero", {139, 121});
+  ExpectControls(dialog, kSetTableZero);
+  ExpectTabStops(dialog);
+  ExpectCarefulLayout(dialog, {{1183, L"100.000"}, {1153, L"Current Z Location"}});
   EXPECT_TRUE(dialog.Find(1153)->style & CBS_SORT);
   EXPECT_EQ(dialog.Find(1153)->style & 3, CBS_DROPDOWNLIST);
-  EXPECT_THAT(dialog.ClippedTexts({{1183, L"100.000"}, {1153, L"Current Z Location"}}),
-              testing::IsEmpty());
 }
 
 TEST(SmallDialogTemplates, SetTableHome) {
   const TemplateOf dialog{IDD_SET_TABLE_HOME};
-  ExpectTemplate(dialog, L"Set Table Home", kSetTableHome);
-  EXPECT_THAT(dialog.ClippedTexts({{1040, L"-100.000000"}}), testing::IsEmpty());
+  ExpectFrame(dialog, L"Set Table Home", {138, 104});
+  ExpectControls(dialog, kSetTableHome);
+  ExpectTabStops(dialog);
+  ExpectCarefulLayout(dialog, {{1040, L"-100.000000"}});
 }
 
 TEST(SmallDialogTemplates, ColorSettings) {
   const TemplateOf dialog{IDD_COLOR_SETTINGS};
-  ExpectTemplate(dialog, L"Color Settings", ColorRows());
-  EXPECT_EQ(dialog.SizeInUnits().cx, 137);
-  EXPECT_EQ(dialog.SizeInUnits().cy, 343);
+  ExpectFrame(dialog, L"Color Settings", {137, 343});
+  ExpectControls(dialog, ColorRows());
+  ExpectTabStops(dialog);
+  ExpectCarefulLayout(dialog, {});
   for (int i = 0; i < 16; ++i) {
     const RECT swatch = dialog.Find(kSwatches[i])->place;
     const RECT check = dialog.Find(kChecks[i])->place;

@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,16 +10,9 @@
 namespace k7 {
 namespace {
 
-using k7test::ControlSeen;
-using k7test::TemplateOf;
+using namespace k7test;
 
-struct Row {
-  int id;
-  const wchar_t* kind;
-  const wchar_t* text;
-  bool shown = true;
-};
-constexpr Row kRows[] = {
+constexpr ControlRow kRows[] = {
     {1001, L"S", L"K7 Controller ID:"},
     {1002, L"S", L"Friendly Name"},
     {1003, L"E", L""},
@@ -123,28 +115,14 @@ constexpr Row kRows[] = {
 };
 
 TEST(TableSetupTemplate, HoldsEveryControlWithItsKindTextAndState) {
-  const TemplateOf dialog{IDD_TABLE_SETUP};
-  ASSERT_NE(dialog.Window(), nullptr);
-  for (const Row& row : kRows) {
-    const ControlSeen* const control = dialog.Find(row.id);
-    ASSERT_NE(control, nullptr) << row.id;
-    EXPECT_EQ(control->kind, row.kind) << row.id;
-    EXPECT_EQ(control->text, row.text) << row.id;
-    EXPECT_EQ(control->shown, row.shown) << row.id;
-    const bool locked =
-        std::ranges::find(kPermanentControls, row.id) != std::end(kPermanentControls);
-    EXPECT_EQ(control->enabled, !locked && row.id != IDOK) << row.id;
-  }
-  EXPECT_EQ(dialog.Controls().size(), std::size(kRows)) << "and no others";
+  ExpectControls(TemplateOf{IDD_TABLE_SETUP}, kRows, [](int id) {
+    const bool locked = std::ranges::find(kPermanentControls, id) != std::end(kPermanentControls);
+    return !locked && id != IDOK;
+  });
 }
 
-TEST(TableSetupTemplate, IsOfItsSizeAndCaption) {
-  const TemplateOf dialog{IDD_TABLE_SETUP};
-  EXPECT_EQ(dialog.SizeInUnits().cx, 543);
-  EXPECT_EQ(dialog.SizeInUnits().cy, 264);
-  wchar_t caption[64];
-  GetWindowTextW(dialog.Window(), caption, 64);
-  EXPECT_STREQ(caption, L"Table Setup");
+TEST(TableSetupTemplate, IsAModalDialogOfItsSize) {
+  ExpectFrame(TemplateOf{IDD_TABLE_SETUP}, L"Table Setup", {543, 264});
 }
 
 TEST(TableSetupTemplate, ComputedFieldsCannotBeTypedInto) {
@@ -156,34 +134,25 @@ TEST(TableSetupTemplate, ComputedFieldsCannotBeTypedInto) {
 }
 
 TEST(TableSetupTemplate, CoversAndClipsNothing) {
-  const TemplateOf dialog{IDD_TABLE_SETUP};
-  EXPECT_THAT(dialog.Overlaps(), testing::IsEmpty());
-  EXPECT_THAT(dialog.OutsideMargins(), testing::IsEmpty());
-  EXPECT_THAT(dialog.ClippedTexts({{1001, L"K7 Controller ID: ABCDEFGHIJKLMNOP"},
-                                   {1003, L"K7 System Controller in the shop"},
-                                   {1016, L"1000"},
-                                   {1022, L"100.0000"},
-                                   {1025, L"1000000"},
-                                   {1065, L"Table Home  -100.000000"},
-                                   {1074, L"-1.0000"},
-                                   {1084, L"100.0000"},
-                                   {1086, L"100000"},
-                                   {1132, L"1000.0000"},
-                                   {1034, L"100.000"},
-                                   {1166, L"X: -10.0000"},
-                                   {1167, L"Y: -10.0000"},
-                                   {1188, L"-10.000"},
-                                   {1189, L"-10.000"}}),
-              testing::IsEmpty());
+  ExpectCarefulLayout(TemplateOf{IDD_TABLE_SETUP}, {{1001, L"K7 Controller ID: ABCDEFGHIJKLMNOP"},
+                                                    {1003, L"K7 System Controller in the shop"},
+                                                    {1016, L"1000"},
+                                                    {1022, L"100.0000"},
+                                                    {1025, L"1000000"},
+                                                    {1065, L"Table Home  -100.000000"},
+                                                    {1074, L"-1.0000"},
+                                                    {1084, L"100.0000"},
+                                                    {1086, L"100000"},
+                                                    {1132, L"1000.0000"},
+                                                    {1034, L"100.000"},
+                                                    {1166, L"X: -10.0000"},
+                                                    {1167, L"Y: -10.0000"},
+                                                    {1188, L"-10.000"},
+                                                    {1189, L"-10.000"}});
 }
 
 TEST(TableSetupTemplate, TabOrderReachesEveryControlThatTakesInput) {
-  const TemplateOf dialog{IDD_TABLE_SETUP};
-  for (const ControlSeen& control : dialog.Controls()) {
-    const bool takesInput = control.kind != L"S" && control.kind != L"G" &&
-                            (control.kind != L"E" || (control.style & ES_READONLY) == 0);
-    EXPECT_EQ((control.style & WS_TABSTOP) != 0, takesInput) << control.id;
-  }
+  ExpectTabStops(TemplateOf{IDD_TABLE_SETUP});
 }
 
 }  // namespace
