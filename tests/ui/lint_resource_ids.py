@@ -3,13 +3,15 @@
 
 Fails when code or script use a name that the header does not define, when a dialog holds the same
 number twice, when a name of the header is used by no template, or when a template's control is never
-mentioned elsewhere. Run from anywhere; needs nothing built.
+mentioned elsewhere. Run from anywhere, with another source folder as its argument if wanted; needs
+nothing built.
 """
 import pathlib
 import re
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
+ROOT = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else __file__).resolve()
+ROOT = ROOT if ROOT.is_dir() else ROOT.parents[2]
 UI = ROOT / "src" / "ui"
 STANDARD = {"IDOK": 1, "IDCANCEL": 2}
 # Commands that no control sends.

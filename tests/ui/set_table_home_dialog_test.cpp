@@ -194,6 +194,30 @@ TEST_F(SetTableHomeDialog, LiteralValuesWithAirZEndWithOne) {
   EXPECT_EQ(Record().tableHomeY, 4000);
 }
 
+// The machine moves meanwhile: a second click would be one too many.
+TEST_F(SetTableHomeDialog, WhileTheMachineHomesNothingCanBePressed) {
+  FitAllSwitches();
+  OpenHome();
+  Click(dialog_, IDC_TH_LITERAL);
+  controller_.Answer("G28 Z0\n", "");
+  Press(dialog_, IDOK);
+  ASSERT_TRUE(controller_.WaitForLine("G28 Z0\n"));
+  EXPECT_FALSE(FieldsEnabled());
+  EXPECT_FALSE(Enabled(IDOK));
+  EXPECT_FALSE(Enabled(IDCANCEL));
+  controller_.Say("Z_Limit 6000\r\n");
+  EXPECT_EQ(driver_->Result(), 2);
+}
+
+// By the settings file: what the table setup has just saved reaches the record later.
+TEST_F(SetTableHomeDialog, TheSwitchesAreTheFilesNotTheRecords) {
+  OpenOn(&ShowSetTableHomeDialog);
+  EXPECT_TRUE(FieldsEnabled());
+  FitAllSwitches();
+  EXPECT_EQ(CloseBy(IDOK), 1);
+  EXPECT_EQ(Sent(), "M18\nM17\nG92 X0.000000 Y0.000000 Z0.000000\nSetTableHomed\n");
+}
+
 TEST_F(SetTableHomeDialog, CancelHoldsTheTableAndChangesNothing) {
   OpenHome();
   const auto before = AllKeys();

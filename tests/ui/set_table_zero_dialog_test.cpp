@@ -1,5 +1,6 @@
 #include "ui/set_table_zero_dialog.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "ui/sub_dialog_fixture.h"
@@ -99,6 +100,28 @@ TEST_F(SetTableZeroDialog, TheSecondModeTakesThePresentZ) {
   CloseBy(IDOK);
   EXPECT_EQ(Record().tableSurface, 2500 - 2000);
   EXPECT_EQ(Record().lastZ, 0);
+}
+
+TEST_F(SetTableZeroDialog, TheThirdModeProbesForTheSurface) {
+  WriteFloat(keys::kProx, keys::kSemiAutoOffset, 0.25f);
+  controller_.OnPrefix(
+      "G30 ", [](FakeController& fake, const std::string&) { fake.Say("Z_Probe 4000\r\n"); });
+  FitSwitches();
+  OpenOn(&ShowSetTableZeroDialog);
+  Record().lastZ = 2000;  // the probe goes on from here
+  Type(IDC_TZ_BUFFER, L"0.5");
+  Pick(dialog_, IDC_TZ_MODE, 2);
+  EXPECT_EQ(CloseBy(IDOK), 1);
+  EXPECT_THAT(Sent(), testing::StartsWith("G30 F25.400\nG92 Z"));
+  EXPECT_EQ(Written(), L"2");
+  EXPECT_EQ(Record().cutterHome, 5000) << "the probe's offset is taken off";
+  EXPECT_EQ(Record().tableSurface, 6000 - 2000);
+}
+
+TEST_F(SetTableZeroDialog, AStoredModeThatIsNotOfferedSelectsNothing) {
+  WriteInt(keys::kAxisZ, L"Zero Table Mode", 3);
+  OpenOn(&ShowSetTableZeroDialog);
+  EXPECT_EQ(SelectionOf(dialog_, IDC_TZ_MODE), -1);
 }
 
 TEST_F(SetTableZeroDialog, TextThatIsNoNumberIsNoBuffer) {
