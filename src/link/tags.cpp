@@ -10,23 +10,12 @@ constexpr std::int32_t After(std::int32_t index) noexcept {
   return index + 1 >= kAckRingSize ? 0 : index + 1;
 }
 
-constexpr std::int32_t Before(std::int32_t index) noexcept {
-  return index <= 0 ? kAckRingSize - 1 : index - 1;
-}
-
 }  // namespace
 
 void PushTag(DeviceState& record, CommandTag tag) noexcept {
   if (const RecordLock<ringMutex> lock{record}) {
     record.ackRing[record.ackRingIndex] = tag;
     record.ackRingIndex = After(record.ackRingIndex);
-  }
-}
-
-void TakeBackTag(DeviceState& record) noexcept {
-  if (const RecordLock<ringMutex> lock{record}) {
-    record.ackRingIndex = Before(record.ackRingIndex);
-    record.ackRing[record.ackRingIndex] = CommandTag::None;
   }
 }
 

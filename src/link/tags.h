@@ -10,9 +10,6 @@ namespace k7 {
 // statement. Nothing checks for overrun. Without the mutex: nothing. [any]
 void PushTag(DeviceState& record, CommandTag tag) noexcept;
 
-// Takes the last pushed tag back: its line was not sent after all. [any]
-void TakeBackTag(DeviceState& record) noexcept;
-
 // The tag at one of the three read indexes, which then advances and wraps like the write index:
 // `TakeTag(record, &DeviceState::queuedIndex)`. None when the mutex cannot be taken; the index then
 // stays. [reader]

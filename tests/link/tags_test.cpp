@@ -45,16 +45,6 @@ TEST(Tags, OverrunIsNotChecked) {
   EXPECT_EQ(TakeTag(*device, &DeviceState::queuedIndex), CommandTag::Lift);
 }
 
-TEST(Tags, ATagCanBeTakenBackAlsoAcrossTheEndOfTheRing) {
-  FakeController controller;
-  AttachedDevice device{controller};
-  device->ackRingIndex = 1023;
-  PushTag(*device, CommandTag::Plunge);
-  TakeBackTag(*device);
-  EXPECT_EQ(device->ackRingIndex, 1023);
-  EXPECT_EQ(device->ackRing[1023], CommandTag::None);
-}
-
 TEST(Tags, NothingHappensWithoutTheMutex) {
   DeviceState record;
   PushTag(record, CommandTag::Move);
