@@ -31,13 +31,7 @@ void MarkEarlyTagsAsMoves(DeviceState& record) {
 
 std::uint32_t TravelTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) noexcept {
   if (record.connected != 1) return kStatusNothing;
-  std::int32_t x = WrapMultiply(static_cast<std::int32_t>(hostX), record.xAxisFactor);
-  std::int32_t y = WrapMultiply(static_cast<std::int32_t>(hostY), record.yAxisFactor);
-  if (x > 0 || y >= 1) {
-    // KEEP: a travel to the host's origin goes to the machine's own zero, not to the table home.
-    x = WrapAdd(x, record.tableHomeX);
-    y = WrapAdd(y, record.tableHomeY);
-  }
+  const MachinePlace place = GoToPlace(record, hostX, hostY);
   const std::int32_t lift = LiftZ(record);
 
   if (record.plungeHold == 1) {
@@ -57,7 +51,7 @@ std::uint32_t TravelTo(DeviceState& record, std::uint32_t hostX, std::uint32_t h
   BeginJob(record);
   // KEEP: MoveTo takes a host position, so factor and home apply a second time there.
   const std::uint32_t status =
-      MoveTo(record, static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y));
+      MoveTo(record, static_cast<std::uint32_t>(place.x), static_cast<std::uint32_t>(place.y));
   MarkEarlyTagsAsMoves(record);
   return status;
 }

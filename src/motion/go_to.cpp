@@ -13,18 +13,12 @@ namespace k7 {
 
 void GoTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY, std::uint8_t) noexcept {
   if (record.connected != 1) return;
-  std::int32_t x = WrapMultiply(static_cast<std::int32_t>(hostX), record.xAxisFactor);
-  std::int32_t y = WrapMultiply(static_cast<std::int32_t>(hostY), record.yAxisFactor);
-  // KEEP: (0, 0) is machine zero, the place of the switches, not the table home.
-  if (x > 0 || y > 0) {
-    x = WrapAdd(x, record.tableHomeX);
-    y = WrapAdd(y, record.tableHomeY);
-  }
+  const MachinePlace place = GoToPlace(record, hostX, hostY);
   const std::int32_t lift = record.plungeHold == 1 ? 0 : LiftZ(record);
   SetFeedRate(record, record.cutterUpSpeed);
   MoveCutter(record, lift, CommandTag::Lift, kCutterUp, record.cutterMode == kCutterAirZ);
   SetFeedRate(record, record.traverseSpeed);
-  EmitMove(record, &x, &y, nullptr, 1, CommandTag::Move);
+  EmitMove(record, &place.x, &place.y, nullptr, 1, CommandTag::Move);
   WriteCurrentLocation(record);
 }
 

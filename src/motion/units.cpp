@@ -83,6 +83,15 @@ std::int32_t MachineY(const DeviceState& record, std::uint32_t hostY) noexcept {
   return MachinePosition(hostY, record.yAxisFactor, record.tableHomeY);
 }
 
+MachinePlace GoToPlace(const DeviceState& record, std::uint32_t hostX,
+                       std::uint32_t hostY) noexcept {
+  const std::int32_t x = MachinePosition(hostX, record.xAxisFactor, 0);
+  const std::int32_t y = MachinePosition(hostY, record.yAxisFactor, 0);
+  // KEEP: (0, 0) is machine zero, not the table home.
+  if (x <= 0 && y <= 0) return {x, y};
+  return {WrapAdd(x, record.tableHomeX), WrapAdd(y, record.tableHomeY)};
+}
+
 std::int32_t InchesToSteps(float inches, float stepsPerInch) noexcept {
   return RoundToSteps(stepsPerInch * inches);
 }

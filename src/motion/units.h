@@ -53,6 +53,15 @@ std::uint32_t TableHeightSteps(const DeviceState& record) noexcept;
 std::int32_t MachineX(const DeviceState& record, std::uint32_t hostX) noexcept;
 std::int32_t MachineY(const DeviceState& record, std::uint32_t hostY) noexcept;
 
+// Machine position of a go-to or travel: host steps times the axis factors, plus the table homes
+// when either is above zero (signed); without them (0, 0) is machine zero, the place of the
+// switches. [any]
+struct MachinePlace {
+  std::int32_t x, y;
+};
+MachinePlace GoToPlace(const DeviceState& record, std::uint32_t hostX,
+                       std::uint32_t hostY) noexcept;
+
 // Inches to whole steps: trunc(stepsPerInch * inches + 0.5). [any]
 std::int32_t InchesToSteps(float inches, float stepsPerInch) noexcept;
 // Machine Z of a lifted cutter: cutterHome minus the lift. [any]

@@ -146,6 +146,26 @@ TEST(MachinePosition, WrapsAtThirtyTwoBits) {
   EXPECT_EQ(MachineY(machine, 0x7FFFFFFFu), INT32_MIN);
 }
 
+TEST(GoToPlace, OfZeroZeroIsMachineZeroAndElsewhereCountsFromTheTableHome) {
+  Machine machine;
+  machine.xAxisFactor = 2;
+  machine.yAxisFactor = 3;
+  machine.tableHomeX = 500;
+  machine.tableHomeY = -40;
+  constexpr struct {
+    std::int32_t hostX, hostY, x, y;
+  } kCases[] = {
+      {0, 0, 0, 0},       {1, 0, 502, -40},   {0, 1, 500, -37}, {10, 10, 520, -10},
+      {-10, -1, -20, -3}, {-10, 1, 480, -37},  // one axis above zero brings both homes
+  };
+  for (const auto& c : kCases) {
+    const MachinePlace place = GoToPlace(machine, static_cast<std::uint32_t>(c.hostX),
+                                         static_cast<std::uint32_t>(c.hostY));
+    EXPECT_EQ(place.x, c.x) << c.hostX << ' ' << c.hostY;
+    EXPECT_EQ(place.y, c.y) << c.hostX << ' ' << c.hostY;
+  }
+}
+
 TEST(LiftZ, IsTheCutterHomeLessTheLift) {
   Machine machine;
   machine.cutterHome = 4000;
