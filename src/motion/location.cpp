@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "device/bounded_copy.h"
-#include "motion/number_text.h"
+#include "motion/move_plan.h"
 #include "motion/units.h"
 
 namespace k7 {
@@ -31,11 +31,11 @@ LineText PositionLine(const DeviceState& record, const std::int32_t* x, const st
   LineText line;
   for (const auto& axis : axes) {
     if (axis.steps == nullptr) continue;
-    const float mm = static_cast<float>(*axis.steps) / axis.stepsPerMm;
-    if (!std::isfinite(mm)) continue;
+    const AxisTarget target = ExpressPosition(*axis.steps, axis.stepsPerMm);
+    if (!target.expressible) continue;
     if (line.empty()) CopyText(line.text, "G92");
     AppendText(line.text, axis.word);
-    AppendText(line.text, FormatFixed(mm, 6).c_str());
+    AppendText(line.text, target.text.c_str());
   }
   if (!line.empty()) AppendText(line.text, "\n");
   return line;

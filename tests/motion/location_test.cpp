@@ -50,8 +50,10 @@ TEST_F(PositionLineTest, IsEmptyWithoutAxes) {
 }
 
 TEST_F(PositionLineTest, LeavesOutAnAxisWhosePositionCannotBeExpressed) {
-  record_.stepsPerMmX = 0.0f;
-  record_.stepsPerMmZ = 0.0f;
+  const std::int32_t far = INT32_MAX;
+  record_.stepsPerMmX = 1e-12f;  // finite, but more than the number text can hold
+  EXPECT_TRUE(PositionLine(record_, &far, nullptr, nullptr).empty());
+  record_.stepsPerMmX = record_.stepsPerMmZ = 0.0f;
   EXPECT_STREQ(PositionLine(record_, &x_, &y_, &z_).c_str(), "G92 Y-1.250000\n");
   EXPECT_TRUE(PositionLine(record_, &x_, nullptr, &z_).empty());
 }
