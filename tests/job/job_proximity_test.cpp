@@ -18,14 +18,10 @@ using k7test::TestMachine;
 
 constexpr wchar_t kCaption[] = L"Error";
 
-void FitSwitches(DeviceState& record) {
-  record.limitSwitchX = record.limitSwitchY = record.limitSwitchZ = record.proxSwitch = 1;
-}
-
 TEST(BeginJob, WithTheProximityTriggeredLiftsTellsTheUserAndRefuses) {
   for (const std::uint32_t mode : {kCutterAutomatic, kCutterSemiAutomatic}) {
     TestMachine machine;
-    FitSwitches(*machine);
+    machine.FitSwitches();
     machine->cutterMode = mode;
     machine->cutterState = kCutterDown;
     machine->lastZ = 4250;

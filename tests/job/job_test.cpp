@@ -4,27 +4,24 @@
 
 #include <atomic>
 #include <string>
-#include <thread>
-#include <vector>
+#include <utility>
 
 #include "device/module_state.h"
 #include "device/polling.h"
 #include "device/record_lock.h"
 #include "motion/strokes.h"
+#include "support/host_call.h"
 #include "support/test_machine.h"
 
 namespace k7 {
 namespace {
 
+using k7test::HostCall;
 using k7test::TestMachine;
 using k7test::WaitUntil;
 
 constexpr char kBegin[] = "M106\nSendBlockMessagesOn\n";
 constexpr char kEnd[] = "SendBlockMessagesOff\nM107\n";
-
-void FitSwitches(DeviceState& record) {
-  record.limitSwitchX = record.limitSwitchY = record.limitSwitchZ = record.proxSwitch = 1;
-}
 
 void SetCounters(DeviceState& record, std::int32_t linesInFlight, std::int32_t blocksRunning) {
   if (const RecordLock<flightMutex> lock{record}) record.linesInFlight = linesInFlight;
@@ -67,18 +64,23 @@ TEST(BeginJob, SwitchesTheOutputAndTheBlockMessagesOn) {
 
 TEST(BeginJob, WaitsUntilTheControllerHasConfirmed) {
   TestMachine machine;
-  machine.controller.OnPrefix("SendBlockMessagesOn\n",
-                              [](k7test::FakeController&, const std::string&) {});
-  std::atomic<bool> begun{false};
-  std::thread host{[&] {
-    BeginJob(*machine);
-    begun = true;
-  }};
+  machine.controller.Answer("SendBlockMessagesOn\n", "");
+  const HostCall host{[&] { BeginJob(*machine); }};
   EXPECT_TRUE(machine.controller.WaitForLine("SendBlockMessagesOn\n"));
-  EXPECT_FALSE(WaitUntil([&] { return begun.load(); }, std::chrono::milliseconds{200}));
+  EXPECT_TRUE(host.Waits());
   machine.controller.Say("SendBlockMessagesOn\r\n");
-  EXPECT_TRUE(WaitUntil([&] { return begun.load(); }));
-  host.join();
+  EXPECT_TRUE(host.Returns());
+}
+
+TEST(BeginJob, WithoutTheMutexOfTheTicksLeavesThemAndIsTrue) {
+  TestMachine machine;
+  SetTicks(*machine, 77);
+  jobAbortRequest = 1;
+  void* const mutex = std::exchange(machine->mutexes[aliveMutex], nullptr);
+  EXPECT_TRUE(BeginJob(*machine));
+  machine->mutexes[aliveMutex] = mutex;
+  EXPECT_EQ(Ticks(*machine), 77u);
+  EXPECT_EQ(jobAbortRequest, 0u);
 }
 
 TEST(BeginJob, AHoldDisarmsTheFirstMoveAndIsUsedUp) {
@@ -138,7 +140,7 @@ TEST(BeginJob, ClearsTheRingAndTheCounters) {
 
 TEST(BeginJob, WithoutAllSwitchesNeverSeesTheProximity) {
   TestMachine machine;
-  FitSwitches(*machine);
+  machine.FitSwitches();
   machine->limitSwitchY = 0;
   machine->cutterMode = kCutterAutomatic;
   machine->switchProbe = 1;
@@ -150,7 +152,7 @@ TEST(BeginJob, WithoutAllSwitchesNeverSeesTheProximity) {
 TEST(BeginJob, InTheModesThatDoNotProbeDoesNotAskForTheSwitches) {
   for (const std::uint32_t mode : {kCutterNone, kCutterManual, kCutterAirZ}) {
     TestMachine machine;
-    FitSwitches(*machine);
+    machine.FitSwitches();
     machine->cutterMode = mode;
     EXPECT_TRUE(BeginJob(*machine)) << mode;
     EXPECT_EQ(machine.Sent(), kBegin) << mode;
@@ -178,43 +180,46 @@ TEST(EndJob, SwitchesTheBlockMessagesAndTheOutputOff) {
   EXPECT_EQ(Ticks(*machine), 0u);
 }
 
+TEST(EndJob, WithoutMutexesEndsAtOnceAndClearsTheTicksAllTheSame) {
+  DeviceState record;  // never attached
+  record.connected = 1;
+  record.linesInFlight = record.blocksRunning = 3;
+  record.jobOpen = record.firstMove = 1;
+  record.lastCheckTick = record.lastAnswerTick = 77;
+  const HostCall host{[&] { EndJob(record); }};
+  EXPECT_TRUE(host.Returns());
+  EXPECT_EQ(record.lastCheckTick, 0u);
+  EXPECT_EQ(record.lastAnswerTick, 0u);
+  EXPECT_EQ(record.firstMove, 0);
+}
+
 TEST(EndJob, WaitsUntilEveryMoveHasBegunAndEnded) {
   TestMachine machine;
   machine.OpenJob();
   machine.controller.AnswerMoves(false);
   MoveTo(*machine, 2000, 4000);
   machine.Sent();
-  std::atomic<bool> ended{false};
-  std::thread host{[&] {
-    EndJob(*machine);
-    ended = true;
-  }};
-  EXPECT_FALSE(WaitUntil([&] { return ended.load(); }, std::chrono::milliseconds{200}));
+  const HostCall host{[&] { EndJob(*machine); }};
+  EXPECT_TRUE(host.Waits());
   machine.controller.Say("QX\r\nBX\r\n");
   EXPECT_TRUE(WaitUntil([&] { return LinesInFlight(*machine) == 0; }));
-  EXPECT_FALSE(WaitUntil([&] { return ended.load(); }, std::chrono::milliseconds{200}));
+  EXPECT_TRUE(host.Waits());
   EXPECT_TRUE(machine.controller.Lines().empty());
   machine.controller.Say("EX\r\n");
-  EXPECT_TRUE(WaitUntil([&] { return ended.load(); }));
-  host.join();
+  EXPECT_TRUE(host.Returns());
   EXPECT_EQ(machine.Sent(), kEnd);
 }
 
 TEST(EndJob, WaitsUntilTheControllerHasConfirmedBeforeItSwitchesTheOutputOff) {
   TestMachine machine;
   machine.OpenJob();
-  machine.controller.OnPrefix("SendBlockMessagesOff\n",
-                              [](k7test::FakeController&, const std::string&) {});
-  std::atomic<bool> ended{false};
-  std::thread host{[&] {
-    EndJob(*machine);
-    ended = true;
-  }};
+  machine.controller.Answer("SendBlockMessagesOff\n", "");
+  const HostCall host{[&] { EndJob(*machine); }};
   EXPECT_TRUE(machine.controller.WaitForLine("SendBlockMessagesOff\n"));
-  EXPECT_FALSE(WaitUntil([&] { return ended.load(); }, std::chrono::milliseconds{200}));
+  EXPECT_TRUE(host.Waits());
+  EXPECT_EQ(machine.controller.Lines().size(), 1u);
   machine.controller.Say("SendBlockMessagesOff\r\n");
-  EXPECT_TRUE(WaitUntil([&] { return ended.load(); }));
-  host.join();
+  EXPECT_TRUE(host.Returns());
   EXPECT_EQ(machine.Sent(), kEnd);
 }
 
@@ -239,15 +244,10 @@ TEST(EndJob, OfAnotherHeadWaitsLongerThanThat) {
   TestMachine machine;
   machine.OpenJob();
   SetCounters(*machine, 0, 1);
-  std::atomic<bool> ended{false};
-  std::thread host{[&] {
-    EndJob(*machine);
-    ended = true;
-  }};
-  EXPECT_FALSE(WaitUntil([&] { return ended.load(); }, std::chrono::milliseconds{5600}));
+  const HostCall host{[&] { EndJob(*machine); }};
+  EXPECT_TRUE(host.Waits(std::chrono::milliseconds{5600}));
   machine.controller.Say("EX\r\n");
-  EXPECT_TRUE(WaitUntil([&] { return ended.load(); }));
-  host.join();
+  EXPECT_TRUE(host.Returns());
 }
 
 TEST(EndJob, ACountBelowZeroIsNothingToWaitFor) {

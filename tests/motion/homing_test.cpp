@@ -1,15 +1,14 @@
 #include "motion/homing.h"
 
-#include <atomic>
-#include <thread>
-
 #include "device/record_lock.h"
 #include "settings/settings_file.h"
+#include "support/host_call.h"
 #include "support/machine_test.h"
 
 namespace k7 {
 namespace {
 
+using k7test::HostCall;
 using k7test::HostMessage;
 using k7test::HostWindow;
 using k7test::MessageBoxAnswer;
@@ -19,11 +18,11 @@ class Homing : public k7test::MachineTest {
  protected:
   Homing() { FitSwitches(); }
 
-  // Answers a "G28" line once it has been the last one for a while.
+  // Answers a "G28" line after having seen that none follows it without the answer.
   void Reach(const char* line, const char* reply) {
     ASSERT_TRUE(machine_.controller.WaitForLine(line));
-    Sleep(250);
-    EXPECT_EQ(machine_.controller.Lines().back(), line);
+    EXPECT_FALSE(WaitUntil([&] { return machine_.controller.Lines().back() != line; },
+                           std::chrono::milliseconds{250}));
     machine_.controller.Say(reply);
   }
   void AnswerEveryAxis() {
@@ -42,11 +41,11 @@ TEST_F(Homing, SendsZThenYThenXEachOnlyAfterThePreviousHasReported) {
   // Left over from a switch report.
   for (auto* flag : {&record_.switchX, &record_.switchY, &record_.switchZ}) *flag = 1;
   machine_.StandAt(11, 22, 33, kCutterUp);
-  std::thread host{[&] { MechanicalHome(record_); }};
+  const HostCall host{[&] { MechanicalHome(record_); }};
   Reach("G28 Z0\n", "Z_Limit 1\r\n");
   Reach("G28 Y0\n", "Y_Limit 1\r\n");
   Reach("G28 X0\n", "X_Limit 1\r\n");
-  host.join();
+  EXPECT_TRUE(host.Returns());
   EXPECT_EQ(machine_.Sent(),
             "M119\nG0 F7620.000\nM42\nM44 S252\nG28 Z0\nM43\nG28 Y0\nG28 X0\nSetTableHomed\n"
             "G92 X0.000000 Y0.000000 Z0.000000\n");
@@ -163,17 +162,12 @@ TEST_F(Switches, AreAskedForAndGivenOnceReported) {
 
 TEST_F(Switches, TheFirstQueryWaitsForItsReport) {
   machine_.controller.Answer("M119\n", "");
-  std::atomic<bool> answered{false};
   std::uint8_t y = 9;
-  std::thread host{[&] {
-    QuerySwitches(record_, nullptr, &y, nullptr, nullptr);
-    answered = true;
-  }};
+  const HostCall host{[&] { QuerySwitches(record_, nullptr, &y, nullptr, nullptr); }};
   EXPECT_TRUE(machine_.controller.WaitForLine("M119\n"));
-  Sleep(60);
-  EXPECT_FALSE(answered);
+  EXPECT_TRUE(host.Waits());
   machine_.controller.Say("min_x:0 min_y:1 min_z:0 Probe: 0\r\n");
-  host.join();
+  EXPECT_TRUE(host.Returns());
   EXPECT_EQ(y, 1);
 }
 

@@ -18,6 +18,7 @@ using k7test::MessageBoxAnswer;
 using k7test::WaitUntil;
 
 constexpr std::uint8_t kKey = VK_F13;
+constexpr std::chrono::milliseconds kMoment{100};  // in which nothing must happen
 
 class Jog : public k7test::MachineTest {
  protected:
@@ -128,12 +129,10 @@ TEST_F(Jog, KeepsAtMostEightOrFourLinesOutstandingAndIsReleasedFromThatWait) {
     StartJog(record_, kJogXPlus, fast ? kJogFast : kJogSlow, kKey, kJogEnd);
     const int limit = fast ? 8 : 4;
     EXPECT_TRUE(WaitUntil([&] { return StepsSent() == before + limit; }));
-    Sleep(100);
-    EXPECT_EQ(StepsSent(), before + limit);
+    EXPECT_FALSE(WaitUntil([&] { return StepsSent() > before + limit; }, kMoment));
     machine_.controller.Say("QX\r\nBX\r\n");  // one begins: one more may go
     EXPECT_TRUE(WaitUntil([&] { return StepsSent() == before + limit + 1; }));
-    Sleep(50);
-    EXPECT_EQ(StepsSent(), before + limit + 1);
+    EXPECT_FALSE(WaitUntil([&] { return StepsSent() > before + limit + 1; }, kMoment));
     EXPECT_LT(Duration([&] { EndWorkers(record_); }), 5000u);
     EXPECT_EQ(window_.Count(kJogEnd), fast ? 1 : 2);
     EXPECT_EQ(record_.jogActive, 0u);
@@ -236,7 +235,8 @@ class Release : public Jog {
   void JogUntil(const char* line) {
     StartJog(record_, kJogXPlus, kJogFast, kKey, kJogEnd);
     ASSERT_TRUE(machine_.controller.WaitForLine(line));
-    Sleep(30);  // into the wait behind the line
+    // Into the wait behind the line, which does not end by itself.
+    EXPECT_FALSE(WaitUntil([&] { return window_.Count(kJogEnd) != 0; }, kMoment));
   }
 };
 

@@ -7,12 +7,14 @@
 
 #include "device/polling.h"
 #include "device/record_lock.h"
+#include "support/host_window.h"
 #include "support/message_box.h"
 #include "support/test_machine.h"
 
 namespace k7 {
 namespace {
 
+using k7test::HostWindow;
 using k7test::MessageBoxAnswer;
 using k7test::TestMachine;
 using k7test::WaitUntil;
@@ -26,21 +28,6 @@ std::uint32_t Move(DeviceState& record, std::int32_t x, std::int32_t y) {
 std::uint32_t MoveZ(DeviceState& record, std::int32_t z) {
   return EmitMove(record, nullptr, nullptr, &z, 1);
 }
-
-// A hidden window of this thread, as a host has one.
-class HostWindow {
- public:
-  HostWindow()
-      : window_(CreateWindowW(L"STATIC", L"host", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr,
-                              nullptr, nullptr)) {}
-  ~HostWindow() { DestroyWindow(window_); }
-  HostWindow(const HostWindow&) = delete;
-  HostWindow& operator=(const HostWindow&) = delete;
-  HWND Get() const { return window_; }
-
- private:
-  HWND window_;
-};
 
 TEST(EmitMove, SendsOneLineWithTheAxesThatChange) {
   TestMachine machine;
@@ -141,30 +128,28 @@ TEST(EmitMove, WithoutAWindowASurfaceViolationIsRefusedWithoutADialog) {
 }
 
 TEST(EmitMove, WithAWindowASurfaceViolationIsShownToTheUser) {
-  TestMachine machine;
-  const HostWindow window;
-  machine->ownerWindow = window.Get();
-  MessageBoxAnswer user{kCaption};
-  EXPECT_EQ(MoveZ(*machine, 9000), kStatusRefused);
-  ASSERT_TRUE(user.Appeared());
-  EXPECT_EQ(user.Text(),
-            L"Current settings will violate the table zero and table buffer settings by 0.250 "
-            L"inches");
-  EXPECT_EQ(user.Owner(), window.Get());
-  EXPECT_EQ(user.Buttons(), (std::vector<int>{IDOK}));
-  EXPECT_EQ(machine.Sent(), "");
-}
-
-TEST(EmitMove, TheExcessIsWrittenInTheNumberTextOfTheLines) {
-  TestMachine machine;
-  const HostWindow window;
-  machine->ownerWindow = window.Get();
-  MessageBoxAnswer user{kCaption};
-  EXPECT_EQ(MoveZ(*machine, 8400), kStatusRefused);
-  ASSERT_TRUE(user.Appeared());
-  EXPECT_EQ(user.Text(),
-            L"Current settings will violate the table zero and table buffer settings by 0.0100 "
-            L"inches");
+  constexpr struct {
+    std::int32_t z;
+    const wchar_t* text;
+  } kCases[] = {
+      {9000,
+       L"Current settings will violate the table zero and table buffer settings by 0.250 inches"},
+      // KEEP: in the number text of the lines, a tenth of an inch.
+      {8400,
+       L"Current settings will violate the table zero and table buffer settings by 0.0100 inches"},
+  };
+  for (const auto& c : kCases) {
+    TestMachine machine;
+    const HostWindow window{HostWindow::Lives::OnThisThread};
+    machine->ownerWindow = window.Handle();
+    MessageBoxAnswer user{kCaption};
+    EXPECT_EQ(MoveZ(*machine, c.z), kStatusRefused);
+    ASSERT_TRUE(user.Appeared());
+    EXPECT_EQ(user.Text(), c.text);
+    EXPECT_EQ(user.Owner(), window.Handle());
+    EXPECT_EQ(user.Buttons(), (std::vector<int>{IDOK}));
+    EXPECT_EQ(machine.Sent(), "");
+  }
 }
 
 TEST(EmitMove, ARefusedMoveHasAlreadyTakenItsXAndYWhenItWasToBeSent) {

@@ -3,37 +3,30 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "device/polling.h"
-#include "motion/strokes.h"
+#include "support/host_call.h"
 #include "support/raised_cutter.h"
 
 namespace k7 {
 namespace {
 
+using k7test::HostCall;
+using k7test::kCut;
+using k7test::kLowerings;
 using k7test::kNoHome;
+using k7test::Lowering;
+using k7test::Stroke;
 using Machine = k7test::RaisedCutter;
-using Tags = std::vector<int>;
 
-constexpr char kCut[] = "G0 F3048.000\nG0 X12.700000 Y25.400000\n";
-constexpr char kDown[] = "G0 F762.000\nG0 Z26.987499\n";
-
-std::string Text(std::initializer_list<const char*> parts) {
-  std::string text;
-  for (const char* part : parts) text += part;
-  return text;
-}
+const std::string kDown = "G0 F762.000\nG0 Z26.987499\n";
 
 TEST(EngraveTo, InTheModesThatKnowTheSurfacePlungesAtOnce) {
   for (const std::uint32_t mode : {kCutterNone, kCutterManual, kCutterSemiAutomatic}) {
     Machine machine;
     machine->cutterMode = mode;
-    EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent) << mode;
-    EXPECT_EQ(machine.Sent(), Text({kDown, kCut})) << mode;
-    EXPECT_EQ(machine.Tags(), (Tags{2, 1})) << mode;
-    EXPECT_EQ(machine->zMoveCount, 1) << mode;
-    EXPECT_EQ(machine->cutterState, kCutterDown) << mode;
+    EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, kDown + kCut, {2, 1}, 1, kCutterDown}))
+        << mode;
     EXPECT_EQ(machine.CutterHomeInFile(), kNoHome) << mode;
   }
 }
@@ -42,15 +35,15 @@ TEST(EngraveTo, PlungesToThePassDepthAndNotToTheWholeDepth) {
   Machine machine;
   machine->engraveDepth = 0.5f;
   machine->passDepth = 0.125f;
-  EngraveTo(*machine, 2000, 4000);
-  EXPECT_EQ(machine.Sent(), Text({"G0 F762.000\nG0 Z28.574999\n", kCut}));
+  const std::string plunge = "G0 F762.000\nG0 Z28.574999\n";
+  EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, plunge + kCut, {2, 1}, 1, kCutterDown}));
 }
 
 TEST(EngraveTo, PlungesAtLeastOneThousandthOfAnInch) {
   Machine machine;
   machine->passDepth = 0.0001f;
-  EngraveTo(*machine, 2000, 4000);
-  EXPECT_EQ(machine.Sent(), Text({"G0 F762.000\nG0 Z25.425400\n", kCut}));
+  const std::string plunge = "G0 F762.000\nG0 Z25.425400\n";
+  EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, plunge + kCut, {2, 1}, 1, kCutterDown}));
   EXPECT_EQ(machine->lastZ, 4004);
 }
 
@@ -59,9 +52,8 @@ TEST(EngraveTo, OfThePneumaticHeadWaitsUntilItIsDown) {
   machine->cutterMode = kCutterAirZ;
   machine->engraveDepth = 0.01f;
   machine->passDepth = 0.5f;  // of no account here
-  EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), Text({"G0 F762.000\nG0 Z25.653999\nM42\n", kCut}));
-  EXPECT_EQ(machine.Tags(), (Tags{2, 1}));
+  const std::string plunge = "G0 F762.000\nG0 Z25.653999\nM42\n";
+  EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, plunge + kCut, {2, 1}, 1, kCutterDown}));
   EXPECT_EQ(machine->lastZ, 4040);
 }
 
@@ -69,11 +61,9 @@ TEST(EngraveTo, HandsOnTheRefusalOfThePlungeAndDoesNotCut) {
   for (const std::uint32_t mode : {kCutterNone, kCutterManual, kCutterSemiAutomatic, kCutterAirZ}) {
     Machine machine;
     machine->cutterMode = mode;
-    machine->tableSurface = 4100;
-    EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusRefused) << mode;
-    EXPECT_EQ(machine.Sent(), "G0 F762.000\n") << mode;
-    EXPECT_TRUE(machine.Tags().empty()) << mode;
-    EXPECT_EQ(machine->cutterState, kCutterUp) << mode;
+    machine->tableSurface = 4030;
+    EXPECT_EQ(machine.Engrave(), (Stroke{kStatusRefused, "G0 F762.000\n", {}, 0, kCutterUp}))
+        << mode;
     EXPECT_EQ(machine->lastX, 0) << mode;
   }
 }
@@ -81,20 +71,25 @@ TEST(EngraveTo, HandsOnTheRefusalOfThePlungeAndDoesNotCut) {
 TEST(EngraveTo, CutsWithTheCutterMarkedUpWhenZIsThereAlready) {
   Machine machine;
   machine.StandAt(0, 0, 4250, kCutterUp);
-  EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), Text({"G0 F762.000\n", kCut}));
-  EXPECT_EQ(machine->cutterState, kCutterUp);
-  EXPECT_EQ(machine.Tags(), (Tags{1}));
+  EXPECT_EQ(machine.Engrave(),
+            (Stroke{kStatusSent, std::string{"G0 F762.000\n"} + kCut, {1}, 0, kCutterUp}));
 }
 
+// The end of the plunge is reported by hand: the cut is not sent before it, nor before the dwell.
 TEST(EngraveTo, WaitsOutTheEngraveDelayBeforeTheCut) {
   for (const std::uint32_t mode : {kCutterNone, kCutterAutomatic}) {
     Machine machine;
     machine->cutterMode = mode;
     machine->engraveDelayMs = 200;
+    machine.controller.AnswerMoves(false);
+    const HostCall host{[&] { EngraveTo(*machine, 2000, 4000); }};
+    EXPECT_TRUE(machine.controller.WaitForLine("G0 Z26.987499\n")) << mode;
+    EXPECT_TRUE(host.Waits()) << mode;
     const std::uint32_t start = TickMs();
-    EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent) << mode;
-    EXPECT_GE(TickMs() - start, 180u) << mode;
+    machine.controller.Say("QX\r\nBX\r\nEX\r\n");
+    EXPECT_TRUE(host.Returns()) << mode;
+    EXPECT_GE(TickMs() - start, 200u) << mode;
+    EXPECT_TRUE(machine.Sent().ends_with(kDown.substr(12) + kCut)) << mode;
   }
 }
 
@@ -104,15 +99,18 @@ TEST(EngraveTo, WaitsOutTheEngraveDelayOfADeeperPass) {
   machine->engraveDelayMs = 200;
   const std::uint32_t start = TickMs();
   EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
-  EXPECT_GE(TickMs() - start, 180u);
+  EXPECT_GE(TickMs() - start, 200u);
 }
 
 TEST(EngraveTo, RunsTheSpindleWhileTheCutterIsDownAsTheEngraveTypeWantsIt) {
-  Machine machine;
-  machine.FitSpindle();
-  machine->engraveType = 1;
-  EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), Text({kDown, "M42\nM44 S252\n", kCut}));
+  for (const std::uint32_t engraveType : {0u, 1u, 2u}) {
+    Machine machine;
+    machine.FitSpindle();
+    machine->engraveType = engraveType;
+    machine->spindleValue = engraveType == 0 ? 13000 : 0;  // as it should not be
+    EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
+    EXPECT_EQ(machine.Sent(), kDown + (engraveType == 0 ? "M43\n" : "M42\nM44 S252\n") + kCut);
+  }
 }
 
 TEST(EngraveTo, InSemiAutomaticModeStartsTheSpindleBeforeThePlunge) {
@@ -121,26 +119,16 @@ TEST(EngraveTo, InSemiAutomaticModeStartsTheSpindleBeforeThePlunge) {
   machine->cutterMode = kCutterSemiAutomatic;
   EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
   // KEEP: and stops it after the plunge when the engrave type does not want it.
-  EXPECT_EQ(machine.Sent(), Text({"G0 F762.000\nM42\nM44 S252\nG0 Z26.987499\nM43\n", kCut}));
+  EXPECT_EQ(machine.Sent(), std::string{"G0 F762.000\nM42\nM44 S252\nG0 Z26.987499\nM43\n"} + kCut);
 }
-
-struct Lowering {
-  const char* name;
-  std::uint32_t (*lower)(DeviceState&) noexcept;
-};
-constexpr Lowering kLowerings[] = {{"LowerCutter", &LowerCutter},
-                                   {"LowerCutterContinue", &LowerCutterContinue}};
 
 TEST(LowerCutter, PlungesAtThePresentPlaceAndTellsTheHost) {
   for (const Lowering& lowering : kLowerings) {
     for (const std::uint32_t mode : {kCutterNone, kCutterManual, kCutterSemiAutomatic}) {
       Machine machine;
       machine->cutterMode = mode;
-      EXPECT_EQ(lowering.lower(*machine), kStatusSent) << lowering.name << mode;
-      EXPECT_EQ(machine.Sent(), kDown) << lowering.name << mode;
-      EXPECT_EQ(machine.Tags(), (Tags{5})) << lowering.name << mode;
-      EXPECT_EQ(machine->zMoveCount, 1) << lowering.name << mode;
-      EXPECT_EQ(machine->cutterState, kCutterDown) << lowering.name << mode;
+      EXPECT_EQ(machine.Lower(lowering.lower), (Stroke{kStatusSent, kDown, {5}, 1, kCutterDown}))
+          << lowering.name << mode;
       EXPECT_TRUE(k7test::WaitUntil([&] { return machine.Told().size() == 3; }));
     }
   }
@@ -150,8 +138,8 @@ TEST(LowerCutter, WithTheCutterDownDoesNothing) {
   for (const Lowering& lowering : kLowerings) {
     Machine machine;
     machine->cutterState = kCutterDown;
-    EXPECT_EQ(lowering.lower(*machine), kStatusNothing) << lowering.name;
-    EXPECT_EQ(machine.Sent(), "") << lowering.name;
+    EXPECT_EQ(machine.Lower(lowering.lower), (Stroke{kStatusNothing, "", {}, 0, kCutterDown}))
+        << lowering.name;
   }
 }
 
@@ -159,9 +147,9 @@ TEST(LowerCutter, WhereZIsAlreadyReturnsZeroAndLeavesTheCutterMarkedUp) {
   for (const Lowering& lowering : kLowerings) {
     Machine machine;
     machine.StandAt(0, 0, 4250, kCutterUp);
-    EXPECT_EQ(lowering.lower(*machine), kStatusNothing) << lowering.name;
-    EXPECT_EQ(machine->cutterState, kCutterUp) << lowering.name;
-    EXPECT_TRUE(machine.Tags().empty()) << lowering.name;
+    EXPECT_EQ(machine.Lower(lowering.lower),
+              (Stroke{kStatusNothing, "G0 F762.000\n", {}, 0, kCutterUp}))
+        << lowering.name;
   }
 }
 
@@ -171,10 +159,10 @@ TEST(LowerCutter, HandsOnARefusal) {
          {kCutterNone, kCutterManual, kCutterSemiAutomatic, kCutterAirZ}) {
       Machine machine;
       machine->cutterMode = mode;
-      machine->tableSurface = 4100;
-      EXPECT_EQ(lowering.lower(*machine), kStatusRefused) << lowering.name << mode;
-      EXPECT_EQ(machine.Sent(), "G0 F762.000\n") << lowering.name << mode;
-      EXPECT_EQ(machine->cutterState, kCutterUp) << lowering.name << mode;
+      machine->tableSurface = 4030;
+      EXPECT_EQ(machine.Lower(lowering.lower),
+                (Stroke{kStatusRefused, "G0 F762.000\n", {}, 0, kCutterUp}))
+          << lowering.name << mode;
     }
   }
 }
@@ -188,7 +176,7 @@ TEST(LowerCutter, OfThePneumaticHeadWaitsForNothingButADwell) {
     EXPECT_TRUE(machine.WaitUntilIdle()) << lowering.name;
     // The reader switches the head for the plunge of a cut only.
     EXPECT_EQ(machine.Sent(), "G0 F762.000\nG0 Z25.653999\n") << lowering.name;
-    EXPECT_EQ(machine.Tags(), (Tags{5})) << lowering.name;
+    EXPECT_EQ(machine.Tags(), (std::vector<int>{5})) << lowering.name;
   }
 }
 
@@ -198,7 +186,17 @@ TEST(LowerCutter, WaitsOutTheEngraveDelay) {
     machine->engraveDelayMs = 200;
     const std::uint32_t start = TickMs();
     EXPECT_EQ(lowering.lower(*machine), kStatusSent) << lowering.name;
-    EXPECT_GE(TickMs() - start, 180u) << lowering.name;
+    EXPECT_GE(TickMs() - start, 200u) << lowering.name;
+  }
+}
+
+TEST(LowerCutter, RunsTheSpindleAsTheEngraveTypeWantsIt) {
+  for (const Lowering& lowering : kLowerings) {
+    Machine machine;
+    machine.FitSpindle();
+    machine->engraveType = 1;
+    EXPECT_EQ(lowering.lower(*machine), kStatusSent) << lowering.name;
+    EXPECT_EQ(machine.Sent(), kDown + "M42\nM44 S252\n") << lowering.name;
   }
 }
 

@@ -7,18 +7,32 @@
 
 #include "settings/settings_file.h"
 #include "settings/settings_keys.h"
-#include "support/test_machine.h"
+#include "support/host_call.h"
+#include "support/stroke.h"
 
 namespace k7 {
 namespace {
 
+using k7test::HostCall;
+using k7test::Made;
+using k7test::Stroke;
 using k7test::TestMachine;
 using Tags = std::vector<int>;
 
 constexpr char kTraverse[] = "G0 F1524.000\nG0 X12.700000 Y25.400000\n";
+constexpr char kCut[] = "G0 F3048.000\nG0 X12.700000 Y25.400000\n";
+
+constexpr std::uint32_t kAllButAir[] = {kCutterNone, kCutterManual, kCutterAutomatic,
+                                        kCutterSemiAutomatic};
 
 struct Machine : TestMachine {
   Machine() { OpenJob(); }
+  Stroke Move(std::uint32_t x = 2000, std::uint32_t y = 4000) {
+    return Made(*this, MoveTo(**this, x, y));
+  }
+  Stroke Engrave(std::uint32_t x = 2000, std::uint32_t y = 4000) {
+    return Made(*this, EngraveTo(**this, x, y));
+  }
 };
 
 std::int32_t CutterModeInFile(const DeviceState& record) {
@@ -26,28 +40,22 @@ std::int32_t CutterModeInFile(const DeviceState& record) {
 }
 
 TEST(Strokes, WithoutAJobOrAConnectionDoNothing) {
-  TestMachine machine;
-  machine->firstMove = 1;
-  for (const std::uint8_t connected : std::initializer_list<std::uint8_t>{1, 0}) {
-    machine->connected = connected;
-    EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusNothing);
-    EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusNothing);
-    EXPECT_EQ(LowerCutter(*machine), kStatusNothing);
-    EXPECT_EQ(LowerCutterContinue(*machine), kStatusNothing);
+  for (const bool inJob : {false, true}) {
+    TestMachine machine;
+    if (inJob) machine.OpenJob();
+    machine->firstMove = 1;
+    for (const std::uint8_t connected : std::initializer_list<std::uint8_t>{0, 1}) {
+      if (inJob && connected == 1) continue;
+      machine->connected = connected;
+      EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusNothing);
+      EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusNothing);
+      EXPECT_EQ(LowerCutter(*machine), kStatusNothing);
+      EXPECT_EQ(LowerCutterContinue(*machine), kStatusNothing);
+    }
+    machine->connected = 1;
+    EXPECT_EQ(machine.Sent(), "");
+    EXPECT_EQ(machine->firstMove, 1);
   }
-  EXPECT_EQ(machine.Sent(), "");
-  EXPECT_EQ(machine->firstMove, 1);
-}
-
-TEST(Strokes, InAJobButWithoutAConnectionDoNothing) {
-  Machine machine;
-  machine->connected = 0;
-  EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusNothing);
-  EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusNothing);
-  EXPECT_EQ(LowerCutter(*machine), kStatusNothing);
-  EXPECT_EQ(LowerCutterContinue(*machine), kStatusNothing);
-  machine->connected = 1;
-  EXPECT_EQ(machine.Sent(), "");
 }
 
 TEST(MoveTo, TheFirstOfAJobTraversesWithoutALift) {
@@ -56,21 +64,15 @@ TEST(MoveTo, TheFirstOfAJobTraversesWithoutALift) {
     machine->cutterMode = mode;
     machine->firstMove = 1;
     machine->cutterState = kCutterDown;
-    EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusSent) << mode;
-    EXPECT_EQ(machine.Sent(), kTraverse) << mode;
-    EXPECT_EQ(machine.Tags(), (Tags{1})) << mode;
+    EXPECT_EQ(machine.Move(), (Stroke{kStatusSent, kTraverse, {1}, 0, kCutterDown})) << mode;
     EXPECT_EQ(machine->firstMove, 0) << mode;
-    EXPECT_EQ(machine->zMoveCount, 0) << mode;
-    EXPECT_EQ(machine->cutterState, kCutterDown) << mode;
   }
 }
 
 TEST(MoveTo, TheFirstOfAJobToWhereTheMachineStandsSendsItsFeedOnly) {
   Machine machine;
   machine->firstMove = 1;
-  EXPECT_EQ(MoveTo(*machine, 0, 0), kStatusNothing);
-  EXPECT_EQ(machine.Sent(), "G0 F1524.000\n");
-  EXPECT_TRUE(machine.Tags().empty());
+  EXPECT_EQ(machine.Move(0, 0), (Stroke{kStatusNothing, "G0 F1524.000\n", {}, 0, kCutterUp}));
   EXPECT_EQ(machine->firstMove, 0);
 }
 
@@ -78,9 +80,7 @@ TEST(MoveTo, TheFirstOfAJobInManualModeUsesTheModeUp) {
   Machine machine;
   machine->cutterMode = kCutterManual;
   machine->firstMove = 1;
-  EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusOneShot);
-  EXPECT_EQ(machine.Sent(), kTraverse);
-  EXPECT_EQ(machine.Tags(), (Tags{1}));
+  EXPECT_EQ(machine.Move(), (Stroke{kStatusOneShot, kTraverse, {1}, 0, kCutterUp}));
   EXPECT_EQ(machine->cutterMode, kCutterNone);
   EXPECT_EQ(CutterModeInFile(*machine), 0);
   EXPECT_EQ(machine->plungeHold, 1);
@@ -91,13 +91,26 @@ TEST(MoveTo, TheFirstOfAJobInSemiAutomaticModeArmsTheProbe) {
   Machine machine;
   machine->cutterMode = kCutterSemiAutomatic;
   machine->firstMove = 1;
-  EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusArmed);
-  EXPECT_EQ(machine.Sent(), kTraverse);
-  EXPECT_EQ(machine.Tags(), (Tags{1}));
+  EXPECT_EQ(machine.Move(), (Stroke{kStatusArmed, kTraverse, {1}, 0, kCutterUp}));
   EXPECT_EQ(machine->cutterMode, kCutterSemiAutomatic);
   EXPECT_EQ(CutterModeInFile(*machine), -1);
   EXPECT_EQ(machine->plungeHold, 1);
   EXPECT_EQ(machine->probeOnNextPlunge, 1u);
+}
+
+TEST(MoveTo, TheFirstOfAJobInTheseModesReturnsOnlyWhenTheHeadStandsStill) {
+  for (const std::uint32_t mode : {kCutterManual, kCutterSemiAutomatic}) {
+    Machine machine;
+    machine->cutterMode = mode;
+    machine->firstMove = 1;
+    machine.controller.AnswerMoves(false);
+    const HostCall host{[&] { MoveTo(*machine, 2000, 4000); }};
+    EXPECT_TRUE(machine.controller.WaitForLine("G0 X12.700000 Y25.400000\n")) << mode;
+    machine.controller.Say("QX\r\nBX\r\n");
+    EXPECT_TRUE(host.Waits()) << mode;
+    machine.controller.Say("EX\r\n");
+    EXPECT_TRUE(host.Returns()) << mode;
+  }
 }
 
 TEST(MoveTo, TheStatusOfTheFirstOfAJobDoesNotAskWhetherAnythingMoved) {
@@ -112,24 +125,20 @@ TEST(MoveTo, TheStatusOfTheFirstOfAJobDoesNotAskWhetherAnythingMoved) {
 
 TEST(MoveTo, WithTheCutterUpOnlyTraverses) {
   Machine machine;
-  EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), kTraverse);
-  EXPECT_EQ(machine.Tags(), (Tags{1}));
-  EXPECT_EQ(MoveTo(*machine, 2000, 2000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), "G0 Y12.700000\n");  // the feed is unchanged
+  EXPECT_EQ(machine.Move(), (Stroke{kStatusSent, kTraverse, {1}, 0, kCutterUp}));
+  // The feed is unchanged.
+  EXPECT_EQ(machine.Move(2000, 2000),
+            (Stroke{kStatusSent, "G0 Y12.700000\n", {1, 1}, 0, kCutterUp}));
 }
 
 TEST(MoveTo, WithTheCutterDownLiftsFirst) {
-  for (const std::uint32_t mode :
-       {kCutterNone, kCutterManual, kCutterAutomatic, kCutterSemiAutomatic}) {
+  const std::string lift = "G0 F381.000\nG0 Z22.225000\n";
+  for (const std::uint32_t mode : kAllButAir) {
     Machine machine;
     machine->cutterMode = mode;
     machine.StandAt(0, 0, 4250, kCutterDown);
-    EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusSent) << mode;
-    EXPECT_EQ(machine.Sent(), std::string{"G0 F381.000\nG0 Z22.225000\n"} + kTraverse) << mode;
-    EXPECT_EQ(machine.Tags(), (Tags{4, 1})) << mode;
-    EXPECT_EQ(machine->zMoveCount, 1) << mode;
-    EXPECT_EQ(machine->cutterState, kCutterUp) << mode;
+    EXPECT_EQ(machine.Move(), (Stroke{kStatusSent, lift + kTraverse, {4, 1}, 1, kCutterUp}))
+        << mode;
   }
 }
 
@@ -137,44 +146,34 @@ TEST(MoveTo, OfThePneumaticHeadWaitsUntilItIsUp) {
   Machine machine;
   machine->cutterMode = kCutterAirZ;
   machine.StandAt(0, 0, 4250, kCutterDown);
-  EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), std::string{"G0 F381.000\nG0 Z22.225000\nM43\n"} + kTraverse);
-  EXPECT_EQ(machine.Tags(), (Tags{4, 1}));
-}
-
-TEST(MoveTo, OfThePneumaticHeadDoesNotWaitForALiftThatWasNotSent) {
-  Machine machine;
-  machine->cutterMode = kCutterAirZ;
-  machine.StandAt(0, 0, 3500, kCutterDown);
-  EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), std::string{"G0 F381.000\n"} + kTraverse);
+  const std::string lift = "G0 F381.000\nG0 Z22.225000\nM43\n";
+  EXPECT_EQ(machine.Move(), (Stroke{kStatusSent, lift + kTraverse, {4, 1}, 1, kCutterUp}));
 }
 
 TEST(MoveTo, WhereTheMachineStandsDoesNotEvenLift) {
   Machine machine;
   machine.StandAt(2000, 4000, 4250, kCutterDown);
-  EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusNothing);
-  EXPECT_EQ(machine.Sent(), "");
-  EXPECT_EQ(machine->cutterState, kCutterDown);
+  EXPECT_EQ(machine.Move(), (Stroke{kStatusNothing, "", {}, 0, kCutterDown}));
 }
 
+// The pneumatic head would wait for ever if it waited here.
 TEST(MoveTo, ALiftThatChangesNothingLeavesTheCutterMarkedDown) {
-  Machine machine;
-  machine.StandAt(0, 0, 3500, kCutterDown);
-  EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), std::string{"G0 F381.000\n"} + kTraverse);
-  EXPECT_EQ(machine->cutterState, kCutterDown);
-  EXPECT_EQ(machine->zMoveCount, 0);
+  for (const std::uint32_t mode : {kCutterNone, kCutterAirZ}) {
+    Machine machine;
+    machine->cutterMode = mode;
+    machine.StandAt(0, 0, 3500, kCutterDown);
+    EXPECT_EQ(machine.Move(),
+              (Stroke{kStatusSent, std::string{"G0 F381.000\n"} + kTraverse, {1}, 0, kCutterDown}))
+        << mode;
+  }
 }
 
 TEST(MoveTo, DoesNotTraverseWithACutterWhoseLiftIsRefused) {
   Machine machine;
   machine.StandAt(0, 0, 4250, kCutterDown);
   machine->tableSurface = 3000;
-  EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusRefused);
-  EXPECT_EQ(machine.Sent(), "G0 F381.000\n");
+  EXPECT_EQ(machine.Move(), (Stroke{kStatusRefused, "G0 F381.000\n", {}, 0, kCutterDown}));
   EXPECT_EQ(machine->lastX, 0);
-  EXPECT_TRUE(machine.Tags().empty());
 }
 
 TEST(MoveTo, MapsHostStepsByFactorAndTableHome) {
@@ -182,48 +181,30 @@ TEST(MoveTo, MapsHostStepsByFactorAndTableHome) {
   machine->xAxisFactor = 2;
   machine->tableHomeX = 1000;
   machine->tableHomeY = 2000;
-  EXPECT_EQ(MoveTo(*machine, 500, 2000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), kTraverse);
+  EXPECT_EQ(machine.Move(500, 2000), (Stroke{kStatusSent, kTraverse, {1}, 0, kCutterUp}));
 }
 
 TEST(EngraveTo, WhereTheMachineStandsDoesNotEvenPlunge) {
   Machine machine;
   machine.StandAt(2000, 4000, 3500, kCutterUp);
-  EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusNothing);
-  EXPECT_EQ(machine.Sent(), "");
-  EXPECT_EQ(machine->cutterState, kCutterUp);
-}
-
-TEST(EngraveTo, PlungesAndCuts) {
-  Machine machine;
-  machine.StandAt(0, 0, 3500, kCutterUp);
-  EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), "G0 F762.000\nG0 Z26.987499\nG0 F3048.000\nG0 X12.700000 Y25.400000\n");
-  EXPECT_EQ(machine.Tags(), (Tags{2, 1}));
-  EXPECT_EQ(machine->zMoveCount, 1);
-  EXPECT_EQ(machine->cutterState, kCutterDown);
+  EXPECT_EQ(machine.Engrave(), (Stroke{kStatusNothing, "", {}, 0, kCutterUp}));
 }
 
 TEST(EngraveTo, WithTheCutterDownOnlyCuts) {
   Machine machine;
   machine.StandAt(0, 0, 4250, kCutterDown);
-  EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), "G0 F3048.000\nG0 X12.700000 Y25.400000\n");
-  EXPECT_EQ(machine.Tags(), (Tags{1}));
-  EXPECT_EQ(machine->zMoveCount, 0);
+  EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, kCut, {1}, 0, kCutterDown}));
 }
 
 TEST(EngraveTo, WithTheCutterDownFollowsANewPassDepthAtTheFeedInForce) {
-  for (const std::uint32_t mode :
-       {kCutterNone, kCutterManual, kCutterAutomatic, kCutterSemiAutomatic}) {
+  const std::string plunge = "G0 Z28.574999\n";
+  for (const std::uint32_t mode : kAllButAir) {
     Machine machine;
     machine->cutterMode = mode;
     machine.StandAt(0, 0, 4250, kCutterDown);
     machine->passDepth = 0.125f;
-    EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent) << mode;
-    EXPECT_EQ(machine.Sent(), "G0 Z28.574999\nG0 F3048.000\nG0 X12.700000 Y25.400000\n") << mode;
-    EXPECT_EQ(machine.Tags(), (Tags{2, 1})) << mode;
-    EXPECT_EQ(machine->zMoveCount, 1) << mode;
+    EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, plunge + kCut, {2, 1}, 1, kCutterDown}))
+        << mode;
   }
 }
 
@@ -232,31 +213,33 @@ TEST(EngraveTo, WithThePneumaticHeadDownNeverPlungesAgain) {
   machine->cutterMode = kCutterAirZ;
   machine.StandAt(0, 0, 4250, kCutterDown);
   machine->engraveDepth = machine->passDepth = 0.125f;
-  EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), "G0 F3048.000\nG0 X12.700000 Y25.400000\n");
+  EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, kCut, {1}, 0, kCutterDown}));
 }
 
 TEST(EngraveTo, HandsOnTheRefusalOfASecondPlunge) {
   Machine machine;
   machine.StandAt(0, 0, 4250, kCutterDown);
   machine->passDepth = 1.5f;  // 6000 steps below 4000: the surface is at 8000
-  EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusRefused);
-  EXPECT_EQ(machine.Sent(), "");
+  EXPECT_EQ(machine.Engrave(), (Stroke{kStatusRefused, "", {}, 0, kCutterDown}));
   EXPECT_EQ(machine->lastX, 0);
 }
 
 TEST(EngraveTo, InGridModeCutsAtTheGridSpeed) {
-  Machine machine;
-  machine.StandAt(0, 0, 4250, kCutterDown);
-  machine->gridMode = kRunGrid;
-  EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
-  EXPECT_EQ(machine.Sent(), "G0 F6096.000\nG0 X12.700000 Y25.400000\n");
-  for (const std::uint32_t mode : {kRunEngraving, kRunBrailleDrill, kRunBrailleBeadInsert}) {
-    machine->gridMode = mode;
-    machine->lastFeedText[0] = '\0';
+  constexpr struct {
+    std::uint32_t gridMode;
+    const char* feed;
+  } kCases[] = {
+      {kRunEngraving, "G0 F3048.000\n"},
+      {kRunGrid, "G0 F6096.000\n"},
+      {kRunBrailleDrill, "G0 F3048.000\n"},
+      {kRunBrailleBeadInsert, "G0 F3048.000\n"},
+  };
+  for (const auto& c : kCases) {
+    Machine machine;
     machine.StandAt(0, 0, 4250, kCutterDown);
-    EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent) << mode;
-    EXPECT_EQ(machine.Sent(), "G0 F3048.000\nG0 X12.700000 Y25.400000\n") << mode;
+    machine->gridMode = c.gridMode;
+    EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
+    EXPECT_EQ(machine.Sent(), std::string{c.feed} + "G0 X12.700000 Y25.400000\n") << c.gridMode;
   }
 }
 

@@ -4,17 +4,18 @@
 #include <windows.h>
 
 #include <atomic>
-#include <thread>
+#include <utility>
 
 #include "device/polling.h"
 #include "device/record_lock.h"
+#include "support/host_call.h"
 #include "support/test_machine.h"
 
 namespace k7 {
 namespace {
 
+using k7test::HostCall;
 using k7test::TestMachine;
-using k7test::WaitUntil;
 
 std::uint8_t WaitFlag(const DeviceState& record) {
   return ReadLocked<waitMutex>(record, std::uint8_t{99}, [&] { return record.waitFlag; });
@@ -89,61 +90,58 @@ TEST(MoveCutter, WaitsOutTheEngraveDelay) {
 
 TEST(MoveCutter, KeepsWaitingUntilTheEndIsReported) {
   AirMachine machine;
-  machine.controller.OnPrefix(
-      "G0 Z", [](k7test::FakeController& fake, const std::string&) { fake.Say("QX\r\nBX\r\n"); });
-  std::atomic<bool> back{false};
-  std::thread host{[&] {
-    Plunge(*machine, true);
-    back = true;
-  }};
-  EXPECT_TRUE(WaitUntil([&] { return BlocksRunning(*machine) == 1; }));
-  EXPECT_FALSE(WaitUntil([&] { return back.load(); }, std::chrono::milliseconds{150}));
+  machine.controller.AnswerMoves(false);
+  const HostCall host{[&] { Plunge(*machine, true); }};
+  EXPECT_TRUE(machine.controller.WaitForLine("G0 Z26.987499\n"));
+  machine.controller.Say("QX\r\nBX\r\n");
+  EXPECT_TRUE(host.Waits());
   machine.controller.Say("EX\r\n");
-  EXPECT_TRUE(WaitUntil([&] { return back.load(); }));
-  host.join();
+  EXPECT_TRUE(host.Returns());
 }
 
 // Each of these would wait for ever: nothing would clear the flag.
-TEST(MoveCutter, DoesNotWaitWhileNobodyListens) {
-  AirMachine machine;
-  machine->notifyCallback = nullptr;
-  EXPECT_EQ(Plunge(*machine, true), kStatusSent);
-  EXPECT_EQ(WaitFlag(*machine), 0);
-}
-
-TEST(MoveCutter, DoesNotWaitWhileMovesAreQuiet) {
-  AirMachine machine;
-  machine->quietMoves = 1;
-  EXPECT_EQ(Plunge(*machine, true), kStatusSent);
-  EXPECT_EQ(WaitFlag(*machine), 0);
-}
-
-TEST(MoveCutter, DoesNotWaitDuringAJog) {
-  AirMachine machine;
-  machine->jogActive = 1;
-  EXPECT_EQ(Plunge(*machine, true), kStatusSent);
-  EXPECT_EQ(WaitFlag(*machine), 0);
-}
-
-TEST(MoveCutter, DoesNotWaitWithoutAnOpenJob) {
-  TestMachine machine;
-  machine->cutterMode = kCutterAirZ;
-  EXPECT_EQ(Plunge(*machine, true), kStatusSent);
-  EXPECT_EQ(WaitFlag(*machine), 0);
+TEST(MoveCutter, DoesNotWaitWhenNothingWouldEndTheWait) {
+  constexpr struct {
+    const char* name;
+    void (*arrange)(DeviceState&);
+  } kCases[] = {
+      {"nobody listens", [](DeviceState& record) { record.notifyCallback = nullptr; }},
+      {"moves are quiet", [](DeviceState& record) { record.quietMoves = 1; }},
+      {"a jog runs", [](DeviceState& record) { record.jogActive = 1; }},
+      {"no job is open",
+       [](DeviceState& record) {
+         const RecordLock<jobMutex> lock{record};
+         record.jobOpen = 0;
+       }},
+      {"the reader is stopped", [](DeviceState& record) { record.readerRun = 0; }},
+  };
+  for (const auto& c : kCases) {
+    AirMachine machine;
+    c.arrange(*machine);
+    const HostCall host{[&] { EXPECT_EQ(Plunge(*machine, true), kStatusSent); }};
+    EXPECT_TRUE(host.Returns()) << c.name;
+    EXPECT_EQ(WaitFlag(*machine), 0) << c.name;
+  }
 }
 
 TEST(MoveCutter, AReaderThatIsStoppedEndsTheWait) {
   AirMachine machine;
   machine.controller.AnswerMoves(false);
-  std::atomic<bool> back{false};
-  std::thread host{[&] {
-    Plunge(*machine, true);
-    back = true;
-  }};
+  const HostCall host{[&] { Plunge(*machine, true); }};
   EXPECT_TRUE(machine.controller.WaitForLine("G0 Z26.987499\n"));
+  EXPECT_TRUE(host.Waits());
   machine->readerRun = 0;
-  EXPECT_TRUE(WaitUntil([&] { return back.load(); }));
-  host.join();
+  EXPECT_TRUE(host.Returns());
+}
+
+TEST(MoveCutter, AMutexThatCannotBeTakenEndsTheWait) {
+  AirMachine machine;
+  machine.controller.AnswerMoves(false);
+  void* const mutex = std::exchange(machine->mutexes[waitMutex], nullptr);
+  machine->waitFlag = 1;
+  const HostCall host{[&] { Plunge(*machine, true); }};
+  EXPECT_TRUE(host.Returns());
+  machine->mutexes[waitMutex] = mutex;
 }
 
 TEST(MoveCutter, AWindowAloneIsAListenerToo) {

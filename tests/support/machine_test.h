@@ -24,10 +24,8 @@ class MachineTest : public testing::Test {
   MachineTest() { k7::hasRoundAttachment = 0; }
   ~MachineTest() override { k7::hasRoundAttachment = 0; }
 
-  void FitSwitches() {
-    record_.limitSwitchX = record_.limitSwitchY = record_.limitSwitchZ = record_.proxSwitch = 1;
-  }
-  void FitSpindle() { record_.spindlePresent = 1; }
+  void FitSwitches() { machine_.FitSwitches(); }
+  void FitSpindle() { machine_.FitSpindle(); }
   // A fixture of 8000 steps per inch.
   void FitRoundFixture() {
     k7::hasRoundAttachment = 1;

@@ -3,13 +3,23 @@
 
 #include <string>
 
+#include "motion/strokes.h"
 #include "settings/settings_file.h"
 #include "settings/settings_keys.h"
-#include "support/test_machine.h"
+#include "support/stroke.h"
 
 namespace k7test {
 
 inline constexpr float kNoHome = -7.0f;  // CutterHomeInFile when nothing has been written
+inline constexpr char kCut[] = "G0 F3048.000\nG0 X12.700000 Y25.400000\n";  // of Engrave
+
+// The two operations that differ only behind a probe of the semi-automatic mode.
+struct Lowering {
+  const char* name;
+  std::uint32_t (*lower)(k7::DeviceState&) noexcept;
+};
+inline constexpr Lowering kLowerings[] = {{"LowerCutter", &k7::LowerCutter},
+                                          {"LowerCutterContinue", &k7::LowerCutterContinue}};
 
 // The cutter stands at 3500 steps. A probe touches 500 steps below: a surface at 4000, which is
 // where it was thought to be.
@@ -21,12 +31,10 @@ class RaisedCutter : public TestMachine {
     controller.OnPrefix(
         "G30 ", [](FakeController& fake, const std::string&) { fake.Say("Z_Probe 500\r\n"); });
   }
-  // Fits a spindle; its lines cost 750 ms each.
-  void FitSpindle() {
-    k7::DeviceState& record = **this;
-    record.spindlePresent = 1;
-    record.spindleMaxRpm = 13000;
-    record.spindleRpm = 13000;
+  Stroke Engrave() { return Made(*this, k7::EngraveTo(**this, 2000, 4000)); }
+  // By LowerCutter or LowerCutterContinue.
+  Stroke Lower(std::uint32_t (*lower)(k7::DeviceState&) noexcept) {
+    return Made(*this, lower(**this));
   }
   // The cutter home that stands in the settings file, in inches.
   float CutterHomeInFile() {

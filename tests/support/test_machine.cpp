@@ -31,6 +31,15 @@ void TestMachine::Notify(std::uint32_t message, std::uint64_t context) {
   machine.told_.push_back(message);
 }
 
+void TestMachine::FitSwitches() {
+  k7::DeviceState& record = *device_;
+  record.limitSwitchX = record.limitSwitchY = record.limitSwitchZ = record.proxSwitch = 1;
+}
+
+void TestMachine::FitSpindle() {
+  device_->spindlePresent = 1;
+}
+
 void TestMachine::OpenJob() {
   k7::BeginJob(*device_);
   device_->firstMove = 0;

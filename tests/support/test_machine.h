@@ -23,6 +23,11 @@ class TestMachine {
   k7::DeviceState& operator*() { return *device_; }
   k7::DeviceState* operator->() { return &*device_; }
 
+  // All four switches.
+  void FitSwitches();
+  // A spindle of 13000 rpm, to be run at that. Its lines cost 750 ms each.
+  void FitSpindle();
+
   // Begins a job with its first move behind it, and forgets what was sent for it.
   void OpenJob();
   // Everything that the driver has sent since the last call or OpenJob, in order.
