@@ -64,6 +64,28 @@ std::uint8_t JobOpen(const DeviceState& record) noexcept {
   return ReadLocked<jobMutex>(record, std::uint8_t{0}, [&] { return record.jobOpen; });
 }
 
+bool IsIdle(const DeviceState& record) noexcept {
+  return record.connected == 1 && JobOpen(record) == 0;
+}
+
+bool MovesRemain(const DeviceState& record) noexcept {
+  return LinesInFlight(record) > 0 || BlocksRunning(record) >= 1;
+}
+
+void WaitForFewerInFlight(const DeviceState& record, std::int32_t lines) noexcept {
+  // KEEP: with no job open just the same, although the controller then reports no block: what was
+  // sent since the last job counts until the next one begins.
+  PollUntil(0, [&] {
+    const RecordLock<flightMutex> lock{record};
+    return !lock || lock.WasAbandoned() || record.linesInFlight < lines;
+  });
+}
+
+void ForgetMoves(DeviceState& record) noexcept {
+  if (const RecordLock<flightMutex> lock{record}) record.linesInFlight = 0;
+  if (const RecordLock<runMutex> lock{record}) record.blocksRunning = 0;
+}
+
 void ClearAliveTicks(DeviceState& record) noexcept {
   const RecordLock<aliveMutex> lock{record};
   record.lastCheckTick = 0;

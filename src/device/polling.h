@@ -54,6 +54,15 @@ std::int32_t LinesInFlight(const DeviceState& record) noexcept;
 std::int32_t BlocksRunning(const DeviceState& record) noexcept;
 // jobOpen under jobMutex; 0 when the mutex cannot be taken. [any]
 std::uint8_t JobOpen(const DeviceState& record) noexcept;
+// Connected and no job open. [any]
+bool IsIdle(const DeviceState& record) noexcept;
+// A line has not begun, or a begun one has not ended. A mutex that cannot be taken says no. [any]
+bool MovesRemain(const DeviceState& record) noexcept;
+// Spins, without bound, until fewer than `lines` are in flight; a mutex that cannot be taken, or
+// that its holder abandoned, ends the wait. [any]
+void WaitForFewerInFlight(const DeviceState& record, std::int32_t lines) noexcept;
+// Sets both counts to 0: nothing will be reported of what they still count. [any]
+void ForgetMoves(DeviceState& record) noexcept;
 // Clears both liveness ticks (under aliveMutex; also when it cannot be taken), so that the next
 // liveness check starts afresh after a call that kept the host's thread for long. [any]
 void ClearAliveTicks(DeviceState& record) noexcept;

@@ -1,12 +1,10 @@
 #include "job/job.h"
 
-#include <windows.h>
-
 #include "device/module_state.h"
 #include "device/polling.h"
 #include "link/link.h"
 #include "motion/homing.h"
-#include "motion/move.h"
+#include "motion/proximity.h"
 
 namespace k7 {
 
@@ -24,14 +22,6 @@ bool ProximityIsTriggered(DeviceState& record) noexcept {
   std::uint8_t proximity = 0;
   QuerySwitches(record, nullptr, nullptr, nullptr, &proximity);
   return proximity == 1;
-}
-
-void LiftAndTellTheUser(DeviceState& record) noexcept {
-  SetFeedRate(record, record.cutterUpSpeed);
-  const std::int32_t top = 0;
-  EmitMove(record, nullptr, nullptr, &top, 1);
-  MessageBoxW(static_cast<HWND>(record.ownerWindow.Get()),
-              L"Prox was triggered. Close JFZ then reopen", L"Error", MB_OK);
 }
 
 void ArmFirstMove(DeviceState& record) noexcept {
@@ -54,16 +44,6 @@ void ClearJobCounters(DeviceState& record) noexcept {
   record.resetCountX = 0;
   record.resetCountY = 0;
   record.zMoveCount = 0;
-}
-
-// Something sent has not been carried out yet. A mutex that cannot be taken says no.
-bool MovesRemain(const DeviceState& record) noexcept {
-  return LinesInFlight(record) > 0 || BlocksRunning(record) >= 1;
-}
-
-void ForgetMoves(DeviceState& record) noexcept {
-  if (const RecordLock<flightMutex> lock{record}) record.linesInFlight = 0;
-  if (const RecordLock<runMutex> lock{record}) record.blocksRunning = 0;
 }
 
 // Waits until every move has been carried out: without bound, but for the pneumatic head, whose
@@ -89,7 +69,7 @@ void DrainMoves(DeviceState& record) noexcept {
 bool BeginJob(DeviceState& record) noexcept {
   if (record.connected != 1) return true;
   if (ProximityIsTriggered(record)) {
-    LiftAndTellTheUser(record);
+    LiftFromProximity(record);
     return false;
   }
   record.cutterState = kCutterUp;

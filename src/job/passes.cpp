@@ -35,7 +35,7 @@ void PlungeAgain(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) 
 std::uint32_t StartPass(DeviceState& record, std::uint32_t pass, std::uint32_t hostX,
                         std::uint32_t hostY, wchar_t* status, std::int32_t size) noexcept {
   if (record.connected != 1) return 0;
-  PollUntil(kPollMs, [&] { return LinesInFlight(record) <= 0 && BlocksRunning(record) < 1; });
+  PollUntil(kPollMs, [&] { return !MovesRemain(record); });
   TakePassDepth(record, pass);
   if (record.cutterState == kCutterDown) PlungeAgain(record, hostX, hostY);
   const PassStatus line{.pass = pass,

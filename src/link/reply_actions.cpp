@@ -112,8 +112,7 @@ void OnEnded(DeviceState& record) noexcept {
 
 void OnBlockMessagesOn(DeviceState& record) noexcept {
   SetJobOpen(record, 1);
-  if (const RecordLock<flightMutex> lock{record}) record.linesInFlight = 0;
-  if (const RecordLock<runMutex> lock{record}) record.blocksRunning = 0;
+  ForgetMoves(record);
   record.resetMarkX = 9;
   record.resetMarkY = 9;
   record.resetCountX = 0;

@@ -5,11 +5,7 @@
 namespace k7 {
 
 void DrainQueue(DeviceState& record, std::uint8_t hold) noexcept {
-  PollUntil(50, [&] {
-    // Outside a job the controller reports no blocks: nothing would ever end the wait.
-    if (JobOpen(record) == 0) return true;
-    return LinesInFlight(record) <= 0 && BlocksRunning(record) < 1;
-  });
+  PollUntil(50, [&] { return !MovesRemain(record); });
   ClearAliveTicks(record);
   record.plungeHold = hold;
 }

@@ -7,23 +7,17 @@
 #include "device/module_state.h"
 #include "device/polling.h"
 #include "link/link.h"
-#include "motion/location.h"
 #include "motion/move.h"
 #include "motion/position.h"
+#include "motion/probing.h"
 #include "motion/round_fixture.h"
 #include "motion/spindle.h"
 #include "motion/units.h"
 #include "settings/current_location.h"
-#include "settings/settings_file.h"
-#include "settings/settings_keys.h"
 
 namespace k7 {
 
 namespace {
-
-bool IsIdle(const DeviceState& record) noexcept {
-  return record.connected == 1 && JobOpen(record) == 0;
-}
 
 void WarnOfRoundFixture(const DeviceState& record) noexcept {
   const auto owner = static_cast<HWND>(record.ownerWindow.Get());
@@ -104,14 +98,11 @@ void QuerySwitches(DeviceState& record, std::uint8_t* x, std::uint8_t* y, std::u
 
 bool SetCutterHomeHere(DeviceState& record) noexcept {
   if (!IsIdle(record)) return false;
-  const float stepsPerInch = StepsPerInchZ(record);
   // KEEP: truncated, not rounded, here alone.
   const std::int32_t least =
-      TruncateToInt32(stepsPerInch * std::max(record.cutterLift, record.engraveDepth));
-  const std::int32_t home = std::max(least, record.lastZ.Get());
-  record.cutterHome = home;
-  SettingsFile{record}.WriteFloat(keys::kAxisZ, keys::kCutterHome,
-                                  StepsToInches(home, stepsPerInch));
+      TruncateToInt32(StepsPerInchZ(record) * std::max(record.cutterLift, record.engraveDepth));
+  record.cutterHome = std::max(least, record.lastZ.Get());
+  WriteCutterHome(record);
   const std::int32_t lift = LiftZ(record);
   if (lift < 1) return false;
   SetFeedRate(record, record.cutterUpSpeed);

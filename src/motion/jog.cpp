@@ -1,7 +1,5 @@
 #include "motion/jog.h"
 
-#include <windows.h>
-
 #include "device/polling.h"
 #include "device/worker.h"
 #include "job/job.h"
@@ -10,6 +8,7 @@
 #include "motion/jog_plan.h"
 #include "motion/move.h"
 #include "motion/position.h"
+#include "motion/proximity.h"
 #include "motion/units.h"
 #include "settings/current_location.h"
 #include "settings/settings_file.h"
@@ -25,11 +24,7 @@ bool ProximityForbids(DeviceState& record) noexcept {
   QuerySwitches(record, nullptr, nullptr, nullptr, &proximity);
   Pause(100);
   if (proximity != 1 || record.cutterMode == kCutterAirZ || WorkerAskedToStop()) return false;
-  SetFeedRate(record, record.cutterUpSpeed);
-  const std::int32_t top = 0;
-  EmitMove(record, nullptr, nullptr, &top, 1);
-  MessageBoxW(static_cast<HWND>(record.ownerWindow.Get()),
-              L"Prox was triggered. Close JFZ then reopen", L"Error", MB_OK);
+  LiftFromProximity(record);
   return true;
 }
 
@@ -59,7 +54,7 @@ void StepWhileKeyIsHeld(DeviceState& record, const JogPlan& plan) noexcept {
     if (!JogMayReach(plan, position)) return;
     // A step too small to move anything: the key alone ends this, at a bearable pace.
     if (EmitStep(record, plan.axis, position) != kStatusSent) Pause(10);
-    PollUntil(0, [&] { return LinesInFlight(record) < plan.maxOutstanding; });
+    WaitForFewerInFlight(record, plan.maxOutstanding);
     ReportStep(record, plan.axis);
     if (!WorkerKeyHeld(record.jogKey)) return;
   }

@@ -18,17 +18,6 @@ namespace {
 
 constexpr std::int32_t kQueueLines = 32;  // lines that the controller takes before it holds us up
 
-// Spins, without bound, while the controller's queue is full. A mutex that cannot be taken, or that
-// its holder abandoned, ends the wait and the line is sent anyway. Outside a job the controller
-// reports no blocks: the count only grows and nothing would ever end the wait.
-void WaitForRoom(const DeviceState& record) noexcept {
-  PollUntil(0, [&] {
-    if (JobOpen(record) == 0) return true;
-    const RecordLock<flightMutex> lock{record};
-    return !lock || lock.WasAbandoned() || record.linesInFlight < kQueueLines;
-  });
-}
-
 // Tells the user by how much the cutter would have gone too deep.
 void ShowSurfaceViolation(HWND owner, const NumberText& excessInches) noexcept {
   wchar_t excess[sizeof excessInches.text] = L"";
@@ -64,7 +53,7 @@ std::uint32_t EmitMove(DeviceState& record, const std::int32_t* x, const std::in
   if (send != 1) return kStatusSent;
   record.lastZ = plan.lastZ;
 
-  WaitForRoom(record);
+  WaitForFewerInFlight(record, kQueueLines);
   if (tag != CommandTag::None) PushTag(record, tag);
   SendLine(record, plan.line);
   // The answer may have come first: the count is then -1 for a moment, which is why it is signed.

@@ -5,8 +5,6 @@
 #include "motion/spindle.h"
 #include "motion/tool_wait.h"
 #include "motion/units.h"
-#include "settings/settings_file.h"
-#include "settings/settings_keys.h"
 
 namespace k7 {
 
@@ -38,11 +36,6 @@ void ProbeCutterHome(DeviceState& record) noexcept {
 std::uint32_t LiftFromProbe(DeviceState& record) noexcept {
   SetFeedRate(record, record.cutterUpSpeed);
   return MoveCutter(record, LiftZ(record), CommandTag::Lift, kCutterUp, false);
-}
-
-void WriteCutterHome(const DeviceState& record) noexcept {
-  const float inches = static_cast<float>(record.cutterHome.Get()) / StepsPerInchZ(record);
-  SettingsFile{record}.WriteFloat(keys::kAxisZ, keys::kCutterHome, inches);
 }
 
 void SetSpindleForCut(DeviceState& record) noexcept {
@@ -104,7 +97,9 @@ std::uint32_t PlungeForHost(DeviceState& record, bool probeIsAll) noexcept {
     }
     status = Plunge(record, CommandTag::LoneDwell, wait);
   }
-  if (status == kStatusRefused) return status;
+  // KEEP: behind a probe a refusal is not handed on: the user has seen it, and the host hears that
+  // the probe has been.
+  if (status == kStatusRefused && !probed) return status;
   SetSpindleForCut(record);
   return probed ? kStatusSent : status;
 }

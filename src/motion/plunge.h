@@ -19,8 +19,8 @@ std::uint32_t PlungeForCut(DeviceState& record) noexcept;
 
 // Lowers the raised cutter for the host at the present place. With `probeIsAll` a probe of the
 // semi-automatic mode ends the operation with kStatusProbed; otherwise the plunge follows it and
-// the result is kStatusSent. Else kStatusSent when the plunge was sent, kStatusNothing when Z was
-// there already, kStatusRefused when it was refused. [host]
+// the result is kStatusSent, also when that was refused. Else kStatusSent when the plunge was sent,
+// kStatusNothing when Z was there already, kStatusRefused when it was refused. [host]
 std::uint32_t PlungeForHost(DeviceState& record, bool probeIsAll) noexcept;
 
 }  // namespace k7

@@ -4,6 +4,7 @@
 #include "device/polling.h"
 #include "link/link.h"
 #include "motion/line_text.h"
+#include "motion/location.h"
 #include "motion/move.h"
 #include "motion/number_text.h"
 #include "motion/position.h"
@@ -13,33 +14,9 @@
 
 namespace k7 {
 
-namespace {
-
-bool IsIdle(const DeviceState& record) noexcept {
-  return record.connected == 1 && JobOpen(record) == 0;
-}
-
-// Waits until every line sent has begun. Outside a job nothing reports that, and nothing would ever
-// end the wait; the controller takes its lines in order all the same.
-void WaitForBegunLines(const DeviceState& record) noexcept {
-  PollUntil(0, [&] {
-    if (JobOpen(record) == 0) return true;
-    const RecordLock<flightMutex> lock{record};
-    return !lock || lock.WasAbandoned() || record.linesInFlight < 1;
-  });
-}
-
-// Outside a job no reply takes a lift off the counts again.
-void ForgetMoves(DeviceState& record) noexcept {
-  if (const RecordLock<flightMutex> lock{record}) record.linesInFlight = 0;
-  if (const RecordLock<runMutex> lock{record}) record.blocksRunning = 0;
-}
-
-}  // namespace
-
 void ProbeSurface(DeviceState& record) noexcept {
   if (record.connected != 1) return;
-  WaitForBegunLines(record);
+  WaitForFewerInFlight(record, 1);
   record.probePending = 1;
   const bool semiAutomatic = record.cutterMode == kCutterSemiAutomatic;
   // KEEP: millimetres per second in a line whose feed is per minute: a probe goes down slowly.
@@ -62,6 +39,11 @@ void SubtractProbeOffset(DeviceState& record) noexcept {
       WrapSubtract(record.cutterHome, InchesToSteps(record.probeOffset, StepsPerInchZ(record)));
 }
 
+void WriteCutterHome(const DeviceState& record) noexcept {
+  SettingsFile{record}.WriteFloat(keys::kAxisZ, keys::kCutterHome,
+                                  StepsToInches(record.cutterHome, StepsPerInchZ(record)));
+}
+
 void ProbeAndLift(DeviceState& record, std::int32_t liftThousandths) noexcept {
   if (liftThousandths < 1 || !IsIdle(record)) return;
   ProbeSurface(record);
@@ -72,6 +54,7 @@ void ProbeAndLift(DeviceState& record, std::int32_t liftThousandths) noexcept {
   SetFeedRate(record, record.cutterUpSpeed);
   // KEEP: counted as down although it went up, so that the next travel lifts it once more.
   if (EmitMove(record, nullptr, nullptr, &z, 1) == kStatusSent) record.cutterState = kCutterDown;
+  // With no job open no reply takes the lift off the counts again.
   ForgetMoves(record);
 }
 
@@ -93,7 +76,8 @@ void SetTableSurface(DeviceState& record, float bufferInches, std::int32_t metho
       record.tableSurface = record.lastZ;
       break;
     default:
-      return;
+      // KEEP: a mode list without a selection. The surface stays, less the buffer once more.
+      break;
   }
   record.tableSurface =
       WrapSubtract(record.tableSurface, InchesToSteps(bufferInches, stepsPerInch));

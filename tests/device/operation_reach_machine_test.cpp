@@ -76,6 +76,7 @@ TEST_F(ReachMachine, TheCutterHomeTheMotorsAndTheHold) {
   EXPECT_TRUE(Sent("M17\n"));
   device_.EnableMotors(0);
   EXPECT_TRUE(Sent("M18\n"));
+  controller_.Say("QX\r\nBX\r\nEX\r\n");  // the lift, or the hold would wait for it
   device_.SetPlungeHold(1);
   EXPECT_EQ(record_.plungeHold, 1);
 }

@@ -1,16 +1,17 @@
 #include "motion/probing.h"
 
-#include <atomic>
 #include <thread>
 
 #include "device/polling.h"
 #include "job/job.h"
 #include "motion/move.h"
+#include "support/host_call.h"
 #include "support/machine_test.h"
 
 namespace k7 {
 namespace {
 
+using k7test::HostCall;
 using k7test::HostMessage;
 using k7test::HostWindow;
 
@@ -59,40 +60,41 @@ TEST_F(Probing, LeavesTheDownFeedAsAlreadySent) {
 }
 
 TEST_F(Probing, WaitsForTheAnswerAndIsNotEndedByAMiss) {
-  std::atomic<bool> done{false};
-  std::thread host{[&] {
-    ProbeSurface(record_);
-    done = true;
-  }};
+  const HostCall host{[&] { ProbeSurface(record_); }};
   EXPECT_TRUE(machine_.controller.WaitForLine("G30 F12.700\n"));
   machine_.controller.Say("ZProbe not triggered\r\n");
-  Sleep(60);
-  EXPECT_FALSE(done);
+  EXPECT_TRUE(host.Waits());
   machine_.controller.Say("Z_Probe 5\r\n");
-  host.join();
+  EXPECT_TRUE(host.Returns());
   EXPECT_EQ(record_.cutterHome, 5);
 }
 
-TEST_F(Probing, InAJobItFirstWaitsUntilEveryLineHasBegun) {
+// KEEP: with no job open too, although the controller then reports no block by itself.
+TEST_F(Probing, FirstWaitsUntilEveryLineHasBegun) {
   TouchAt(0);
-  machine_.OpenJob();
-  machine_.controller.AnswerMoves(false);
-  const std::int32_t x = 4000;
-  EmitMove(record_, &x, nullptr, nullptr, 1, CommandTag::Move);
-  std::thread host{[&] { ProbeSurface(record_); }};
-  EXPECT_TRUE(machine_.controller.WaitForLine("G0 X25.400000\n"));
-  Sleep(60);
-  EXPECT_EQ(machine_.controller.Transcript(), "G0 X25.400000\n");
-  machine_.controller.Say("BX\r\n");  // begun is enough
-  host.join();
-  EXPECT_EQ(machine_.Sent(), "G0 X25.400000\nG30 F12.700\nG92 Z0.000000\n");
+  for (const std::int32_t x : {4000, 8000}) {
+    if (x == 8000) machine_.OpenJob();
+    machine_.controller.AnswerMoves(false);
+    EmitMove(record_, &x, nullptr, nullptr, 1, CommandTag::Move);
+    machine_.Sent();
+    const HostCall host{[&] { ProbeSurface(record_); }};
+    EXPECT_TRUE(host.Waits());
+    EXPECT_EQ(machine_.controller.Transcript(), "");
+    machine_.controller.Say("BX\r\n");  // begun is enough
+    EXPECT_TRUE(host.Returns());
+    EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z0.000000\n");
+    EXPECT_EQ(BlocksRunning(record_), 1);
+  }
 }
 
-TEST_F(Probing, OutsideAJobNothingReportsBegunLines) {
+TEST_F(Probing, AnAbandonedQueueMutexEndsTheWaitForThem) {
   TouchAt(0);
-  record_.linesInFlight = 2;
-  ProbeSurface(record_);
-  EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z0.000000\n");
+  std::thread{[&] {
+    WaitForSingleObject(record_.mutexes[flightMutex], INFINITE);
+    record_.linesInFlight = 3;
+  }}.join();
+  const HostCall host{[&] { ProbeSurface(record_); }};
+  EXPECT_TRUE(machine_.controller.WaitForLine("G30 F12.700\n"));
 }
 
 TEST_F(Probing, IsNothingWithoutAConnection) {
@@ -117,13 +119,22 @@ TEST_F(Probing, TheProbeOffsetIsTakenOffTheSurface) {
 TEST_F(Probing, ProbeAndLiftLeavesTheCutterMarkedDown) {
   TouchAt(4000);
   record_.probeOffset = 0.1f;
-  record_.linesInFlight = 3;
   record_.blocksRunning = 2;
   ProbeAndLift(record_, 250);
   EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z25.400000\nG0 F381.000\nG0 Z16.510000\n");
   EXPECT_EQ(record_.cutterHome, 3600);
   EXPECT_EQ(record_.cutterState, kCutterDown);  // KEEP: although it went up
   EXPECT_EQ(LinesInFlight(record_), 0);
+  EXPECT_EQ(BlocksRunning(record_), 0);
+}
+
+TEST_F(Probing, ProbeAndLiftMarksNothingWithoutALift) {
+  TouchAt(4000);
+  record_.tableSurface = 0;  // where every lift is refused
+  record_.blocksRunning = 2;
+  ProbeAndLift(record_, 250);
+  EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z25.400000\nG0 F381.000\n");
+  EXPECT_EQ(record_.cutterState, kCutterUp);
   EXPECT_EQ(BlocksRunning(record_), 0);
 }
 
@@ -184,12 +195,18 @@ TEST_F(TableSurface, AtTheTopAlreadyTheCutterStateStays) {
   EXPECT_EQ(machine_.Sent(), "G0 F381.000\n");
 }
 
-TEST_F(TableSurface, AnUnknownMethodChangesNothing) {
-  SetTableSurface(record_, 0.5f, 3);
-  SetTableSurface(record_, 0.5f, -1);
-  EXPECT_EQ(record_.tableSurface, 8000);
-  EXPECT_EQ(machine_.Sent(), "");
-  EXPECT_EQ(File(), L"");
+// KEEP: a mode list without a selection passes -1: the surface stands, less the buffer.
+TEST_F(TableSurface, OfAnotherMethodItIsTheOneThatStandsLessTheBuffer) {
+  for (const std::int32_t method : {-1, 3}) {
+    record_.tableSurface = 8000;
+    machine_.StandAt(0, 0, 2000, kCutterDown);
+    SetTableSurface(record_, 0.5f, method);
+    EXPECT_EQ(record_.tableSurface, 6000) << method;
+    EXPECT_EQ(File(), L"Axis Z/Table Surface=6000\n") << method;
+    EXPECT_EQ(record_.lastZ, 0) << method;
+    EXPECT_EQ(record_.cutterState, kCutterUp) << method;
+  }
+  EXPECT_EQ(window_.Count(kSurface), 2);
 }
 
 }  // namespace
