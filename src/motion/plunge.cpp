@@ -42,10 +42,19 @@ void SetSpindleForCut(DeviceState& record) noexcept {
   SetSpindle(record, record.engraveType != 0 ? kSpindleEngrave : kSpindleOff);
 }
 
-// The semi-automatic mode has the spindle turning before the cutter goes down.
-void PrepareSemiAutomaticPlunge(DeviceState& record) noexcept {
-  SetSpindle(record, kSpindleEngrave);
-  SetFeedRate(record, record.cutterDownSpeed);
+// The plunge that is left when no single probe is due.
+std::uint32_t PlungeByMode(DeviceState& record, CommandTag tag, bool wait) noexcept {
+  if (record.cutterMode == kCutterAutomatic) return ProbeAndPlunge(record, tag, wait);
+  if (record.cutterMode == kCutterSemiAutomatic) {
+    // The spindle turns before the cutter goes down.
+    SetSpindle(record, kSpindleEngrave);
+    SetFeedRate(record, record.cutterDownSpeed);
+  }
+  return Plunge(record, tag, wait);
+}
+
+bool ProbeIsDue(const DeviceState& record) noexcept {
+  return record.cutterMode == kCutterSemiAutomatic && record.probeOnNextPlunge != 0;
 }
 
 }  // namespace
@@ -57,46 +66,28 @@ bool HasEngraveDelay(const DeviceState& record) noexcept {
 std::uint32_t PlungeForCut(DeviceState& record) noexcept {
   const bool wait = HasEngraveDelay(record) || record.cutterMode == kCutterAirZ;
   SetFeedRate(record, record.cutterDownSpeed);
-  std::uint32_t status = kStatusNothing;
-  if (record.cutterMode == kCutterAutomatic) {
-    status = ProbeAndPlunge(record, CommandTag::Plunge, wait);
-  } else {
-    if (record.cutterMode == kCutterSemiAutomatic) {
-      if (record.probeOnNextPlunge != 0) {
-        ProbeCutterHome(record);
-        WriteCutterHome(record);
-        return LiftFromProbe(record) == kStatusRefused ? kStatusRefused : kStatusProbed;
-      }
-      PrepareSemiAutomaticPlunge(record);
-    }
-    status = Plunge(record, CommandTag::Plunge, wait);
+  if (ProbeIsDue(record)) {
+    ProbeCutterHome(record);
+    WriteCutterHome(record);
+    return LiftFromProbe(record) == kStatusRefused ? kStatusRefused : kStatusProbed;
   }
+  const std::uint32_t status = PlungeByMode(record, CommandTag::Plunge, wait);
   if (status == kStatusRefused) return status;
   SetSpindleForCut(record);
   return kStatusSent;
 }
 
 std::uint32_t PlungeForHost(DeviceState& record, bool probeIsAll) noexcept {
-  // KEEP: the pneumatic head alone is no reason to wait here; only a dwell is.
-  const bool wait = HasEngraveDelay(record);
-  bool probed = false;
+  const bool probed = ProbeIsDue(record);
   SetFeedRate(record, record.cutterDownSpeed);
-  std::uint32_t status = kStatusNothing;
-  if (record.cutterMode == kCutterAutomatic) {
-    status = ProbeAndPlunge(record, CommandTag::LoneDwell, wait);
-  } else {
-    if (record.cutterMode == kCutterSemiAutomatic) {
-      if (record.probeOnNextPlunge != 0) {
-        // KEEP: the settings file keeps its cutter home here, and a refused lift goes unreported.
-        ProbeCutterHome(record);
-        LiftFromProbe(record);
-        if (probeIsAll) return kStatusProbed;
-        probed = true;
-      }
-      PrepareSemiAutomaticPlunge(record);
-    }
-    status = Plunge(record, CommandTag::LoneDwell, wait);
+  if (probed) {
+    // KEEP: the settings file keeps its cutter home here, and a refused lift goes unreported.
+    ProbeCutterHome(record);
+    LiftFromProbe(record);
+    if (probeIsAll) return kStatusProbed;
   }
+  // KEEP: the pneumatic head alone is no reason to wait here; only a dwell is.
+  const std::uint32_t status = PlungeByMode(record, CommandTag::LoneDwell, HasEngraveDelay(record));
   // KEEP: behind a probe a refusal is not handed on: the user has seen it, and the host hears that
   // the probe has been.
   if (status == kStatusRefused && !probed) return status;
