@@ -258,9 +258,9 @@ class IEngraver : public ISurface {
   // 119: estimated run time in whole seconds of one pass of a drawing given as `count` triples (x,
   // y, kind) in host steps, starting at (0, 0); kind 1 = travel to the point with the cutter up,
   // kind 2 = cut to it (without length: a dot), others are passed over. Counts the way at the
-  // traverse and engraving speeds with what corners cost, and the lifts and plunges between
-  // strokes; not the first plunge and last lift, delays, spindle, probing and the grid speed. Sends
-  // nothing. Result 0 for null, for axes of different resolution, and without a record. [any]
+  // traverse and engraving speeds with what corners cost; not lifts and plunges, delays, spindle,
+  // probing and the grid speed. Sends nothing. Result 0 for null, for axes of different resolution,
+  // and without a record. [any]
   virtual uint32_t EstimateJobTime(const uint32_t* triples, uint32_t count) noexcept = 0;
   // 120: overwrites the reader thread's mark of life; the driver's own detach waits for it. Without
   // a record: nothing. [any]

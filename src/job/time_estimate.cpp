@@ -25,11 +25,7 @@ class Walk {
   explicit Walk(const DeviceState& record)
       : stepsPerInch_(HostStepsPerInchX(record)),
         travelSpeed_(record.traverseSpeed),
-        cutSpeed_(record.engraveSpeed),
-        liftSpeed_(record.cutterUpSpeed),
-        plungeSpeed_(record.cutterDownSpeed),
-        strokeInches_(static_cast<float>(WrapSubtract(PlungeZ(record), LiftZ(record))) /
-                      StepsPerInchZ(record)) {}
+        cutSpeed_(record.engraveSpeed) {}
 
   // The next point of the path, host steps.
   void GoOn(std::int32_t x, std::int32_t y, std::uint32_t kind) {
@@ -48,7 +44,7 @@ class Walk {
 
   // Ends the path; seconds in all.
   float Finish() {
-    EndHeldPiece(0.0f, false);
+    EndHeldPiece(0.0f);
     if (runSteps_ > 0.0f) total_ += RunSeconds(runSteps_, stepsPerInch_, cutSpeed_);
     return total_;
   }
@@ -64,7 +60,7 @@ class Walk {
   void TurnInto(const Piece& next) {
     const float cosine =
         (held_.dx * next.dx + held_.dy * next.dy) / (held_.lengthSteps * next.lengthSteps);
-    entry_ = EndHeldPiece(std::min(Speed(), planner::CornerSpeed(cosine)), false);
+    entry_ = EndHeldPiece(std::min(Speed(), planner::CornerSpeed(cosine)));
     if (entry_ >= Speed()) return;
     const float rule = RunSeconds(runSteps_, stepsPerInch_, Speed());
     const float standstill = rule - runSteps_ / stepsPerInch_ / Speed();
@@ -73,22 +69,15 @@ class Walk {
     if (lag_ + machineSeconds_ - rule >= -standstill / 2.0f) CloseRun();
   }
 
-  // Adds the held piece, left at `exit` or at what can be reached of it, to the run. At a lift or
-  // plunge the run ends at a standstill, the machine at an upright corner: the difference is taken
-  // off the total. Returns the speed at the end.
-  float EndHeldPiece(float exit, bool endsUpright) {
+  // Adds the held piece, left at `exit` or at what can be reached of it, to the run. Returns the
+  // speed at its end.
+  float EndHeldPiece(float exit) {
     if (held_.lengthSteps <= 0.0f) return exit;
     const float inches = held_.lengthSteps / stepsPerInch_;
-    const float top = Speed();
     const float end = std::min(exit, planner::Reachable(entry_, inches));
     const float start = std::min(entry_, planner::Reachable(end, inches));
-    const float seconds = planner::PieceSeconds(inches, start, top, end);
-    const float upright = std::min(top, planner::CornerSpeed(0.0f));
-    total_ -= seconds - planner::PieceSeconds(inches, startsUpright_ ? upright : start, top,
-                                              endsUpright ? upright : end);
-    machineSeconds_ += seconds;
+    machineSeconds_ += planner::PieceSeconds(inches, start, Speed(), end);
     runSteps_ += held_.lengthSteps;
-    startsUpright_ = false;
     held_ = {};
     return end;
   }
@@ -101,36 +90,25 @@ class Walk {
     runSteps_ = 0.0f;
   }
 
-  // The cutter goes the other way from here.
+  // The cutter goes the other way from here: the path ends at a standstill.
   void ChangeKind(std::uint32_t next) {
-    const bool counts = hasCut_ || kind_ == kCut;
-    EndHeldPiece(0.0f, counts);
+    EndHeldPiece(0.0f);
     if (runSteps_ > 0.0f) CloseRun();
-    hasCut_ = counts;
-    if (counts) {
-      const float speed = next == kCut ? plungeSpeed_ : liftSpeed_;
-      const float rounded = std::min(speed, planner::CornerSpeed(0.0f));
-      total_ += planner::PieceSeconds(strokeInches_, rounded, speed, rounded);
-    }
-    startsUpright_ = counts;
     entry_ = 0.0f;
     kind_ = next;
   }
 
   const float stepsPerInch_;
-  const float travelSpeed_, cutSpeed_, liftSpeed_, plungeSpeed_;  // in per s
-  const float strokeInches_;                                      // from lift to depth
+  const float travelSpeed_, cutSpeed_;  // in per s
 
   std::int32_t x_ = 0, y_ = 0;
   std::uint32_t kind_ = 0;
-  bool hasCut_ = false;  // a stroke is behind: lifts and plunges count
   Piece held_;
   float entry_ = 0.0f;           // in per s, into the held piece
-  bool startsUpright_ = false;   // the held piece comes out of a lift or plunge that counts
   float runSteps_ = 0.0f;        // of the open run, without the held piece
   float machineSeconds_ = 0.0f;  // of the open run, as the planner takes it
   float lag_ = 0.0f;             // s of the planner that the closed runs do not account for
-  float total_ = 0.0f;
+  float total_ = 0.0f;           // s of the closed runs
 };
 
 }  // namespace
@@ -149,8 +127,7 @@ float RunSeconds(float lengthSteps, float stepsPerInch, float inchesPerSecond) n
            2.0f * (inchesPerSecond / 19.68504f);
   }
   const float scale = stepsPerInch * 19.68504f;  // steps per s^2
-  const double root = std::sqrt(static_cast<double>(scale * length));
-  return static_cast<float>(2.0 * root / static_cast<double>(scale));
+  return 2.0f * static_cast<float>(std::sqrt(static_cast<double>(scale * length))) / scale;
 }
 
 std::uint32_t EstimateJobTime(const DeviceState& record, const std::uint32_t* triples,

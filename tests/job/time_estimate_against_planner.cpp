@@ -1,5 +1,5 @@
-// The estimate of a drawing against the time that the simulated controller's planner takes for the
-// lines of that drawing.
+// The estimate of a drawing against the time for which the simulated controller's planner keeps the
+// head under way: the travels and the cuts between one lift or plunge and the next.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -18,26 +18,22 @@ namespace {
 
 struct Speeds {
   const char* name;
-  float travel, cut, vertical;  // in per s
-  float depthInches;
+  float travel, cut;  // in per s
 };
 
 constexpr Speeds kSpeeds[] = {
-    {"as delivered", 1.0f, 1.0f, 1.0f, 0.0625f},
-    {"demonstration", 5.0f, 3.0f, 2.0f, 0.03f},
-    {"slow and deep", 2.0f, 0.25f, 0.5f, 0.125f},
-    {"fast", 10.0f, 10.0f, 10.0f, 0.02f},
+    {"as delivered", 1.0f, 1.0f},
+    {"demonstration", 5.0f, 3.0f},
+    {"slow", 2.0f, 0.25f},
+    {"fast", 10.0f, 10.0f},
 };
 
 void GiveMechanics(DeviceState& record, const Speeds& speeds) {
-  record.motorStepsX = record.motorStepsY = record.motorStepsZ = 200;
-  record.microStepsX = record.microStepsY = record.microStepsZ = 10;
-  record.screwPitchX = record.screwPitchY = record.screwPitchZ = 0.5f;
-  record.cutterLift = 0.125f;
-  record.engraveDepth = record.passDepth = speeds.depthInches;
+  record.motorStepsX = record.motorStepsY = 200;
+  record.microStepsX = record.microStepsY = 10;
+  record.screwPitchX = record.screwPitchY = 0.5f;
   record.traverseSpeed = speeds.travel;
   record.engraveSpeed = speeds.cut;
-  record.cutterUpSpeed = record.cutterDownSpeed = speeds.vertical;
 }
 
 k7host::JobPlan Load(const std::string& name) {
@@ -47,29 +43,13 @@ k7host::JobPlan Load(const std::string& name) {
   return k7host::BuildPlan(k7host::ReadHpgl(text).strokes, {4000.0, 4000.0, 100000, 64000}).plan;
 }
 
-// The blocks of the drawing: to each point as the driver drives there, with the lifts and plunges
-// in between.
-class Blocks {
+// The way of the head, in stretches that begin and end at a standstill because the cutter goes up
+// or down there.
+class Stretches {
  public:
-  explicit Blocks(const Speeds& speeds) : speeds_(speeds) {}
-
-  void Travel(double x, double y) {
-    Vertical(-0.125);
-    Go({x, y, at_[2]}, speeds_.travel);
-  }
-  void Cut(double x, double y) {
-    Plunge();
-    Go({x, y, at_[2]}, speeds_.cut);
-  }
-  void Plunge() { Vertical(speeds_.depthInches); }
-
-  double Seconds() const { return k7sim::PlannedSeconds(blocks_, {}); }
-
- private:
-  // Inches to steps and to the text of a line: all of it in mm here.
-  void Vertical(double inches) { Go({at_[0], at_[1], inches * 25.4}, speeds_.vertical); }
-  void Go(const k7sim::Vec3& to, double inchesPerSecond) {
+  void Go(double xMm, double yMm, double inchesPerSecond) {
     using k7sim::operator-;
+    const k7sim::Vec3 to{xMm, yMm, 0};
     if (k7sim::Length(to - at_) < 1e-9) return;
     k7sim::Block block;
     block.from = at_;
@@ -78,22 +58,34 @@ class Blocks {
     blocks_.push_back(block);
     at_ = to;
   }
+  // The cutter goes up or down here.
+  void Stop() {
+    if (!blocks_.empty()) seconds_ += k7sim::PlannedSeconds(blocks_, {.startDelayUs = 0});
+    blocks_.clear();
+  }
+  double Seconds() {
+    Stop();
+    return seconds_;
+  }
 
-  const Speeds speeds_;
+ private:
   std::vector<k7sim::Block> blocks_;
-  k7sim::Vec3 at_{0, 0, -0.125 * 25.4};
+  k7sim::Vec3 at_{0, 0, 0};
+  double seconds_ = 0;
 };
 
 double PlannedSeconds(const k7host::JobPlan& plan, const Speeds& speeds) {
-  Blocks blocks{speeds};
+  Stretches way;
+  k7host::MoveKind last = k7host::MoveKind::Travel;
   for (const k7host::Move& move : plan.moves) {
-    const double x = move.xSteps * 25.4 / 4000.0;
-    const double y = move.ySteps * 25.4 / 4000.0;
-    if (move.kind == k7host::MoveKind::Travel) blocks.Travel(x, y);
-    if (move.kind == k7host::MoveKind::Cut) blocks.Cut(x, y);
-    if (move.kind == k7host::MoveKind::Plunge) blocks.Plunge();
+    if (move.kind != last || move.kind == k7host::MoveKind::Plunge) way.Stop();
+    last = move.kind;
+    if (move.kind == k7host::MoveKind::Plunge) continue;
+    const bool travels = move.kind == k7host::MoveKind::Travel;
+    way.Go(move.xSteps * 25.4 / 4000.0, move.ySteps * 25.4 / 4000.0,
+           travels ? speeds.travel : speeds.cut);
   }
-  return blocks.Seconds();
+  return way.Seconds();
 }
 
 class EstimateAgainstPlanner : public testing::TestWithParam<const char*> {};

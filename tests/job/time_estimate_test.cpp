@@ -14,16 +14,22 @@ namespace {
 class TimeEstimate : public testing::Test {
  protected:
   TimeEstimate() {
-    record_.motorStepsX = record_.motorStepsY = record_.motorStepsZ = 200;
-    record_.microStepsX = record_.microStepsY = record_.microStepsZ = 10;
-    record_.screwPitchX = record_.screwPitchY = record_.screwPitchZ = 0.5f;
-    record_.cutterLift = 0.125f;
-    record_.engraveDepth = record_.passDepth = 0.0625f;
+    record_.motorStepsX = record_.motorStepsY = 200;
+    record_.microStepsX = record_.microStepsY = 10;
+    record_.screwPitchX = record_.screwPitchY = 0.5f;
     record_.traverseSpeed = record_.engraveSpeed = 1.0f;
-    record_.cutterUpSpeed = record_.cutterDownSpeed = 1.0f;
   }
   std::uint32_t Of(const std::vector<std::uint32_t>& triples) const {
     return EstimateJobTime(record_, triples.data(), static_cast<std::uint32_t>(triples.size() / 3));
+  }
+
+  // Lifts and plunges would take many seconds.
+  void GiveASlowCutter() {
+    record_.motorStepsZ = 200;
+    record_.microStepsZ = 10;
+    record_.screwPitchZ = 0.5f;
+    record_.cutterLift = record_.engraveDepth = record_.passDepth = 1.0f;
+    record_.cutterUpSpeed = record_.cutterDownSpeed = 0.1f;
   }
 
   DeviceState record_;
@@ -39,13 +45,14 @@ TEST(RunLength, TruncatesOneFactorOfTheFirstSquare) {
 }
 
 TEST(RunSeconds, OfALongRunIsATrapezoid) {
-  // 4000 steps less the margin of 7.874 + 0.5, two ramps of 101.6 steps, 2 * 0.0508 s of ramps.
+  // 4000 steps less the margin of 7.874 + 0.5; two ramps of 101.6 steps, 0.0508 s each.
   EXPECT_NEAR(RunSeconds(4000.0f, 4000.0f, 1.0f), (3991.626 - 203.2) / 4000 + 0.1016, 1e-4);
   EXPECT_NEAR(RunSeconds(40000.0f, 4000.0f, 5.0f), (39991.626 - 5080.0) / 20000 + 0.508, 1e-4);
 }
 
 TEST(RunSeconds, OfAShortRunIsATriangle) {
   EXPECT_NEAR(RunSeconds(108.374f, 4000.0f, 1.0f), 2 * std::sqrt(100.0 / 78740.16), 1e-5);
+  EXPECT_NEAR(RunSeconds(158.374f, 4000.0f, 1.0f), 2 * std::sqrt(150.0 / 78740.16), 1e-5);
 }
 
 TEST(RunSeconds, OfARunWithinTheMarginIsZero) {
@@ -64,8 +71,10 @@ TEST_F(TimeEstimate, NeedsTheSameResolutionOnBothAxes) {
   EXPECT_EQ(Of(line), 10u);
   record_.screwPitchY = 0.5f * 1.0004f;  // less than half a part in a thousand
   EXPECT_EQ(Of(line), 10u);
-  record_.screwPitchY = 0.5f * 1.002f;
-  EXPECT_EQ(Of(line), 0u);
+  for (const float pitch : {0.5f * 1.002f, 0.5f / 1.002f}) {
+    record_.screwPitchY = pitch;
+    EXPECT_EQ(Of(line), 0u);
+  }
   record_.screwPitchY = 0.5f;
   record_.yAxisFactor = 2;
   EXPECT_EQ(Of(line), 0u);
@@ -115,29 +124,41 @@ TEST_F(TimeEstimate, AReversalEndsARun) {
   EXPECT_EQ(Of(pieces), 50u);  // 20 runs of 2.507 s
 }
 
-TEST_F(TimeEstimate, CountsTheLiftAndThePlungeBetweenStrokes) {
-  // 21 strokes of an inch, an inch apart: 42 runs of 1.05 s, 20 times 0.187 in up and down.
+// Lifts and plunges end a run and cost nothing of their own, whatever the cutter's speeds.
+TEST_F(TimeEstimate, IsTheSumOfTheRunsAlone) {
+  GiveASlowCutter();
   std::vector<std::uint32_t> strokes;
-  for (std::uint32_t i = 0; i < 21; ++i) {
+  for (std::uint32_t i = 0; i < 40; ++i) {
     strokes.insert(strokes.end(), {(2 * i + 1) * kInch, 0, 1, (2 * i + 2) * kInch, 0, 2});
   }
-  const std::uint32_t shallow = Of(strokes);
-  EXPECT_NEAR(shallow, 44 + 20 * 0.39, 2);
-  record_.passDepth = 1.0625f;
-  EXPECT_EQ(Of(strokes), shallow + 40);  // an inch further down and up, 20 times
+  EXPECT_EQ(Of(strokes), 84u);  // 80 runs of 1.0487 s
 }
 
-TEST_F(TimeEstimate, ACutWithoutLengthIsADot) {
-  record_.passDepth = 1.0f;
-  const std::vector<std::uint32_t> dots = {kInch, 0,         1, kInch, 0,         2, 2 * kInch, 0,
-                                           1,     2 * kInch, 0, 2,     3 * kInch, 0, 1};
-  const std::uint32_t travels = Of({kInch, 0, 1, 2 * kInch, 0, 1, 3 * kInch, 0, 1});
-  EXPECT_NEAR(Of(dots), travels + 3 * 1.175, 1.0);  // two lifts and the plunge between
+TEST_F(TimeEstimate, ARightAngleEndsARun) {
+  record_.engraveSpeed = 10.0f;  // 20 inches in 2.508 s from standstill to standstill
+  EXPECT_EQ(Of({20 * kInch, 0, 2, 20 * kInch, 20 * kInch, 2, 0, 20 * kInch, 2, 0, 0, 2}), 10u);
+  EXPECT_EQ(Of({80 * kInch, 0, 2}), 9u);
 }
 
-TEST_F(TimeEstimate, ATravelWithoutLengthIsNotMade) {
-  record_.passDepth = 5.0f;
-  EXPECT_EQ(Of({kInch, 0, 2, kInch, 0, 1, 2 * kInch, 0, 2}), 2u);
+// The cutter goes down and up in the middle of a straight way: two runs.
+TEST_F(TimeEstimate, ACutWithoutLengthIsADotAndEndsARun) {
+  GiveASlowCutter();
+  record_.traverseSpeed = 10.0f;
+  std::vector<std::uint32_t> dots;
+  for (std::uint32_t i = 1; i <= 10; ++i) {
+    dots.insert(dots.end(), {i * 20 * kInch, 0, 1, i * 20 * kInch, 0, 2});
+  }
+  EXPECT_EQ(Of(dots), 25u);                                    // 10 runs of 2.508 s
+  EXPECT_EQ(Of({200 * kInch, 0, 1, 200 * kInch, 0, 2}), 21u);  // one of 20.5 s
+}
+
+TEST_F(TimeEstimate, ATravelWithoutLengthIsNotMadeAndEndsNoRun) {
+  record_.engraveSpeed = 10.0f;
+  std::vector<std::uint32_t> pieces;
+  for (std::uint32_t i = 1; i <= 10; ++i) {
+    pieces.insert(pieces.end(), {i * 20 * kInch, 0, 2, i * 20 * kInch, 0, 1});
+  }
+  EXPECT_EQ(Of(pieces), 21u);  // one run of 20.5 s
 }
 
 TEST_F(TimeEstimate, TakesHostPositionsLeftOfTheHomeAsNegative) {
