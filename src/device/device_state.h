@@ -115,7 +115,8 @@ struct DeviceState {
   // Homes, machine steps.
   Polled<std::int32_t> tableHomeX{0}, tableHomeY{0};  // the host's origin
   Polled<std::int32_t> cutterHome{0};                 // Z at which the cutter touches the work
-  std::int32_t tableHomeRound = 0;  // home of the replaced linear axis while a fixture is active
+  std::int32_t tableHomeRound = 0;  // home of the replaced linear axis while a fixture is active;
+                                    // as loaded, in steps of the fixture
   std::int32_t tableSurface = 0;    // deepest Z that a plunge may reach
 
   // Engraving, from the settings file.

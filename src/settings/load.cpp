@@ -66,20 +66,13 @@ void LoadEngraving(DeviceState& record, const SettingsFile& file) {
 
 // Home positions and the table's surface. Returns the number read for the surface.
 std::int32_t LoadHeights(DeviceState& record, const SettingsFile& file) {
-  const float homeX = file.ReadFloat(keys::kAxisX, keys::kTableHome, 0.0f);
-  const float homeY = file.ReadFloat(keys::kAxisY, keys::kTableHome, 0.0f);
-  record.tableHomeX = InchesToSteps(homeX, StepsPerInchX(record));
-  record.tableHomeY = InchesToSteps(homeY, StepsPerInchY(record));
+  record.tableHomeX =
+      InchesToSteps(file.ReadFloat(keys::kAxisX, keys::kTableHome, 0.0f), StepsPerInchX(record));
+  record.tableHomeY =
+      InchesToSteps(file.ReadFloat(keys::kAxisY, keys::kTableHome, 0.0f), StepsPerInchY(record));
   const float perInchZ = StepsPerInchZ(record);
   record.cutterHome =
       InchesToSteps(file.ReadFloat(keys::kAxisZ, keys::kCutterHome, 0.0f), perInchZ);
-  // The steps of the fixture mean nothing on the screw: the home that comes back with the linear
-  // axis is kept in the steps of that axis.
-  if (hasRoundAttachment != 0 && record.roundAxisMode == kRoundReplacesX) {
-    record.tableHomeRound = InchesToSteps(homeX, LinearStepsPerInchX(record));
-  } else if (hasRoundAttachment != 0 && record.roundAxisMode == kRoundReplacesY) {
-    record.tableHomeRound = InchesToSteps(homeY, LinearStepsPerInchY(record));
-  }
 
   const std::uint32_t depthThousandths =
       static_cast<std::uint32_t>(RoundToSteps(static_cast<float>(record.tableDepth) * perInchZ));
@@ -89,6 +82,8 @@ std::int32_t LoadHeights(DeviceState& record, const SettingsFile& file) {
   return surface;
 }
 
+// KEEP: the home of a replaced axis is put aside in the steps in which it was computed, which are
+// the fixture's, beside a resolution that is the screw's.
 void LoadPositions(DeviceState& record, const SettingsFile& file, bool modeChanged) {
   const std::int32_t x = file.ReadInt(keys::kCurrentLocation, keys::kXAxis, 0);
   const std::int32_t y = file.ReadInt(keys::kCurrentLocation, keys::kYAxis, 0);
@@ -99,12 +94,14 @@ void LoadPositions(DeviceState& record, const SettingsFile& file, bool modeChang
     record.lastX = round;
     record.lastY = y;
     record.parkedPosition = x;
+    record.tableHomeRound = record.tableHomeX;
     record.tableHomeX = 0;
     record.roundStepsPerInch = LinearStepsPerInchX(record);
   } else if (mode == kRoundReplacesY) {
     record.lastX = x;
     record.lastY = round;
     record.parkedPosition = y;
+    record.tableHomeRound = record.tableHomeY;
     record.tableHomeY = 0;
     record.roundStepsPerInch = LinearStepsPerInchY(record);
   } else if (mode == kRoundOff) {
@@ -178,9 +175,7 @@ void LoadPassTable(DeviceState& record, const SettingsFile& file) {
 }
 
 void SendMappingAndPosition(DeviceState& record) {
-  if (record.connected != 1) return;
-  // An unknown mode leaves the controller's mapping as it is.
-  if (record.roundAxisMode <= kRoundReplacesY) SendAxisMapping(record);
+  SendAxisMapping(record);
   const std::int32_t x = record.lastX;
   const std::int32_t y = record.lastY;
   SetPosition(record, &x, &y, nullptr);

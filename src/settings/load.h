@@ -5,8 +5,9 @@
 
 namespace k7 {
 
-// Reads the whole file and, with a connection, sends the steps per millimetre, the axis mapping and
-// the position to the controller. Missing keys take their defaults. [host]
+// Reads the whole file; missing keys take their defaults. Sends the steps per millimetre, the axis
+// mapping and the position to the controller: before that has answered, the axis mapping alone.
+// Without a link nothing goes out. [host]
 void LoadSettings(DeviceState& record) noexcept;
 
 }  // namespace k7

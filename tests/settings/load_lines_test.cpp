@@ -75,9 +75,9 @@ TEST_F(LoadLinesTest, AnUnknownModeSendsNoMapping) {
   EXPECT_EQ(Load(), "M92 X157.48032\nM92 Y157.48032\nM92 Z157.48032\nG92 X0.000000 Y0.000000\n");
 }
 
-TEST_F(LoadLinesTest, NothingIsSentBeforeTheControllerHasAnswered) {
+TEST_F(LoadLinesTest, BeforeTheControllerHasAnsweredTheMappingAloneIsSent) {
   device_->connected = 0;
-  EXPECT_EQ(Load(), "");
+  EXPECT_EQ(Load(), "M800 X1 Y2\n");
   EXPECT_EQ(device_->stepsPerMmX, 0.0f);
   EXPECT_EQ(device_->motorStepsX, 200);  // the file is read all the same
 }

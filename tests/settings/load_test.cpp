@@ -388,17 +388,17 @@ TEST_F(LoadTest, AFixtureInPlaceOfYLoadsItsOwnPosition) {
   EXPECT_EQ(record_.roundStepsPerInch, 8000.0f);
 }
 
-// The home that comes back when the fixture is switched off stands in steps of the screw.
-TEST_F(LoadTest, KeepsTheLinearHomeOfAReplacedAxis) {
-  Fixture(1);  // 200 * 10 * 20 / 10 = 4000 steps per inch of circumference
-  Text(L"Axis Round", L"Circumference", L"5");
+// KEEP: as it was computed, beside the resolution of the screw.
+TEST_F(LoadTest, TheHomeOfAReplacedAxisIsPutAsideInTheStepsOfTheFixture) {
+  Fixture(1);
+  Text(L"Axis Round", L"Circumference", L"5");  // 8000 steps per inch of circumference
   Float(L"Axis X", L"Table Home", 1.5f);
   Float(L"Axis Y", L"Table Home", 2.5f);
   Load();
-  EXPECT_EQ(record_.tableHomeRound, 6000);
+  EXPECT_EQ(record_.tableHomeRound, 12000);
   Int(L"Axis Round", L"Mode", 2);
   Load();
-  EXPECT_EQ(record_.tableHomeRound, 10000);
+  EXPECT_EQ(record_.tableHomeRound, 20000);
 }
 
 TEST_F(LoadTest, AChangedModeStartsTheFixtureAtZero) {
