@@ -248,9 +248,10 @@ class IEngraver : public ISurface {
   // 116: copies that text. Result: 0; `size` when the buffer is null, `size` is below 1 or there is
   // no record. [any]
   virtual int32_t GetHostText(wchar_t* buffer, int32_t size) noexcept = 0;
-  // 117: lifts the cutter to machine Z 0, begins a job and travels to (x, y) host steps; (0, 0) is
-  // machine zero, not the table home. With a plunge hold it only lifts. Result: that of MoveTo, 0
-  // when held. Without a record or a connection: 0. [host]
+  // 117: lifts the cutter to machine Z 0, begins a job and travels, by MoveTo, to the machine
+  // position of (x, y) host steps taken as host steps once more: factor and table home apply twice,
+  // but for (0, 0), which is the table home. With a plunge hold it only lifts. Result: that of
+  // MoveTo, 0 when held. Without a record or a connection: 0. [host]
   virtual uint32_t TravelTo(uint32_t xSteps, uint32_t ySteps) noexcept = 0;
   // 118: 1 when the machine has a pneumatic head (cutter mode 4), else 0. Without a record: 0.
   // [any]

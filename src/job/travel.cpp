@@ -49,7 +49,8 @@ std::uint32_t TravelTo(DeviceState& record, std::uint32_t hostX, std::uint32_t h
   SetFeedRate(record, record.traverseSpeed);
   EmitMove(record, nullptr, nullptr, &kMachineTop, 1);
   BeginJob(record);
-  // KEEP: MoveTo takes a host position, so factor and home apply a second time there.
+  // KEEP: MoveTo takes a host position, so factor and home apply a second time there; the origin
+  // gets the home here alone.
   const std::uint32_t status =
       MoveTo(record, static_cast<std::uint32_t>(place.x), static_cast<std::uint32_t>(place.y));
   MarkEarlyTagsAsMoves(record);

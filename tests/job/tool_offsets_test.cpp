@@ -104,6 +104,32 @@ TEST_F(ToolOffsetPrompt, ProposesTheDistanceFromTheCutterToThePoint) {
   K7_ALONE(ProposeTheDistance);
 }
 
+// KEEP: a half is added whatever the sign, and the thousandfold wraps in 32 bits.
+void ProposeFromBelowTheHome() {
+  ASSERT_TRUE(k7test::InstalledHelper{"whole"}.Works());
+  Bench bench;
+  constexpr struct {
+    std::int32_t x, y;          // steps from the home
+    std::int32_t wantX, wantY;  // thousandths, proposed for the point (1250, 500)
+  } kCases[] = {
+      {-4, -6, 1250, 501},  // -1 and -1.5 thousandths: rounded to 0 and -1
+      {-8000, -8, 3249, 501},
+      {2147484, 0, 1250 + 536870, 500},
+  };
+  for (const auto& c : kCases) {
+    bench->lastX = 4000 + c.x;
+    bench->lastY = 8000 + c.y;
+    k7test::MessageBoxAnswer user{kDiodeCaption, IDYES};
+    EXPECT_EQ(SetDiodeOffset(*bench, 1250, 500), 1u);
+    EXPECT_TRUE(user.Appeared());
+    EXPECT_EQ(bench->diodeOffsetX, c.wantX);
+    EXPECT_EQ(bench->diodeOffsetY, c.wantY);
+  }
+}
+TEST_F(ToolOffsetPrompt, RoundsADistanceBelowTheHomeTowardZeroAndWrapsAVastOne) {
+  K7_ALONE(ProposeFromBelowTheHome);
+}
+
 void AnswerNo() {
   ASSERT_TRUE(k7test::InstalledHelper{"whole"}.Works());
   Bench bench;
@@ -146,6 +172,28 @@ void UseALibraryThatTakesNothingBack() {
 }
 TEST_F(ToolOffsetPrompt, ALibraryWithoutTSDestroyLeaksTheObjectSilently) {
   K7_ALONE(UseALibraryThatTakesNothingBack);
+}
+
+void UseALibraryThatMakesNothing() {
+  ASSERT_TRUE(k7test::InstalledHelper{"no_librarian"}.Works());
+  Bench bench;
+  EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 0u);  // no box: nobody answers one here
+  EXPECT_EQ(k7test::HelperCount("ObjectsMade"), 0);     // loaded all the same, and kept
+  EXPECT_EQ(SetDiodeOffset(*bench, 1250, 500), 0u);
+}
+TEST_F(ToolOffsetPrompt, ALibraryWithoutTSLibrarianPromptsNothing) {
+  K7_ALONE(UseALibraryThatMakesNothing);
+}
+
+void UseALibraryThatMakesNull() {
+  ASSERT_TRUE(k7test::InstalledHelper{"no_object"}.Works());
+  Bench bench;
+  EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 0u);
+  EXPECT_EQ(k7test::HelperCount("ObjectsMade"), 1);
+  EXPECT_EQ(k7test::HelperCount("ObjectsDestroyed"), 0);
+}
+TEST_F(ToolOffsetPrompt, ALibrarianThatMakesNoObjectPromptsNothing) {
+  K7_ALONE(UseALibraryThatMakesNull);
 }
 
 void FindNoLibraryThenOne() {
@@ -208,13 +256,32 @@ TEST_F(MoveToolTest, TheBeadToolArrivesWhereTheCutterWouldHave) {
   EXPECT_EQ(Lines(), "G0 F1524.000\nG0 X25.400000 Y25.400000\n");
 }
 
+// KEEP: minus 4000 steps become minus 3999.
+TEST_F(MoveToolTest, ANegativeOffsetIsRoundedTowardZero) {
+  device_->beadToolOffsetX = -1000;
+  device_->beadToolOffsetY = -1;
+  EXPECT_EQ(MoveBeadToolTo(*device_, 4000, 4000), kStatusSent);
+  EXPECT_EQ(device_->lastX, 7999);
+  EXPECT_EQ(device_->lastY, 4003);
+}
+
 TEST_F(MoveToolTest, TheDiodeUsesItsOwnOffset) {
   device_->beadToolOffsetX = 9999;
   device_->diodeOffsetX = -1000;
   device_->diodeOffsetY = 250;
   EXPECT_EQ(MoveDiodeTo(*device_, 4000, 5000), kStatusSent);
-  EXPECT_EQ(device_->lastX, 7999);  // KEEP: negative offsets are rounded toward zero
+  EXPECT_EQ(device_->lastX, 7999);
   EXPECT_EQ(device_->lastY, 4000);
+}
+
+TEST_F(MoveToolTest, AnOffsetOfHalfAStepIsRoundedUp) {
+  device_->motorStepsX = device_->motorStepsY = 50;
+  device_->microStepsX = device_->microStepsY = 5;  // 500 steps per inch: 1.5 and -1.5 steps
+  device_->beadToolOffsetX = 3;
+  device_->beadToolOffsetY = -3;
+  EXPECT_EQ(MoveBeadToolTo(*device_, 100, 100), kStatusSent);
+  EXPECT_EQ(device_->lastX, 98);
+  EXPECT_EQ(device_->lastY, 101);
 }
 
 // Host steps are what the host draws in: the factor divides them.

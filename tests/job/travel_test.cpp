@@ -62,12 +62,21 @@ TEST_F(TravelToTest, ToTheOriginIgnoresTheTableHome) {
 }
 
 TEST_F(TravelToTest, ToOneStepAlongEitherAxisAddsBothHomes) {
-  TravelTo(*device_, 0, 1);
-  EXPECT_EQ(device_->lastX, 400 + 400);
-  EXPECT_EQ(device_->lastY, 1 + 800 + 800);
-  TravelTo(*device_, 1, 0);
-  EXPECT_EQ(device_->lastX, 1 + 400 + 400);
-  EXPECT_EQ(device_->lastY, 800 + 800);
+  constexpr struct {
+    std::int32_t x, y;          // asked for
+    std::int32_t lastX, lastY;  // arrived at, after MoveTo's own homes of 400 and 800
+  } kCases[] = {
+      {0, 1, 400 + 400, 1 + 800 + 800},
+      {1, 0, 1 + 400 + 400, 800 + 800},
+      {-1, 1, -1 + 400 + 400, 1 + 800 + 800},
+      {-1, 0, -1 + 400, 800},  // left of the home
+      {0, -1, 400, -1 + 800},
+  };
+  for (const auto& c : kCases) {
+    TravelTo(*device_, static_cast<std::uint32_t>(c.x), static_cast<std::uint32_t>(c.y));
+    EXPECT_EQ(device_->lastX, c.lastX) << c.x << ", " << c.y;
+    EXPECT_EQ(device_->lastY, c.lastY) << c.x << ", " << c.y;
+  }
 }
 
 TEST_F(TravelToTest, AppliesTheFactorsBeforeTheHome) {
@@ -87,7 +96,7 @@ TEST_F(TravelToTest, MarksTheFirstFourTagsAsMoves) {
   EXPECT_EQ(device_->ackRing[4], CommandTag::Lift);
 }
 
-TEST_F(TravelToTest, CountsTheLiftUntilTheJobBegins) {
+TEST_F(TravelToTest, CountsAndTagsTheLiftOfAHeldPlunge) {
   device_->plungeHold = 1;
   TravelTo(*device_, 4000, 8000);
   EXPECT_EQ(device_->zMoveCount, 1);
@@ -112,6 +121,21 @@ TEST_F(TravelToTest, WhileAPlungeIsHeldAndZIsUpAlreadyChangesNothing) {
   EXPECT_EQ(Lines(), "G0 F1524.000\n");
   EXPECT_EQ(device_->cutterState, kCutterDown);
   EXPECT_EQ(device_->zMoveCount, 0);
+}
+
+// A lift that changes nothing is no reason to stay: the head is raised and travels all the same.
+TEST_F(TravelToTest, WithTheCutterAtTheLiftAlreadyTravelsAllTheSame) {
+  device_->cutterState = kCutterDown;
+  device_->lastZ = 3500;
+  EXPECT_EQ(TravelTo(*device_, 4000, 8000), kStatusSent);
+  EXPECT_EQ(Lines(),
+            "G0 F1524.000\nG0 Z0.000000\nM106\nSendBlockMessagesOn\nG0 X30.480000 Y60.959999\n");
+}
+
+TEST_F(TravelToTest, OnlyAHoldOfExactlyOneHolds) {
+  device_->plungeHold = 2;
+  EXPECT_EQ(TravelTo(*device_, 4000, 8000), kStatusSent);
+  EXPECT_EQ(device_->lastX, 4800);
 }
 
 TEST_F(TravelToTest, WithoutAConnectionSendsNothing) {

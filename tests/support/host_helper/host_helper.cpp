@@ -45,13 +45,19 @@ class Helper final {
 
 extern "C" {
 
+#ifndef K7_HELPER_NO_LIBRARIAN
 __declspec(dllexport) void* TSLibrarian(std::int32_t kind) {
   if (kind != 7) return nullptr;
   ++made;
+#ifdef K7_HELPER_NO_OBJECT
+  return nullptr;
+#else
   return new Helper;
+#endif
 }
+#endif
 
-#ifdef K7_HELPER_WITH_DESTROY
+#ifndef K7_HELPER_NO_DESTROY
 __declspec(dllexport) void TSDestroy(void* object) {
   ++destroyed;
   delete static_cast<Helper*>(object);
