@@ -11,7 +11,8 @@ namespace k7 {
 // one conversion from floating point to steps, used everywhere. [any]
 std::int32_t TruncateToInt32(double value) noexcept;
 
-// trunc(value + 0.5) in single precision, saturating. [any]
+// trunc(value + 0.5) in single precision, saturating. KEEP: a half is added whatever the sign, so
+// that negative numbers are rounded toward zero. [any]
 std::int32_t RoundToSteps(float value) noexcept;
 
 // 32-bit arithmetic that wraps as the controllers' own does. [any]

@@ -119,6 +119,7 @@ void LoadCutterMode(DeviceState& record, const SettingsFile& file, std::int32_t 
   const std::int32_t mode = file.ReadInt(keys::kEngraveSettings, keys::kCutterMode, type);
   record.engraveType = static_cast<std::uint32_t>(type);
   record.cutterMode = static_cast<std::uint32_t>(mode);
+  // KEEP: one and no other number, unlike other flags: the modes chain into it.
   if (file.ReadInt(keys::kAxisZ, keys::kAirZ, mode) != 1) return;
   // A pneumatic head falls on the work by itself: no spindle, no depth, no speed of its own.
   record.cutterMode = kCutterAirZ;

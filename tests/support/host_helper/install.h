@@ -19,7 +19,8 @@ inline std::filesystem::path HelperFolder() {
 // The library lies there for the life of this; a process that has loaded it keeps it.
 class InstalledHelper {
  public:
-  // `make`: "whole", "no_destroy", "no_librarian" or "no_object". Check Works(): program files may not be ours to write.
+  // `make`: "whole", "no_destroy", "no_librarian" or "no_object". Check Works(): program files may
+  // not be ours to write.
   explicit InstalledHelper(const std::string& make) {
     wchar_t self[MAX_PATH] = L"";
     GetModuleFileNameW(nullptr, self, MAX_PATH);
