@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "motion/units.h"
+#include "ui/typed_number.h"
 
 namespace k7 {
 namespace {
@@ -27,7 +27,7 @@ bool HasResolutionEntry(float finest, int index) noexcept {
 }
 
 std::int32_t SpindleRpmLimit(std::int32_t motorRpm, float gearRatio) noexcept {
-  return RoundToSteps(static_cast<float>(motorRpm) * gearRatio);
+  return RoundHalfUp(static_cast<float>(motorRpm) * gearRatio);
 }
 
 std::int32_t ShownSpindleRpm(std::int32_t stored, std::int32_t limit) noexcept {

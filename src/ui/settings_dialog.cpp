@@ -5,7 +5,6 @@
 #include "device/polling.h"
 #include "link/link.h"
 #include "motion/homing.h"
-#include "motion/units.h"
 #include "settings/load.h"
 #include "settings/settings_keys.h"
 #include "ui/color_settings_dialog.h"
@@ -22,6 +21,7 @@
 #include "ui/set_table_zero_dialog.h"
 #include "ui/table_home.h"
 #include "ui/table_setup_dialog.h"
+#include "ui/typed_number.h"
 
 namespace k7 {
 namespace {
@@ -143,7 +143,7 @@ void OnMultiPassMode(HWND dialog) noexcept {
   ShowControl(dialog, IDC_CS_FINISH_DEPTH, depths);
   ShowControl(dialog, IDC_CS_FINISH_DEPTH_LABEL, depths);
   if (depths) {
-    dialogState.passCopies = RoundToSteps(typed);
+    dialogState.passCopies = RoundHalfUp(typed);
     SetDecimal(dialog, IDC_CS_PASS_DEPTH_OR_COPIES, dialogState.maxPassDepth, 4);
   } else {
     dialogState.maxPassDepth = typed;
@@ -196,6 +196,8 @@ void OnInit(HWND dialog, LPARAM initParam) noexcept {
   dialogState.zProxSwitch = 0;
   hasSpindle = 0;
   dialogState.initializing = 1;
+  // Until a profile is selected, and for good when the folder of the profiles cannot be searched.
+  EnableControl(dialog, IDC_CS_DELETE_MATERIAL, false);
   SetTimer(dialog, kAliveTimer, kAlivePeriodMs, nullptr);
   LoadEngraveSettings(dialog, nullptr);
   dialogState.initializing = 0;

@@ -1,12 +1,10 @@
 #include "ui/table_setup_fields.h"
 
-#include <cmath>
-
-#include "motion/units.h"
 #include "settings/settings_keys.h"
 #include "ui/dialog_state.h"
 #include "ui/dialog_text.h"
 #include "ui/resource_ids.h"
+#include "ui/typed_number.h"
 
 namespace k7 {
 namespace {
@@ -105,9 +103,9 @@ constexpr FieldRow kFields[] = {
     {IDC_TS_HAS_AIR_Z, keys::kAxisZ, keys::kAirZ, Check, 0.0f, 0},
 };
 
-// Rounded half up, towards the larger number also below zero: what was shown is saved unchanged.
+// Half up also below zero: an offset that was only shown is saved unchanged.
 std::int32_t ReadThousandths(HWND dialog, int id) noexcept {
-  return TruncateToInt32(static_cast<double>(std::floor(ReadDecimal(dialog, id) * 1000.0f + 0.5f)));
+  return RoundHalfUp(ReadDecimal(dialog, id) * 1000.0f);
 }
 
 std::int32_t WholeIn(const SettingsFile& file, const FieldRow& row) noexcept {

@@ -1,6 +1,5 @@
 #include "ui/table_setup_resolution.h"
 
-#include "motion/units.h"
 #include "ui/dialog_text.h"
 #include "ui/resource_ids.h"
 #include "ui/table_setup_fields.h"
@@ -29,11 +28,11 @@ float ReadShortDecimal(HWND dialog, int id) noexcept {
 }
 
 float ReadRounded(HWND dialog, int id) noexcept {
-  return static_cast<float>(RoundToSteps(ReadShortDecimal(dialog, id)));
+  return static_cast<float>(RoundHalfUp(ReadShortDecimal(dialog, id)));
 }
 
 void ShowRounded(HWND dialog, int id, float value) noexcept {
-  SetDecimal(dialog, id, static_cast<float>(RoundToSteps(value)), 0);
+  SetDecimal(dialog, id, static_cast<float>(RoundHalfUp(value)), 0);
 }
 
 }  // namespace

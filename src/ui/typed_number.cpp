@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <string_view>
+
+#include "motion/units.h"
 
 namespace k7 {
 namespace {
@@ -90,6 +93,10 @@ std::int32_t ParseWhole(const wchar_t* text) noexcept {
   using Limits = std::numeric_limits<std::int32_t>;
   return static_cast<std::int32_t>(
       std::clamp(value, std::int64_t{Limits::min()}, std::int64_t{Limits::max()}));
+}
+
+std::int32_t RoundHalfUp(float value) noexcept {
+  return TruncateToInt32(static_cast<double>(std::floor(value + 0.5f)));
 }
 
 }  // namespace k7

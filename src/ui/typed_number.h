@@ -14,4 +14,8 @@ float ParseDecimal(const wchar_t* text) noexcept;
 // The same for a whole number in decimal ("12.9" is 12); saturates at the limits of 32 bits. [any]
 std::int32_t ParseWhole(const wchar_t* text) noexcept;
 
+// The whole number that is shown or saved for a typed one: rounded half up, towards the larger
+// number also below zero, in single precision; saturating, 0 for what is no number. [any]
+std::int32_t RoundHalfUp(float value) noexcept;
+
 }  // namespace k7

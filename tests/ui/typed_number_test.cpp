@@ -73,5 +73,18 @@ TEST(ParseWhole, ReadsTheWholeNumberThatTheTextStartsWith) {
   EXPECT_EQ(ParseWhole(nullptr), 0);
 }
 
+TEST(RoundHalfUp, GoesToTheLargerNumberAlsoBelowZero) {
+  constexpr struct {
+    float value;
+    std::int32_t want;
+  } kCases[] = {{0.0f, 0},           {2.4f, 2},
+                {2.5f, 3},           {25000.5f, 25001},
+                {-0.5f, 0},          {-1.3f, -1},
+                {-1.5f, -1},         {-1.6f, -2},
+                {-500.0f, -500},     {std::numeric_limits<float>::quiet_NaN(), 0},
+                {1e30f, 2147483647}, {-1e30f, -2147483647 - 1}};
+  for (const auto& c : kCases) EXPECT_EQ(RoundHalfUp(c.value), c.want) << c.value;
+}
+
 }  // namespace
 }  // namespace k7
