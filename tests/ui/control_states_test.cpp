@@ -65,6 +65,30 @@ TEST_F(ControlStatesTest, MechanicalHomeNeedsAllSwitches) {
   EXPECT_FALSE(Enabled(IDC_CS_MECHANICAL_HOME));
 }
 
+TEST_F(ControlStatesTest, EachMissingSwitchTakesMechanicalHomeAway) {
+  constexpr std::uint8_t DialogState::*kSwitches[] = {
+      &DialogState::xLimitSwitch, &DialogState::yLimitSwitch, &DialogState::zLimitSwitch,
+      &DialogState::zProxSwitch};
+  FitAllSwitches();
+  Open(1, 1);
+  for (const auto missing : kSwitches) {
+    dialogState.*missing = 0;
+    UpdateControlStates(dialog_, nullptr);
+    EXPECT_FALSE(Enabled(IDC_CS_MECHANICAL_HOME));
+    EXPECT_FALSE(Shown(IDC_CS_SET_CUTTER));
+    dialogState.*missing = 1;
+    UpdateControlStates(dialog_, nullptr);
+    EXPECT_TRUE(Enabled(IDC_CS_MECHANICAL_HOME));
+    EXPECT_TRUE(Shown(IDC_CS_SET_CUTTER));
+  }
+}
+
+TEST_F(ControlStatesTest, TheImportButtonIsNeverShown) {
+  FitAllSwitches();
+  Open(1, 1);
+  EXPECT_FALSE(Shown(IDC_CS_IMPORT));
+}
+
 // KEEP: a Z motor shows them on every machine.
 TEST_F(ControlStatesTest, AZMotorShowsSetCutterAndTheSpindleOnEveryMachine) {
   Open(1, 1);
@@ -97,6 +121,21 @@ TEST_F(ControlStatesTest, AirZHidesTheCutterControls) {
   EXPECT_EQ(Text(-1), L"Pass Copies");
   EXPECT_EQ(Text(1159), L"4");
   EXPECT_EQ(dialogState.passCopies, 4);
+}
+
+TEST_F(ControlStatesTest, AirZWithoutStoredCopiesMakesTwo) {
+  WriteInt(keys::kAxisZ, keys::kAirZ, 1);
+  Open(1, 1);
+  EXPECT_EQ(Text(1159), L"2");
+}
+
+// Only 1 is a pneumatic head.
+TEST_F(ControlStatesTest, AnotherKindOfZIsAMotor) {
+  WriteInt(keys::kAxisZ, keys::kAirZ, 2);
+  Open(1, 1);
+  for (const int id : kCutterControls) EXPECT_TRUE(Shown(id)) << id;
+  EXPECT_FALSE(Shown(IDC_CS_DONT_LOWER_Z));
+  EXPECT_TRUE(Enabled(IDC_CS_CUTTER_MODE));
 }
 
 }  // namespace

@@ -159,29 +159,34 @@ TEST_F(LoadEngraveSettingsTest, PassCopiesAreShown) {
 }
 
 TEST_F(LoadEngraveSettingsTest, WithoutAFixtureItsControlsAreHidden) {
-  WriteInt(keys::kAxisRound, keys::kMode, 1);
-  Open();
-  for (const int id : {1172, 1171, 1173, 1174}) EXPECT_FALSE(Shown(id)) << id;
-  EXPECT_EQ(hasRoundAttachment, 0);
+  for (const int mode : {0, 1, 2}) {
+    WriteInt(keys::kAxisRound, keys::kMode, mode);
+    hasRoundAttachment = 1;
+    Open();
+    for (const int id : {1172, 1171, 1173, 1174}) EXPECT_FALSE(Shown(id)) << id;
+    EXPECT_EQ(hasRoundAttachment, 0);
+    CloseBy(IDCANCEL);
+  }
 }
 
-TEST_F(LoadEngraveSettingsTest, AFixtureInUseShowsItsCircumference) {
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
-  WriteInt(keys::kAxisRound, keys::kMode, 2);
+TEST_F(LoadEngraveSettingsTest, AFixtureShowsTheCircumferenceWhileItIsInUse) {
+  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 7);
+  for (const int mode : {0, 1, 2}) {
+    WriteInt(keys::kAxisRound, keys::kMode, mode);
+    Open();
+    EXPECT_EQ(SelectionOf(dialog_, 1172), mode);
+    for (const int id : {1172, 1171}) EXPECT_TRUE(Shown(id)) << id;
+    for (const int id : {1173, 1174}) EXPECT_EQ(Shown(id), mode != 0) << id;
+    EXPECT_EQ(hasRoundAttachment, 1);
+    CloseBy(IDCANCEL);
+  }
+}
+
+TEST_F(LoadEngraveSettingsTest, TheCircumferenceIsShownAsItWasTyped) {
   File().WriteText(keys::kAxisRound, keys::kCircumference, L"6.25 in");
   Open();
-  for (const int id : {1172, 1171, 1173, 1174}) EXPECT_TRUE(Shown(id)) << id;
   EXPECT_THAT(EntriesOf(dialog_, 1172), ElementsAre(L"Off", L"Replace X", L"Replace Y"));
-  EXPECT_EQ(SelectionOf(dialog_, 1172), 2);
   EXPECT_EQ(Text(1174), L"6.25 in");
-  EXPECT_EQ(hasRoundAttachment, 1);
-}
-
-TEST_F(LoadEngraveSettingsTest, AFixtureThatIsOffHidesTheCircumference) {
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
-  Open();
-  for (const int id : {1172, 1171}) EXPECT_TRUE(Shown(id)) << id;
-  for (const int id : {1173, 1174}) EXPECT_FALSE(Shown(id)) << id;
 }
 
 }  // namespace

@@ -11,6 +11,32 @@ class SaveEngraveSettingsTest : public SettingsDialogTest {
  protected:
   // Writes, with the dialog open, what the closing buttons write.
   void Save() { SaveEngraveSettings(dialog_, nullptr); }
+  // The keys of a profile that is saved to a new file.
+  KeyTexts SaveProfile() {
+    const std::wstring path = Path() + L".profile";
+    DeleteFileW(path.c_str());
+    SaveEngraveSettings(dialog_, path.c_str());
+    const KeyTexts keys = KeysOf(path);
+    DeleteFileW(path.c_str());
+    return keys;
+  }
+  static std::vector<std::wstring> Names(const KeyTexts& keys) {
+    std::vector<std::wstring> names;
+    for (const auto& [name, text] : keys) names.push_back(name);
+    return names;
+  }
+  // The positions of the axes, in steps: X, Y, and that of the axis that is not live.
+  struct Positions {
+    std::int32_t x, y, parked;
+    bool operator==(const Positions&) const = default;
+  };
+  void PlaceAxes(const Positions& at) {
+    Record().roundAxisMode = 0;
+    Record().lastX = at.x;
+    Record().lastY = at.y;
+    Record().parkedPosition = at.parked;
+  }
+  Positions Axes() { return {Record().lastX, Record().lastY, Record().parkedPosition}; }
   std::wstring Engrave(const wchar_t* key) { return Stored(keys::kEngraveSettings, key); }
 };
 
@@ -42,39 +68,40 @@ TEST_F(SaveEngraveSettingsTest, NumbersAreWrittenAsTheirBitPatterns) {
   EXPECT_EQ(Engrave(L"Resolution"), L"1165623296");  // 4000
 }
 
-TEST_F(SaveEngraveSettingsTest, ListsAndBoxesAreWritten) {
+TEST_F(SaveEngraveSettingsTest, ListsAndTheCircumferenceAreWritten) {
   FitAllSwitches();
   WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
   Open();
   Pick(dialog_, IDC_CS_ENGRAVE_TYPE, 1);
   Pick(dialog_, IDC_CS_CUTTER_MODE, 3);
-  Click(dialog_, IDC_CS_ENGRAVE_BY_COLOR);
   Pick(dialog_, IDC_CS_ROUND_FIXTURE, 2);
-  Type(IDC_CS_CIRCUMFERENCE, L" 6.5 in");
+  Type(IDC_CS_CIRCUMFERENCE, L"6.5  in");
   Save();
   EXPECT_EQ(Engrave(L"Engrave Type"), L"1");
   EXPECT_EQ(Engrave(L"Cutter Mode"), L"3");
-  EXPECT_EQ(Engrave(L"Engrave By Color"), L"1");
-  EXPECT_EQ(Engrave(L"Dont Lower Air Z"), L"0");
   EXPECT_EQ(Stored(L"Axis Round", L"Mode"), L"2");
-  EXPECT_EQ(Stored(L"Axis Round", L"Circumference").find(L"6.5 in") != std::wstring::npos, true);
-  EXPECT_EQ(Engrave(L"Material Profile"), L"");
+  EXPECT_EQ(Stored(L"Axis Round", L"Circumference"), L"6.5  in") << "as typed";
 }
 
-TEST_F(SaveEngraveSettingsTest, ExactlyTheseKeysAreWritten) {
+TEST_F(SaveEngraveSettingsTest, EachBoxIsWrittenAsOneOrZero) {
+  constexpr struct {
+    int box;
+    const wchar_t* key;
+  } kBoxes[] = {{IDC_CS_ENGRAVE_BY_COLOR, L"Engrave By Color"},
+                {IDC_CS_DONT_LOWER_Z, L"Dont Lower Air Z"}};
   Open();
-  const std::wstring path = Path() + L".profile";
-  DeleteFileW(path.c_str());
-  SaveEngraveSettings(dialog_, path.c_str());
-  std::vector<std::wstring> found;
-  for (const wchar_t* section : {L"Engrave Settings", L"Spindle", L"Axis Round"}) {
-    std::wstring names(4096, L'\0');
-    names.resize(GetPrivateProfileStringW(section, nullptr, L"", names.data(), 4096, path.c_str()));
-    for (std::size_t at = 0; at < names.size(); at += std::wcslen(&names[at]) + 1) {
-      found.push_back(std::wstring{section} + L"/" + &names[at]);
+  for (const auto& row : kBoxes) {
+    for (const wchar_t* want : {L"1", L"0"}) {
+      Click(dialog_, row.box);
+      Save();
+      EXPECT_EQ(Engrave(row.key), want) << row.key;
     }
   }
-  const std::vector<std::wstring> want = {
+}
+
+TEST_F(SaveEngraveSettingsTest, AProfileHoldsExactlyTheseKeys) {
+  Open();
+  std::vector<std::wstring> want = {
       L"Engrave Settings/Cutter Lift",
       L"Engrave Settings/Engrave Depth",
       L"Engrave Settings/Traverse Speed",
@@ -95,8 +122,18 @@ TEST_F(SaveEngraveSettingsTest, ExactlyTheseKeysAreWritten) {
       L"Axis Round/Mode",
       L"Axis Round/Circumference",
   };
-  EXPECT_EQ(found, want) << "the profile's name is written to the controller's file alone";
-  DeleteFileW(path.c_str());
+  EXPECT_EQ(Names(SaveProfile()), want);
+  Click(dialog_, IDC_CS_MULTI_PASS);
+  Pick(dialog_, IDC_CS_MULTI_PASS_MODE, 1);
+  want.insert(want.begin() + 16,
+              {L"Engrave Settings/Multi Pass Mode", L"Engrave Settings/Multi Pass Copies"});
+  EXPECT_EQ(Names(SaveProfile()), want);
+}
+
+TEST_F(SaveEngraveSettingsTest, TheControllersFileAlsoNamesTheProfile) {
+  Open();
+  Save();
+  EXPECT_EQ(Engrave(L"Material Profile"), L"") << "none is selected";
 }
 
 TEST_F(SaveEngraveSettingsTest, AirZNeedsADelayOfATenth) {
@@ -168,38 +205,52 @@ TEST_F(SaveEngraveSettingsTest, PassDepthsAreWrittenAsNumbers) {
 TEST_F(SaveEngraveSettingsTest, AChangedFixtureMovesTheAxisPositions) {
   WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
   Open();
-  Record().roundAxisMode = 0;
-  Record().lastX = 100;
-  Record().lastY = 200;
-  Record().parkedPosition = 300;
+  PlaceAxes({100, 200, 300});
   Pick(dialog_, IDC_CS_ROUND_FIXTURE, 1);
   Save();
-  EXPECT_EQ(Record().lastX, 300);
-  EXPECT_EQ(Record().lastY, 200);
-  EXPECT_EQ(Record().parkedPosition, 100);
+  EXPECT_EQ(Axes(), (Positions{300, 200, 100}));
+  // KEEP: the mode in the record changes with the next load only: a second save moves them back.
+  Save();
+  EXPECT_EQ(Axes(), (Positions{100, 200, 300}));
 }
 
-// KEEP: the mode in the record changes with the next load only.
-TEST_F(SaveEngraveSettingsTest, ASecondSaveMovesTheAxisPositionsBack) {
+// KEEP: as every save does.
+TEST_F(SaveEngraveSettingsTest, AProfileWithAnotherFixtureMovesTheAxisPositions) {
   WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
   Open();
-  Record().roundAxisMode = 0;
-  Record().lastX = 100;
-  Record().parkedPosition = 300;
-  Pick(dialog_, IDC_CS_ROUND_FIXTURE, 1);
+  PlaceAxes({100, 200, 300});
+  Pick(dialog_, IDC_CS_ROUND_FIXTURE, 2);
+  SaveProfile();
+  EXPECT_EQ(Axes(), (Positions{100, 300, 200}));
+}
+
+// A profile says nothing of the machine: its bounds are those of the controller's file.
+TEST_F(SaveEngraveSettingsTest, AProfileIsBoundedByTheMachine) {
+  WriteInt(keys::kAxisZ, keys::kAirZ, 1);
+  WriteInt(keys::kSpindle, keys::kMotorRpm, 1000);
+  Open();
+  Type(IDC_CS_ENGRAVE_DELAY, L"0.05");
+  Type(IDC_CS_SPINDLE_RPM, L"9000");
+  std::map<std::wstring, std::wstring> profile;
+  for (const auto& [key, text] : SaveProfile()) profile[key] = text;
+  EXPECT_EQ(profile.at(L"Engrave Settings/Engrave Delay"), L"1036831949");  // 0.1
+  EXPECT_EQ(profile.at(L"Spindle/Spindle RPM"), L"3250");
+}
+
+TEST_F(SaveEngraveSettingsTest, WhatLiesBeyondAFieldsFirstTextIsNotRead) {
+  Open();
+  Type(IDC_CS_TRAVERSE_SPEED, std::wstring(600, L' ') + L"2");
   Save();
-  Save();
-  EXPECT_EQ(Record().lastX, 100);
-  EXPECT_EQ(Record().parkedPosition, 300);
+  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kTraverseSpeed), 0.0f);
 }
 
 TEST_F(SaveEngraveSettingsTest, WithoutADeviceNothingHappens) {
   Open();
-  const std::wstring before = ReadWholeFile();
+  const auto before = AllKeys();
   dialogDevice = nullptr;
   Save();
   dialogDevice = &Record();
-  EXPECT_EQ(ReadWholeFile(), before);
+  EXPECT_EQ(AllKeys(), before);
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ class ValidateEngraveSettingsTest : public SettingsDialogTest {
   // focus.
   void ExpectRefused(int field, const wchar_t* text, const wchar_t* caption) {
     for (const int button : {IDOK, IDC_CS_APPLY}) {
-      const std::wstring before = ReadWholeFile();
+      const auto before = AllKeys();
       Press(dialog_, button);
       const BoxSeen box = driver_->AnswerBox(dialog_, IDOK);
       EXPECT_EQ(box.text, text);
@@ -25,7 +25,7 @@ class ValidateEngraveSettingsTest : public SettingsDialogTest {
         const int length = static_cast<int>(Text(field).size());
         EXPECT_EQ(SelectedRange(dialog_, field), std::make_pair(0, length));
       }
-      EXPECT_EQ(ReadWholeFile(), before) << "nothing is written";
+      EXPECT_EQ(AllKeys(), before) << "nothing is written";
     }
   }
 };
@@ -127,6 +127,26 @@ TEST_F(ValidateEngraveSettingsTest, TheCircumferenceIsChecked) {
   Open();
   ExpectRefused(IDC_CS_CIRCUMFERENCE, L"Circumference value is invalid", L"Invalid Value");
   Pick(dialog_, IDC_CS_ROUND_FIXTURE, 0);
+  EXPECT_EQ(CloseBy(IDOK), 1);
+}
+
+TEST_F(ValidateEngraveSettingsTest, AThousandthAndANegativeCircumferencePass) {
+  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
+  WriteInt(keys::kAxisRound, keys::kMode, 1);
+  for (const wchar_t* circumference : {L"0.001", L"-5"}) {
+    File().WriteText(keys::kAxisRound, keys::kCircumference, circumference);
+    Open();
+    EXPECT_EQ(CloseBy(IDOK), 1) << circumference;
+  }
+}
+
+TEST_F(ValidateEngraveSettingsTest, AnEmptySpeedPassesAndAnEmptyLiftDoesNot) {
+  Open();
+  for (const int id : {1048, 1047, 1046, 1049, 1055, 1181}) Type(id, L"");
+  Type(IDC_CS_CUTTER_LIFT, L"");
+  ExpectRefused(IDC_CS_CUTTER_LIFT, L"Cutter Lift Should Be At Least 0.100 Or Greater",
+                L"Value Less Than Minimum");
+  Type(IDC_CS_CUTTER_LIFT, L"0.1");
   EXPECT_EQ(CloseBy(IDOK), 1);
 }
 

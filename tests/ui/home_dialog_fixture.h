@@ -5,6 +5,11 @@
 
 namespace k7 {
 
+// What a machine with all switches is sent to find its home.
+inline constexpr char kHoming[] =
+    "M119\nG0 F7620.000\nG28 Z0\nG28 Y0\nG28 X0\nSetTableHomed\n"
+    "G92 X0.000000 Y0.000000 Z0.000000\n";
+
 class HomeDialogTest : public SubDialogTest {
  protected:
   HomeDialogTest() {

@@ -2,11 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
-
-#include "settings/library_folders.h"
-#include "support/wait_until.h"
-#include "ui/settings_dialog_fixture.h"
+#include "ui/material_profiles_fixture.h"
 
 namespace k7 {
 namespace {
@@ -15,55 +11,52 @@ using namespace k7test;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr int kSaveNameFields[] = {0x47C, 0x480};  // the name in the common save dialog
-
-class MaterialProfilesTest : public SettingsDialogTest {
- protected:
-  MaterialProfilesTest() {
-    wchar_t folder[512] = L"";
-    GetMaterialLibraryFolder(Record(), folder, 512);
-    folder_ = folder;
-  }
-  std::wstring PathOf(const std::wstring& file) const { return folder_ + L"\\" + file; }
-  void MakeProfile(const std::wstring& file, float lift = 0.5f) {
-    SettingsFile{PathOf(file).c_str()}.WriteFloat(keys::kEngraveSettings, keys::kCutterLift, lift);
-  }
-  bool Exists(const std::wstring& file) const {
-    return GetFileAttributesW(PathOf(file).c_str()) != INVALID_FILE_ATTRIBUTES;
-  }
-  void Choose(const std::wstring& name) {
-    const auto entries = EntriesOf(dialog_, IDC_CS_MATERIAL);
-    const auto at = std::find(entries.begin(), entries.end(), name);
-    ASSERT_NE(at, entries.end());
-    Pick(dialog_, IDC_CS_MATERIAL, static_cast<int>(at - entries.begin()));
-  }
-  // Types the name into the open common dialog and saves.
-  void SaveAs(HWND saving, const std::wstring& path) {
-    for (const int id : kSaveNameFields) {
-      if (GetDlgItem(saving, id) != nullptr) SetDlgItemTextW(saving, id, path.c_str());
-    }
-    Press(saving, IDOK);
-  }
-  std::wstring ProposedName(HWND saving) {
-    for (const int id : kSaveNameFields) {
-      if (const std::wstring text = TextOf(saving, id); !text.empty()) return text;
-    }
-    return L"";
-  }
-
-  std::wstring folder_;
-};
-
 TEST_F(MaterialProfilesTest, ProfilesAreListedByNameInAnyCaseOfTheExtension) {
   for (const wchar_t* file :
-       {L"Oak.INI", L"ash.ini", L"Brass.Ini", L".ini", L"notes.txt", L"ini"}) {
+       {L"Oak.INI", L"ash.ini", L"Brass.Ini", L"a.ini", L".ini", L"notes.txt", L"ini"}) {
     MakeProfile(file);
   }
   std::filesystem::create_directory(PathOf(L"Foo.ini"));
   Open();
-  EXPECT_THAT(EntriesOf(dialog_, IDC_CS_MATERIAL), ElementsAre(L"ash", L"Brass", L"Foo", L"Oak"));
+  EXPECT_THAT(EntriesOf(dialog_, IDC_CS_MATERIAL),
+              ElementsAre(L"a", L"ash", L"Brass", L"Foo", L"Oak"));
   EXPECT_EQ(SelectionOf(dialog_, IDC_CS_MATERIAL), -1);
   EXPECT_FALSE(Enabled(IDC_CS_DELETE_MATERIAL));
+}
+
+// Makes a new file of exactly this name; false where another spelling of it is the same file. Under
+// Wine the folder's path in the system below leads past the rules of Windows.
+bool MakeFileExactly(const std::wstring& folder, const std::wstring& file) {
+  std::wstring path = folder + L"\\" + file;
+  const auto nameBelow = reinterpret_cast<char*(__cdecl*)(const wchar_t*)>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name")));
+  if (nameBelow != nullptr) {
+    const std::string below = nameBelow(folder.c_str());
+    path = L"\\\\?\\unix" + std::wstring{below.begin(), below.end()} + L"\\" + file;
+    std::ranges::replace(path, L'/', L'\\');
+  }
+  const HANDLE made = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                  FILE_FLAG_POSIX_SEMANTICS, nullptr);
+  if (made == INVALID_HANDLE_VALUE) return false;
+  CloseHandle(made);
+  return true;
+}
+
+TEST_F(MaterialProfilesTest, FilesThatDifferInCaseAloneAreBothListed) {
+  MakeProfile(L"Oak.INI");
+  if (!MakeFileExactly(folder_, L"oak.ini")) GTEST_SKIP() << "one file to this file system";
+  Open();
+  EXPECT_THAT(EntriesOf(dialog_, IDC_CS_MATERIAL), testing::UnorderedElementsAre(L"Oak", L"oak"));
+}
+
+// KEEP: with the extension "Oak 2.ini" comes before "Oak.ini", without it "Oak 2" follows "Oak".
+TEST_F(MaterialProfilesTest, TheSelectedPositionIsThatInTheFolder) {
+  MakeProfile(L"Oak.ini");
+  MakeProfile(L"Oak 2.ini");
+  File().WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"Oak");
+  Open();
+  EXPECT_THAT(EntriesOf(dialog_, IDC_CS_MATERIAL), ElementsAre(L"Oak", L"Oak 2"));
+  EXPECT_EQ(PickedText(dialog_, IDC_CS_MATERIAL), L"Oak 2");
 }
 
 TEST_F(MaterialProfilesTest, TheProfileLastUsedIsSelected) {
@@ -94,13 +87,13 @@ TEST_F(MaterialProfilesTest, AnEmptyFolderGivesAnEmptyList) {
 TEST_F(MaterialProfilesTest, PickingAProfileFillsTheFieldsAndKeepsItSelected) {
   MakeProfile(L"Oak.ini", 0.75f);
   Open();
-  const std::wstring before = ReadWholeFile();
+  const auto before = AllKeys();
   Choose(L"Oak");
   EXPECT_EQ(Text(IDC_CS_CUTTER_LIFT), L"0.7500");
   EXPECT_EQ(PickedText(dialog_, IDC_CS_MATERIAL), L"Oak");
   EXPECT_TRUE(Enabled(IDC_CS_DELETE_MATERIAL));
   EXPECT_EQ(dialogState.loadingProfile, 0);
-  EXPECT_EQ(ReadWholeFile(), before);
+  EXPECT_EQ(AllKeys(), before);
   Type(IDC_CS_CUTTER_LIFT, L"0.8");
   EXPECT_EQ(SelectionOf(dialog_, IDC_CS_MATERIAL), -1);
   EXPECT_FALSE(Enabled(IDC_CS_DELETE_MATERIAL));
@@ -153,59 +146,81 @@ TEST_F(MaterialProfilesTest, AProfilesSpindleSpeedIsBoundedByTheMachine) {
   EXPECT_EQ(Text(IDC_CS_SPINDLE_RPM), L"700");
 }
 
-TEST_F(MaterialProfilesTest, SavingWritesTheProfileAndSelectsIt) {
+TEST_F(MaterialProfilesTest, AProfileSetsTheFlagsThatItHolds) {
+  const SettingsFile profile{PathOf(L"Oak.ini").c_str()};
+  for (const wchar_t* axis : {keys::kAxisX, keys::kAxisY, keys::kAxisZ}) {
+    profile.WriteInt(axis, keys::kLimitSwitch, 1);
+  }
+  profile.WriteInt(keys::kAxisZ, keys::kProxSwitch, 1);
+  profile.WriteInt(keys::kSpindle, keys::kHasSpindle, 1);
   Open();
-  Type(IDC_CS_CUTTER_LIFT, L"0.625");
-  Press(dialog_, IDC_CS_SAVE_MATERIAL);
-  const HWND saving = driver_->WaitForDialogOver(dialog_);
-  ASSERT_NE(saving, nullptr);
-  EXPECT_EQ(ProposedName(saving), L"*.ini");
-  SaveAs(saving, PathOf(L"Walnut"));
-  ASSERT_TRUE(driver_->WaitUntilTop(dialog_));
-  ASSERT_TRUE(WaitUntil([&] { return Enabled(IDC_CS_DELETE_MATERIAL); }));
-  EXPECT_EQ(PickedText(dialog_, IDC_CS_MATERIAL), L"Walnut");
-  EXPECT_TRUE(Exists(L"Walnut.ini")) << "with the extension";
-  SettingsFile profile{PathOf(L"Walnut.ini").c_str()};
-  EXPECT_EQ(profile.ReadFloat(keys::kEngraveSettings, keys::kCutterLift, 0.0f), 0.625f);
-  EXPECT_EQ(StoredIn(PathOf(L"Walnut.ini"), keys::kEngraveSettings, keys::kMaterialProfile),
-            L"(none)");
+  ASSERT_EQ(EntriesOf(dialog_, IDC_CS_CUTTER_MODE).size(), 2u);
+  Choose(L"Oak");
+  EXPECT_TRUE(dialogState.HasAllSwitches());
+  EXPECT_EQ(hasSpindle, 1);
+  EXPECT_EQ(EntriesOf(dialog_, IDC_CS_CUTTER_MODE).size(), 3u);
 }
 
-TEST_F(MaterialProfilesTest, SavingOverAProfileAsksFirst) {
-  MakeProfile(L"Oak.ini", 0.5f);
+TEST_F(MaterialProfilesTest, AProfileWithAirZShowsItsLayout) {
+  SettingsFile{PathOf(L"Oak.ini").c_str()}.WriteInt(keys::kAxisZ, keys::kAirZ, 1);
+  Open();
+  ASSERT_TRUE(Shown(IDC_CS_CUTTER_LIFT));
+  Choose(L"Oak");
+  EXPECT_FALSE(Shown(IDC_CS_CUTTER_LIFT));
+  EXPECT_TRUE(Shown(IDC_CS_DONT_LOWER_Z));
+  EXPECT_EQ(EntriesOf(dialog_, IDC_CS_CUTTER_MODE).back(), L"Air Z");
+}
+
+TEST_F(MaterialProfilesTest, AProfileSetsAndClearsItsBoxes) {
+  constexpr int kBoxes[] = {IDC_CS_ENGRAVE_BY_COLOR, IDC_CS_DONT_LOWER_Z, IDC_CS_MULTI_PASS};
+  const SettingsFile profile{PathOf(L"Oak.ini").c_str()};
+  for (const wchar_t* key : {keys::kEngraveByColor, keys::kDontLowerAirZ, keys::kMultiPass}) {
+    profile.WriteInt(keys::kEngraveSettings, key, 1);
+  }
+  MakeProfile(L"Plain.ini");
   Open();
   Choose(L"Oak");
-  Press(dialog_, IDC_CS_SAVE_MATERIAL);
-  const HWND saving = driver_->WaitForDialogOver(dialog_);
-  ASSERT_NE(saving, nullptr);
-  SaveAs(saving, PathOf(L"Oak.ini"));
-  const BoxSeen box = driver_->AnswerBox(saving, IDNO);
-  EXPECT_THAT(box.buttons, ElementsAre(L"Yes", L"No"));
-  ASSERT_TRUE(driver_->WaitUntilTop(saving));
-  Press(saving, IDCANCEL);
-  ASSERT_TRUE(driver_->WaitUntilTop(dialog_));
+  for (const int box : kBoxes) EXPECT_TRUE(Checked(box)) << box;
+  Choose(L"Plain");
+  for (const int box : kBoxes) EXPECT_FALSE(Checked(box)) << box;
 }
 
-TEST_F(MaterialProfilesTest, ACancelledSaveWritesNothing) {
-  Open();
-  Press(dialog_, IDC_CS_SAVE_MATERIAL);
-  const HWND saving = driver_->WaitForDialogOver(dialog_);
-  ASSERT_NE(saving, nullptr);
-  Press(saving, IDCANCEL);
-  ASSERT_TRUE(driver_->WaitUntilTop(dialog_));
-  EXPECT_TRUE(std::filesystem::is_empty(folder_));
+TEST_F(MaterialProfilesTest, AProfilesRoundFixtureIsShownOnAMachineThatHasOne) {
+  const SettingsFile profile{PathOf(L"Pen.ini").c_str()};
+  profile.WriteInt(keys::kAxisRound, keys::kMode, 2);
+  profile.WriteText(keys::kAxisRound, keys::kCircumference, L"1.5");
+  MakeProfile(L"Plain.ini");
+  for (const bool fitted : {true, false}) {
+    WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, fitted ? 1 : 0);
+    // Of the profile's own attachment nothing is asked.
+    profile.WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, fitted ? 0 : 1);
+    Open();
+    Choose(L"Pen");
+    EXPECT_EQ(SelectionOf(dialog_, IDC_CS_ROUND_FIXTURE), 2);
+    EXPECT_EQ(Text(IDC_CS_CIRCUMFERENCE), L"1.5");
+    for (const int id : {1171, 1172, 1173, 1174}) EXPECT_EQ(Shown(id), fitted) << id;
+    Choose(L"Plain");
+    EXPECT_EQ(SelectionOf(dialog_, IDC_CS_ROUND_FIXTURE), 0);
+    for (const int id : {1173, 1174}) EXPECT_FALSE(Shown(id)) << id;
+    CloseBy(IDCANCEL);
+  }
 }
 
-TEST_F(MaterialProfilesTest, ARefusedSaveWritesNoFile) {
+TEST_F(MaterialProfilesTest, WithoutANameNothingIsLoaded) {
+  MakeProfile(L".ini", 0.75f);  // what an empty name would read
   Open();
-  Type(IDC_CS_CUTTER_LIFT, L"0");
-  Press(dialog_, IDC_CS_SAVE_MATERIAL);
-  const HWND saving = driver_->WaitForDialogOver(dialog_);
-  ASSERT_NE(saving, nullptr);
-  SaveAs(saving, PathOf(L"Walnut"));
-  ASSERT_TRUE(WaitUntil([&] { return !IsWindow(saving) || !IsWindowVisible(saving); }));
-  EXPECT_EQ(driver_->AnswerBox(dialog_, IDOK).caption, L"Value Less Than Minimum");
-  EXPECT_TRUE(std::filesystem::is_empty(folder_));
+  Type(IDC_CS_CUTTER_LIFT, L"0.3");
+  Pick(dialog_, IDC_CS_MATERIAL, -1);
+  EXPECT_EQ(Text(IDC_CS_CUTTER_LIFT), L"0.3");
+}
+
+TEST_F(MaterialProfilesTest, WhileFillingNothingIsLoaded) {
+  MakeProfile(L"Oak.ini", 0.75f);
+  Open();
+  dialogState.initializing = 1;
+  Choose(L"Oak");
+  dialogState.initializing = 0;
+  EXPECT_EQ(Text(IDC_CS_CUTTER_LIFT), L"0.1250");
 }
 
 TEST_F(MaterialProfilesTest, DeletingAsksThenRemovesTheProfile) {
@@ -228,6 +243,20 @@ TEST_F(MaterialProfilesTest, DeletingAsksThenRemovesTheProfile) {
   EXPECT_EQ(Stored(keys::kEngraveSettings, keys::kMaterialProfile), L"");
   EXPECT_THAT(EntriesOf(dialog_, IDC_CS_MATERIAL), ElementsAre(L"Ash"));
   EXPECT_EQ(SelectionOf(dialog_, IDC_CS_MATERIAL), -1);
+}
+
+TEST_F(MaterialProfilesTest, AProfileThatCannotBeDeletedStaysInTheListAndSelected) {
+  std::filesystem::create_directory(PathOf(L"Foo.ini"));
+  File().WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"Foo");
+  Open();
+  ASSERT_TRUE(Enabled(IDC_CS_DELETE_MATERIAL));
+  Press(dialog_, IDC_CS_DELETE_MATERIAL);
+  EXPECT_EQ(driver_->AnswerBox(dialog_, IDYES).text, L"Delete \"Foo\" Material Profile?");
+  WaitUntilHandled();
+  EXPECT_TRUE(Exists(L"Foo.ini"));
+  EXPECT_EQ(PickedText(dialog_, IDC_CS_MATERIAL), L"Foo");
+  EXPECT_TRUE(Enabled(IDC_CS_DELETE_MATERIAL));
+  EXPECT_EQ(Stored(keys::kEngraveSettings, keys::kMaterialProfile), L"");
 }
 
 // KEEP: whatever its state before.

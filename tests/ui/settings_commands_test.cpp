@@ -1,4 +1,3 @@
-#include "support/wait_until.h"
 #include "ui/settings_dialog_fixture.h"
 
 namespace k7 {
@@ -16,11 +15,6 @@ class SettingsCommandsTest : public SettingsDialogTest {
     }
     SendDlgItemMessageW(dialog_, IDC_CS_MATERIAL, CB_SETCURSEL, 0, 0);
     EnableWindow(GetDlgItem(dialog_, IDC_CS_DELETE_MATERIAL), TRUE);
-  }
-  // After the table setup has closed: what "Apply & Exit" ends with is the last thing put right.
-  bool WaitUntilRefreshed() {
-    return driver_->WaitUntilTop(dialog_) &&
-           WaitUntil([] { return dialogState.applyResult == 101; });
   }
   bool ProfileIsSelected() {
     const bool selected = SelectionOf(dialog_, IDC_CS_MATERIAL) == 0;
@@ -161,49 +155,44 @@ TEST_F(SettingsCommandsTest, TheRoundFixtureShowsTheCircumference) {
   for (const int id : {1173, 1174}) EXPECT_FALSE(Shown(id)) << id;
 }
 
-TEST_F(SettingsCommandsTest, TableSetupRefreshesWhatItChanges) {
-  Open();
-  WriteFloat(keys::kMaximumValues, keys::kXySpeed, 20.0f);
-  WriteFloat(keys::kMaximumValues, keys::kZSpeed, 30.0f);
-  WriteFloat(keys::kMaximumValues, keys::kEngraveDepth, 2.0f);
-  Press(dialog_, IDC_CS_TABLE_SETUP);
-  const HWND setup = driver_->WaitForDialogOver(dialog_);
-  ASSERT_NE(setup, nullptr);
-  dialogState.applyResult = 77;
-  EnableWindow(GetDlgItem(setup, IDOK), TRUE);
-  Press(setup, IDOK);
-  ASSERT_TRUE(WaitUntilRefreshed());
-  for (const int id : {1140, 1143}) EXPECT_EQ(Text(id), L"20.0000") << id;
-  for (const int id : {1142, 1139}) EXPECT_EQ(Text(id), L"30.0000") << id;
-  EXPECT_EQ(Text(1135), L"2.0000");
-  // KEEP: the grid speed's maximum is that of the opening.
-  EXPECT_EQ(Text(1182), L"10.0000");
-  EXPECT_TRUE(Enabled(IDOK));
-}
-
-TEST_F(SettingsCommandsTest, EditedPermanentSettingsForbidTheJob) {
+TEST_F(SettingsCommandsTest, OtherNotificationsDoNothing) {
+  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
   FitAllSwitches();
   Open();
-  Press(dialog_, IDC_CS_TABLE_SETUP);
-  const HWND setup = driver_->WaitForDialogOver(dialog_);
-  ASSERT_NE(setup, nullptr);
-  dialogState.applyResult = 2;
-  EnableWindow(GetDlgItem(setup, IDOK), TRUE);
-  Press(setup, IDOK);
-  ASSERT_TRUE(WaitUntilRefreshed());
-  EXPECT_FALSE(Enabled(IDOK));
-  EXPECT_FALSE(Enabled(IDC_CS_MECHANICAL_HOME));
+  SelectSomeProfile();
+  for (const int id : {1045, 1046, 1047, 1048, 1049, 1055, 1088, 1145}) {
+    SendCommand(dialog_, id, EN_KILLFOCUS);
+  }
+  for (const int id : {1058, 1069, 1072, 1162, 1172}) {
+    SendDlgItemMessageW(dialog_, id, CB_SETCURSEL, 1, 0);
+    SendCommand(dialog_, id, CBN_CLOSEUP);
+  }
+  for (const int id : {1093, 1161}) {
+    SendDlgItemMessageW(dialog_, id, BM_SETCHECK, BST_CHECKED, 0);
+    SendCommand(dialog_, id, BN_SETFOCUS);
+  }
+  Type(IDC_CS_GRID_SPEED, L"3");
+  SendCommand(dialog_, IDC_CS_MATERIAL, CBN_CLOSEUP);
+  EXPECT_TRUE(ProfileIsSelected());
+  EXPECT_EQ(Text(IDC_CS_GRID_SPEED), L"3") << "no profile was loaded";
+  EXPECT_EQ(EntriesOf(dialog_, IDC_CS_CUTTER_MODE).size(), 3u);
+  EXPECT_EQ(Text(-1), L"Maximum Pass Depth");
+  for (const int id : {1095, 1159, 1160, 1173, 1174}) EXPECT_FALSE(Shown(id)) << id;
 }
 
-TEST_F(SettingsCommandsTest, SetCutterRefreshesTheLastCutter) {
+TEST_F(SettingsCommandsTest, CopiesAreRoundedHalfUpAlsoBelowZero) {
+  constexpr struct {
+    const wchar_t* typed;
+    std::int32_t want;
+  } kCases[] = {{L"2.5", 3}, {L"2.4", 2}, {L"-1.3", -1}, {L"-1.5", -1}, {L"-1.6", -2}, {L"x", 0}};
   Open();
-  Press(dialog_, IDC_CS_SET_CUTTER);
-  const HWND cutter = driver_->WaitForDialogOver(dialog_);
-  ASSERT_NE(cutter, nullptr);
-  WriteFloat(keys::kEngraveSettings, keys::kLastCutterSet, 0.375f);
-  SetDlgItemTextW(cutter, 1148, L"0");
-  Press(cutter, IDOK);
-  EXPECT_TRUE(WaitUntil([&] { return Text(1149) == L"Last Cutter: 0.375"; })) << "by the file";
+  Click(dialog_, IDC_CS_MULTI_PASS);
+  for (const auto& c : kCases) {
+    Pick(dialog_, IDC_CS_MULTI_PASS_MODE, 1);
+    Type(IDC_CS_PASS_DEPTH_OR_COPIES, c.typed);
+    Pick(dialog_, IDC_CS_MULTI_PASS_MODE, 0);
+    EXPECT_EQ(dialogState.passCopies, c.want) << c.typed;
+  }
 }
 
 }  // namespace

@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <cwchar>
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "device/module_state.h"
 #include "settings/load.h"
@@ -52,17 +55,35 @@ class SettingsDialogTest : public testing::Test {
     SettingsFile{path.c_str()}.ReadText(section, key, L"(none)", text, 600);
     return text;
   }
-  std::wstring ReadWholeFile() {
-    std::wstring all;
+  // Every key of the settings file as "section/key", with its text, in the order of the file.
+  using KeyTexts = std::vector<std::pair<std::wstring, std::wstring>>;
+  KeyTexts KeysInOrder() { return KeysOf(Path()); }
+  static KeyTexts KeysOf(const std::wstring& path) {
+    KeyTexts keys;
     std::wstring sections(4096, L'\0');
-    const std::wstring path = Path();
     sections.resize(GetPrivateProfileSectionNamesW(sections.data(), 4096, path.c_str()));
-    for (std::size_t at = 0; at < sections.size(); at += wcslen(&sections[at]) + 1) {
+    for (const std::wstring& section : Split(sections)) {
       std::wstring text(16384, L'\0');
-      text.resize(GetPrivateProfileSectionW(&sections[at], text.data(), 16384, path.c_str()));
-      all += std::wstring{&sections[at]} + L":" + text;
+      text.resize(GetPrivateProfileSectionW(section.c_str(), text.data(), 16384, path.c_str()));
+      for (const std::wstring& line : Split(text)) {
+        const std::size_t sign = line.find(L'=');
+        keys.emplace_back(section + L"/" + line.substr(0, sign), line.substr(sign + 1));
+      }
     }
-    return all;
+    return keys;
+  }
+  // The same by key.
+  std::map<std::wstring, std::wstring> AllKeys() {
+    const KeyTexts keys = KeysInOrder();
+    return {keys.begin(), keys.end()};
+  }
+  // The texts of a list of terminated texts.
+  static std::vector<std::wstring> Split(const std::wstring& list) {
+    std::vector<std::wstring> texts;
+    for (std::size_t at = 0; at < list.size(); at += texts.back().size() + 1) {
+      texts.emplace_back(&list[at]);
+    }
+    return texts;
   }
   float StoredFloat(const wchar_t* section, const wchar_t* key) {
     return File().ReadFloat(section, key, -12345.0f);
@@ -80,7 +101,8 @@ class SettingsDialogTest : public testing::Test {
             std::uint32_t showGrid = 1) {
     LoadSettings(*device_);
     driver_.emplace([=, this] {
-      return ShowSettingsDialog(*device_, nullptr, mode, allowRun, initParam, showGrid);
+      onHostThread_();
+      return ShowSettingsDialog(*device_, parent_, mode, allowRun, initParam, showGrid);
     });
     dialog_ = driver_->WaitForDialog();
     ASSERT_NE(dialog_, nullptr);
@@ -89,6 +111,26 @@ class SettingsDialogTest : public testing::Test {
   std::int64_t CloseBy(int button) {
     k7test::Press(dialog_, button);
     return driver_->Result();
+  }
+  // Presses a button that opens something over the dialog, and returns that.
+  HWND OpenOver(int button) {
+    k7test::Press(dialog_, button);
+    const HWND above = driver_->WaitForDialogOver(dialog_);
+    EXPECT_NE(above, nullptr) << button;
+    return above;
+  }
+  // Closes what was opened over the dialog.
+  void CloseOver(HWND above, int button) {
+    k7test::Press(above, button);
+    EXPECT_TRUE(driver_->WaitUntilTop(dialog_));
+    WaitUntilHandled();
+  }
+  // Until the dialog has carried out every command that it was sent so far: the last one, which
+  // needs no device, shows a box.
+  void WaitUntilHandled() {
+    PostMessageW(dialog_, WM_COMMAND, IDC_CS_IMPORT_NOTICE, 0);
+    EXPECT_EQ(driver_->AnswerBox(dialog_, IDOK).caption, L"Import...");
+    EXPECT_TRUE(driver_->WaitUntilTop(dialog_));
   }
 
   void SetFocusTo(int id) {
@@ -104,6 +146,8 @@ class SettingsDialogTest : public testing::Test {
   std::wstring id_ = k7test::FreshControllerId();
   k7test::FakeController controller_;
   k7test::AttachedDevice device_{controller_};
+  std::function<void()> onHostThread_ = [] {};  // called before the dialog opens
+  HWND parent_ = nullptr;                       // of the dialog
   std::optional<k7test::DialogDriver> driver_;  // ends before the device does
   HWND dialog_ = nullptr;
 };

@@ -3,8 +3,6 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <cwchar>
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -56,27 +54,6 @@ class SubDialogTest : public SettingsDialogTest {
     return all;
   }
 
-  // Every key of the settings file as "section/key", with its text, in the order of the file.
-  std::vector<std::pair<std::wstring, std::wstring>> KeysInOrder() {
-    std::vector<std::pair<std::wstring, std::wstring>> keys;
-    std::wstring sections(4096, L'\0');
-    sections.resize(GetPrivateProfileSectionNamesW(sections.data(), 4096, Path().c_str()));
-    for (const std::wstring& section : Split(sections)) {
-      std::wstring text(16384, L'\0');
-      text.resize(GetPrivateProfileSectionW(section.c_str(), text.data(), 16384, Path().c_str()));
-      for (const std::wstring& line : Split(text)) {
-        const std::size_t sign = line.find(L'=');
-        keys.emplace_back(section + L"/" + line.substr(0, sign), line.substr(sign + 1));
-      }
-    }
-    return keys;
-  }
-  // The same by key.
-  std::map<std::wstring, std::wstring> AllKeys() {
-    const auto keys = KeysInOrder();
-    return {keys.begin(), keys.end()};
-  }
-
   // The brush that a control is painted with.
   HBRUSH BrushOf(int id) {
     const HDC device = GetDC(nullptr);
@@ -106,15 +83,6 @@ class SubDialogTest : public SettingsDialogTest {
   }
 
  private:
-  // The texts of a list of terminated texts.
-  static std::vector<std::wstring> Split(const std::wstring& list) {
-    std::vector<std::wstring> texts;
-    for (std::size_t at = 0; at < list.size(); at += texts.back().size() + 1) {
-      texts.emplace_back(&list[at]);
-    }
-    return texts;
-  }
-
   int marks_ = 0;
 };
 

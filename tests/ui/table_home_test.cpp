@@ -10,9 +10,6 @@ namespace {
 
 using namespace k7test;
 
-constexpr char kHoming[] =
-    "M119\nG0 F7620.000\nG28 Z0\nG28 Y0\nG28 X0\nSetTableHomed\n"
-    "G92 X0.000000 Y0.000000 Z0.000000\n";
 constexpr char kDialogAccepted[] = "M18\nM17\nG92 X0.000000 Y0.000000 Z0.000000\nSetTableHomed\n";
 
 class EnsureTableHomeTest : public HomeDialogTest {
