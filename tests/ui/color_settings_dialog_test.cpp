@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <algorithm>
 
-#include "ui/host_colors.h"
+#include "ui/host_color_table.h"
 #include "ui/sub_dialog_fixture.h"
 
 namespace k7 {
@@ -21,30 +21,14 @@ constexpr std::uint32_t kWhite = 0xFFFFFF;
 
 class ColorSettingsDialog : public SubDialogTest {
  protected:
-  ColorSettingsDialog() {
-    while (index_ == 0) index_ = TlsAlloc();  // 0 means none
-    std::memset(table_, 0xA5, sizeof table_);
-    for (int i = 0; i < 16; ++i) SetEntry(i, 0, 0, 0);
-    Record().hostColorTlsIndex = index_;
-  }
-  ~ColorSettingsDialog() override {
-    driver_.reset();
-    TlsFree(index_);
-  }
-
-  // By byte offset, as the host lays its table out.
-  void SetEntry(int i, std::uint32_t color, std::int32_t count, std::uint8_t flag) {
-    std::memcpy(table_ + 688 + 4 * i, &color, 4);
-    std::memcpy(table_ + 788 + 4 * i, &count, 4);
-    table_[884 + i] = flag;
-  }
-  int FlagOf(int i) const { return table_[884 + i]; }
+  ColorSettingsDialog() { Record().hostColorTlsIndex = table_.Index(); }
+  ~ColorSettingsDialog() override { driver_.reset(); }
 
   void OpenColors(bool withTable = true, bool withDevice = true) {
     DeviceState* const device = withDevice ? &Record() : nullptr;
     driver_.emplace([this, device, withTable] {
       dialogDevice = device;
-      TlsSetValue(index_, withTable ? table_ : nullptr);
+      if (withTable) table_.Bind();
       const INT_PTR result = ShowColorSettingsDialog(nullptr);
       dialogDevice = nullptr;
       return static_cast<std::int64_t>(result);
@@ -71,13 +55,12 @@ class ColorSettingsDialog : public SubDialogTest {
     EXPECT_TRUE(driver_->WaitUntilTop(dialog_)) << "stays open";
   }
 
-  DWORD index_ = 0;
-  unsigned char table_[1024];
+  HostColorTable table_;
 };
 
 TEST_F(ColorSettingsDialog, ShowsTheColorsInUseWithTheirFlags) {
-  SetEntry(0, 0x000000, 3, 1);
-  SetEntry(4, kRed, 1, 0);
+  table_.Set(0, 0x000000, 3, 1);
+  table_.Set(4, kRed, 1, 0);
   OpenColors();
   EXPECT_EQ(ShownRows(), (std::vector<int>{0, 4}));
   EXPECT_TRUE(Checked(1097));
@@ -87,7 +70,7 @@ TEST_F(ColorSettingsDialog, ShowsTheColorsInUseWithTheirFlags) {
 }
 
 TEST_F(ColorSettingsDialog, PaintsEverySwatchInItsColor) {
-  for (int i = 0; i < 16; ++i) SetEntry(i, 0x102030u + static_cast<std::uint32_t>(i), 1, 1);
+  for (int i = 0; i < 16; ++i) table_.Set(i, 0x102030u + static_cast<std::uint32_t>(i), 1, 1);
   OpenColors();
   for (int i = 0; i < 16; ++i) {
     EXPECT_EQ(ColorOf(kSwatches[i]), 0x102030u + static_cast<std::uint32_t>(i)) << i;
@@ -96,84 +79,84 @@ TEST_F(ColorSettingsDialog, PaintsEverySwatchInItsColor) {
 }
 
 TEST_F(ColorSettingsDialog, AHiddenSwatchIsPaintedAsUsual) {
-  SetEntry(0, 0x123456, 1, 1);
-  SetEntry(1, 0x654321, 0, 1);
+  table_.Set(0, 0x123456, 1, 1);
+  table_.Set(1, 0x654321, 0, 1);
   OpenColors();
   EXPECT_NE(ColorOf(1098), 0x654321u);
 }
 
 TEST_F(ColorSettingsDialog, OnlyAFlagOfOneChecks) {
-  SetEntry(0, kRed, 1, 2);
+  table_.Set(0, kRed, 1, 2);
   OpenColors();
   EXPECT_FALSE(Checked(1097));
 }
 
 TEST_F(ColorSettingsDialog, ColorsThatAreNotInUseAreHidden) {
-  SetEntry(0, kRed, 1, 1);
-  SetEntry(1, kRed, 0, 1);
-  SetEntry(2, kRed, -1, 1);
+  table_.Set(0, kRed, 1, 1);
+  table_.Set(1, kRed, 0, 1);
+  table_.Set(2, kRed, -1, 1);
   OpenColors();
   EXPECT_EQ(ShownRows(), std::vector<int>{0});
 }
 
 // KEEP: white is the material.
 TEST_F(ColorSettingsDialog, WhiteIsNeverOfferedAndNeverEnough) {
-  SetEntry(0, kWhite, 500, 1);
-  SetEntry(1, kRed, 1, 0);
+  table_.Set(0, kWhite, 500, 1);
+  table_.Set(1, kRed, 1, 0);
   OpenColors();
   EXPECT_EQ(ShownRows(), std::vector<int>{1});
   ExpectWarning();
-  EXPECT_EQ(FlagOf(0), 1);
+  EXPECT_EQ(table_.Flag(0), 1);
   Click(dialog_, 1114);
   EXPECT_EQ(CloseBy(IDOK), 1);
-  EXPECT_EQ(FlagOf(1), 1);
+  EXPECT_EQ(table_.Flag(1), 1);
 }
 
 TEST_F(ColorSettingsDialog, NearlyWhiteIsOffered) {
-  SetEntry(0, 0xFFFFFE, 1, 1);
+  table_.Set(0, 0xFFFFFE, 1, 1);
   OpenColors();
   EXPECT_EQ(ShownRows(), std::vector<int>{0});
 }
 
 TEST_F(ColorSettingsDialog, WithNothingCheckedOkWarnsAndLeavesTheTable) {
-  SetEntry(0, 0x000000, 3, 1);
-  SetEntry(4, kRed, 1, 1);
+  table_.Set(0, 0x000000, 3, 1);
+  table_.Set(4, kRed, 1, 1);
   OpenColors();
   Click(dialog_, 1097);
   Click(dialog_, 1117);
   ExpectWarning();
-  EXPECT_EQ(FlagOf(0), 1);
-  EXPECT_EQ(FlagOf(4), 1);
+  EXPECT_EQ(table_.Flag(0), 1);
+  EXPECT_EQ(table_.Flag(4), 1);
   EXPECT_EQ(ColorOf(1102), kRed) << "the brushes live on";
 }
 
 // KEEP: a hidden row counts as unchecked and is switched off.
 TEST_F(ColorSettingsDialog, OkWritesAllFlagsHiddenRowsAsOff) {
-  for (int i = 0; i < 16; ++i) SetEntry(i, kRed, i < 8 ? 1 : 0, 1);
-  unsigned char before[sizeof table_];
-  std::memcpy(before, table_, sizeof table_);
+  for (int i = 0; i < 16; ++i) table_.Set(i, kRed, i < 8 ? 1 : 0, 1);
+  const HostColorTable::Bytes before = table_.AsLaidOut();
   OpenColors();
   Click(dialog_, kChecks[2]);
   EXPECT_EQ(CloseBy(IDOK), 1);
-  for (int i = 0; i < 16; ++i) EXPECT_EQ(FlagOf(i), i < 8 && i != 2 ? 1 : 0) << i;
-  EXPECT_EQ(std::memcmp(before, table_, 884), 0) << "nothing else";
-  EXPECT_EQ(std::memcmp(before + 900, table_ + 900, sizeof table_ - 900), 0);
+  for (int i = 0; i < 16; ++i) EXPECT_EQ(table_.Flag(i), i < 8 && i != 2 ? 1 : 0) << i;
+  HostColorTable::Bytes after = table_.AsLaidOut();
+  std::copy_n(before.begin() + 884, 16, after.begin() + 884);
+  EXPECT_EQ(after, before) << "nothing else";
 }
 
 TEST_F(ColorSettingsDialog, CancelLeavesTheFlags) {
-  SetEntry(0, 0x000000, 3, 1);
-  SetEntry(4, kRed, 1, 0);
+  table_.Set(0, 0x000000, 3, 1);
+  table_.Set(4, kRed, 1, 0);
   OpenColors();
   Click(dialog_, 1097);
   Click(dialog_, 1117);
   EXPECT_EQ(CloseBy(IDCANCEL), 2);
-  EXPECT_EQ(FlagOf(0), 1);
-  EXPECT_EQ(FlagOf(4), 0);
+  EXPECT_EQ(table_.Flag(0), 1);
+  EXPECT_EQ(table_.Flag(4), 0);
 }
 
 TEST_F(ColorSettingsDialog, TheBrushesLiveAsLongAsTheDialog) {
   for (const int button : {IDOK, IDCANCEL}) {
-    SetEntry(0, kRed, 1, 1);
+    table_.Set(0, kRed, 1, 1);
     OpenColors();
     const HBRUSH brush = BrushOf(1096);
     EXPECT_EQ(GetObjectType(brush), static_cast<DWORD>(OBJ_BRUSH));
@@ -183,7 +166,7 @@ TEST_F(ColorSettingsDialog, TheBrushesLiveAsLongAsTheDialog) {
 }
 
 TEST_F(ColorSettingsDialog, OtherCommandsAndControlsAreLeftAlone) {
-  SetEntry(0, kRed, 1, 1);
+  table_.Set(0, kRed, 1, 1);
   OpenColors();
   SendCommand(dialog_, 1096);
   SendCommand(dialog_, 1100);
@@ -199,7 +182,7 @@ class ColorSettingsWithoutTable : public ColorSettingsDialog {
     ExpectWarning();
     Click(dialog_, 1097);
     EXPECT_EQ(CloseBy(IDOK), 1);
-    for (int i = 0; i < 16; ++i) EXPECT_EQ(FlagOf(i), 0) << i;
+    for (int i = 0; i < 16; ++i) EXPECT_EQ(table_.Flag(i), 0) << i;
   }
 };
 

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -10,12 +12,13 @@ namespace k7test {
 
 class HostColorTable {
  public:
-  static constexpr int kEntries = 16;
+  using Bytes = std::array<unsigned char, 1024>;
 
+  // Sixteen entries that are not in use.
   HostColorTable() {
     while (index_ == 0) index_ = TlsAlloc();  // 0 means none
-    std::memset(bytes_, 0xA5, sizeof bytes_);
-    for (int i = 0; i < kEntries; ++i) Set(i, 0, 0, 0);
+    bytes_.fill(0xA5);
+    for (int i = 0; i < 16; ++i) Set(i, 0, 0, 0);
   }
   ~HostColorTable() { TlsFree(index_); }
   HostColorTable(const HostColorTable&) = delete;
@@ -24,21 +27,22 @@ class HostColorTable {
   // The index of thread-local storage where the host keeps the table of a thread.
   DWORD Index() const { return index_; }
   // Makes it the table of the calling thread.
-  void Bind() { TlsSetValue(index_, bytes_); }
+  void Bind() { TlsSetValue(index_, bytes_.data()); }
 
   void Set(int entry, std::uint32_t color, std::int32_t useCount, std::uint8_t flag) {
-    std::memcpy(bytes_ + 688 + 4 * entry, &color, 4);
-    std::memcpy(bytes_ + 788 + 4 * entry, &useCount, 4);
-    bytes_[884 + entry] = flag;
+    const auto i = static_cast<std::size_t>(entry);
+    std::memcpy(&bytes_[688 + 4 * i], &color, 4);
+    std::memcpy(&bytes_[788 + 4 * i], &useCount, 4);
+    bytes_[884 + i] = flag;
   }
-  int Flag(int entry) const { return bytes_[884 + entry]; }
+  int Flag(int entry) const { return bytes_[884 + static_cast<std::size_t>(entry)]; }
 
-  static constexpr int kSize = 1024;
-  const unsigned char* Bytes() const { return bytes_; }
+  // All of it, with what lies between and behind the arrays.
+  const Bytes& AsLaidOut() const { return bytes_; }
 
  private:
   DWORD index_ = 0;
-  unsigned char bytes_[kSize];
+  Bytes bytes_;
 };
 
 }  // namespace k7test

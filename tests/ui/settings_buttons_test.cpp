@@ -118,12 +118,17 @@ TEST_F(SettingsButtonsTest, ACancelledSetTableZeroLeavesTheReminder) {
   EXPECT_EQ(driver_->AnswerBox(dialog_, IDOK).caption, L"Extra Step Required");
 }
 
-TEST_F(SettingsButtonsTest, ColorSettingsSwitchesTheColorsOfTheHostsTable) {
-  HostColorTable colors;
-  colors.Set(0, 0x000000, 3, 1);
-  colors.Set(4, 0x0000FF, 1, 0);
-  onHostThread_ = [&] { colors.Bind(); };
-  Record().hostColorTlsIndex = colors.Index();
+class ColorSettingsButtonTest : public SettingsButtonsTest {
+ protected:
+  ~ColorSettingsButtonTest() override { driver_.reset(); }
+  HostColorTable colors_;
+};
+
+TEST_F(ColorSettingsButtonTest, SwitchesTheColorsOfTheHostsTable) {
+  colors_.Set(0, 0x000000, 3, 1);
+  colors_.Set(4, 0x0000FF, 1, 0);
+  onHostThread_ = [&] { colors_.Bind(); };
+  Record().hostColorTlsIndex = colors_.Index();
   Open();
   ASSERT_FALSE(Shown(IDC_CS_COLOR_SETTINGS));
   Click(dialog_, IDC_CS_ENGRAVE_BY_COLOR);
@@ -135,10 +140,9 @@ TEST_F(SettingsButtonsTest, ColorSettingsSwitchesTheColorsOfTheHostsTable) {
     EXPECT_FALSE(IsShown(box, IDC_CO_CHECK_1));
     Click(box, IDC_CO_CHECK_4);
     CloseOver(box, button);
-    EXPECT_EQ(colors.Flag(4), button == IDOK ? 1 : 0);
+    EXPECT_EQ(colors_.Flag(4), button == IDOK ? 1 : 0);
   }
   EXPECT_EQ(AllKeys(), before) << "nothing goes to the file";
-  driver_.reset();
 }
 
 class TableSetupButtonTest : public SettingsButtonsTest {

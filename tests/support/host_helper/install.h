@@ -16,12 +16,15 @@ inline std::filesystem::path HelperFolder() {
   return std::filesystem::path{folder} / L"Penfold Hatch" / L"Cache";
 }
 
-// The library lies there for the life of this; a process that has loaded it keeps it.
+// The library lies there from now on; a process that has loaded one keeps that.
 class InstalledHelper {
  public:
   // `make`: "whole", "no_destroy", "no_librarian" or "no_object". Check Works(): program files may
   // not be ours to write.
   explicit InstalledHelper(const std::string& make) {
+    // Nobody can replace a library that this process has loaded.
+    works_ = GetModuleHandleW(L"TSL_000.dll") != nullptr;
+    if (works_) return;
     wchar_t self[MAX_PATH] = L"";
     GetModuleFileNameW(nullptr, self, MAX_PATH);
     const std::filesystem::path from =
