@@ -45,6 +45,11 @@ INT_PTR CALLBACK CommandDialogProc(HWND dialog, UINT message, WPARAM wParam, LPA
   }
 }
 
+// Cancel of a dialog that has nothing to take back. [host]
+inline void CancelDialog(HWND dialog) noexcept {
+  EndDialog(dialog, IDCANCEL);
+}
+
 // Opens a dialog of this module modally on `owner`; returns what it is ended with, -1 when it
 // cannot be opened. [host]
 inline INT_PTR OpenDialog(int dialogId, HWND owner, DLGPROC procedure,

@@ -50,13 +50,9 @@ void OnOk(HWND dialog) noexcept {
   EndDialog(dialog, IDOK);
 }
 
-void OnCancel(HWND dialog) noexcept {
-  EndDialog(dialog, IDCANCEL);
-}
-
 constexpr CommandRow kCommands[] = {
     {IDOK, kAny, &OnOk},
-    {IDCANCEL, kAny, &OnCancel},
+    {IDCANCEL, kAny, &CancelDialog},
 };
 
 }  // namespace

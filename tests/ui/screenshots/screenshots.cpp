@@ -3,6 +3,7 @@
 // end. ../screenshots.sh takes the pictures.
 #include <windows.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <functional>
@@ -19,6 +20,7 @@
 #include "support/controller_id.h"
 #include "support/dialog_driver.h"
 #include "support/fake_controller.h"
+#include "support/wait_until.h"
 #include "ui/color_settings_dialog.h"
 #include "ui/dialog_state.h"
 #include "ui/resource_ids.h"
@@ -50,6 +52,8 @@ void FitEverything(DeviceState&, const SettingsFile& file) {
   file.WriteInt(keys::kSpindle, keys::kHasSpindle, 1);
   file.WriteFloat(keys::kEngraveSettings, keys::kLastCutterSet, 1.125f);
   file.WriteInt(keys::kEngraveSettings, keys::kEngraveType, 1);
+  file.WriteInt(keys::kEngraveSettings, keys::kCutterMode, 1);
+  file.WriteInt(keys::kAxisZ, keys::kAirZ, 0);
 }
 void FitNothing(DeviceState&, const SettingsFile&) {}
 void UseAirZ(DeviceState& record, const SettingsFile& file) {
@@ -84,14 +88,40 @@ void UseProfile(DeviceState& record, const SettingsFile& file) {
   GetMaterialLibraryFolder(record, path, 512);
   AppendText(path, L"\\Laminated Brass, 0.0625.ini");
   SettingsFile{path}.WriteFloat(keys::kEngraveSettings, keys::kEngraveDepth, 0.01f);
+  file.WriteText(keys::kSettings, keys::kFriendlyName, L"North Bench");
+  file.WriteFloat(keys::kEngraveSettings, keys::kEngraveSpeed, 0.75f);
+  file.WriteFloat(keys::kEngraveSettings, keys::kTraverseSpeed, 4.0f);
+  file.WriteFloat(keys::kEngraveSettings, keys::kEngraveDepth, 0.01f);
+  file.WriteInt(keys::kEngraveSettings, keys::kEngraveByColor, 1);
+  file.WriteInt(keys::kEngraveSettings, keys::kMultiPass, 1);
+  file.WriteFloat(keys::kEngraveSettings, keys::kMaxPassDepth, 0.004f);
+  file.WriteFloat(keys::kEngraveSettings, keys::kFinishPassDepth, 0.002f);
+  file.WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
   file.WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"Laminated Brass, 0.0625");
 }
 void BeBusy(DeviceState& record, const SettingsFile& file) {
   FitEverything(record, file);
   record.plungeHold = 1;
 }
+void OpenList(HWND dialog, int id) {
+  const HWND list = GetDlgItem(dialog, id);
+  SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(list), TRUE);
+  SendMessageW(list, CB_SHOWDROPDOWN, TRUE, 0);
+  // Without a window manager Wine raises the dialog over its open list, at a moment that nothing
+  // tells: the list is kept in front until that is over.
+  COMBOBOXINFO info{};
+  info.cbSize = sizeof info;
+  GetComboBoxInfo(list, &info);
+  const auto raise = [&info] {
+    for (const HWND place : {HWND_NOTOPMOST, HWND_TOPMOST}) {
+      SetWindowPos(info.hwndList, place, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+    return false;
+  };
+  k7test::WaitUntil(raise, std::chrono::seconds{1});
+}
 void OpenCutterModes(HWND dialog) {
-  PostMessageW(GetDlgItem(dialog, IDC_CS_CUTTER_MODE), CB_SHOWDROPDOWN, TRUE, 0);
+  OpenList(dialog, IDC_CS_CUTTER_MODE);
 }
 
 constexpr Layout kLayouts[] = {
@@ -153,7 +183,7 @@ void Unlock(HWND dialog) {
   k7test::Click(dialog, IDC_TS_EDIT_PERMANENT);
 }
 void OpenModes(HWND dialog) {
-  PostMessageW(GetDlgItem(dialog, IDC_TZ_MODE), CB_SHOWDROPDOWN, TRUE, 0);
+  OpenList(dialog, IDC_TZ_MODE);
 }
 
 constexpr SubLayout kSubLayouts[] = {
@@ -174,6 +204,8 @@ constexpr SubLayout kSubLayouts[] = {
 void Pose(const char* name, std::function<std::int64_t()> show, void (*arrange)(HWND)) {
   k7test::DialogDriver driver{std::move(show)};
   const HWND dialog = driver.WaitForDialog();
+  k7test::WaitUntil([&] { return SetForegroundWindow(dialog) && GetForegroundWindow() == dialog; });
+  SendMessageW(dialog, WM_NCACTIVATE, TRUE, 0);  // Wine draws its first window as one behind others
   if (arrange != nullptr) arrange(dialog);
   RECT place{};
   GetWindowRect(dialog, &place);
