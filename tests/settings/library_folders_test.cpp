@@ -6,6 +6,7 @@
 #include <string>
 
 #include "support/controller_id.h"
+#include "support/test_machine.h"
 
 namespace k7 {
 namespace {
@@ -58,6 +59,20 @@ TEST_F(LibraryFoldersTest, AskingReloadsTheSettings) {
   record_.motorStepsX = 7;
   GetTempHomeLibraryFolder(record_, nullptr, 0);
   EXPECT_EQ(record_.motorStepsX, 200);
+}
+
+// The folder is named after what then stands in the identity, as the settings file is.
+TEST(LibraryFolders, OfAControllerThatDoesNotAnswerBearTheMarkOfAnOpenQuestion) {
+  k7test::TestMachine machine;
+  machine.controller.Answer("config-get sd controller_id\n", "");
+  machine->controllerId.Set(kUnsetControllerId);
+  wchar_t buffer[512];
+  GetMaterialLibraryFolder(*machine, buffer, 512);
+  const std::filesystem::path folder = buffer;
+  EXPECT_EQ(folder.filename(), L"Material Library");
+  EXPECT_EQ(folder.parent_path().filename(), L"Monkey Magic");
+  EXPECT_TRUE(std::filesystem::is_directory(folder));
+  std::filesystem::remove_all(folder.parent_path());
 }
 
 }  // namespace
