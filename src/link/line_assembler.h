@@ -30,7 +30,7 @@ class LineAssembler {
   Step Completed(std::size_t count, bool run) noexcept;      // at once; count 0: nothing there
   Step Pending(bool run) noexcept;                           // it is outstanding now
   Step StillPending(bool run) noexcept;                      // waited, nothing yet
-  Step WaitCompleted(std::size_t count, bool run) noexcept;  // the outstanding one is over
+  Step WaitCompleted(std::size_t count, bool run) noexcept;  // the outstanding one has succeeded
   Step Failed(bool run) noexcept;                            // at once or while waited for
 
   bool IsReadOutstanding() const noexcept { return pending_; }
@@ -40,7 +40,6 @@ class LineAssembler {
   std::string_view Line() const noexcept;
 
  private:
-  Step Add(std::size_t count, bool run) noexcept;
   Step Check(std::size_t transferred, bool run) const noexcept;
 
   char bytes_[kLimit] = {};

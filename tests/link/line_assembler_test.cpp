@@ -106,14 +106,35 @@ TEST(LineAssembler, AReadThatFailsWhileItIsWaitedForIsNoLongerOutstanding) {
   EXPECT_EQ(assembler.Begin(), Step::Read);
 }
 
-TEST(LineAssembler, AnOutstandingReadThatBringsNothingEndsTheLine) {
+// KEEP: on a link whose other side has closed, a read that was waited for ends with nothing.
+TEST(LineAssembler, AReadThatWasWaitedForCountsAsAByteEvenWhenItBroughtNone) {
   LineAssembler assembler;
   assembler.Begin();
-  FeedWaiting(assembler, "abc");
-  assembler.Pending(true);
-  *assembler.Target() = '\n';  // not brought by the read: not part of the line
+  FeedWaiting(assembler, "BX\r\n");
+  assembler.Begin();
+  FeedWaiting(assembler, "QX\r");
+  EXPECT_EQ(assembler.Pending(true), Step::Wait);
   EXPECT_EQ(assembler.WaitCompleted(0, true), Step::Line);
-  EXPECT_EQ(assembler.Line(), "abc");
+  EXPECT_EQ(assembler.Line(), "QX\r\n");  // its end is that of the line before
+  EXPECT_FALSE(assembler.IsReadOutstanding());
+}
+
+TEST(LineAssembler, AWaitThatBringsNothingOnAnEmptyLineGivesAnEmptyLine) {
+  LineAssembler assembler;
+  assembler.Begin();
+  FeedWaiting(assembler, "BX\r\n");
+  assembler.Begin();
+  assembler.Pending(true);
+  EXPECT_EQ(assembler.WaitCompleted(0, true), Step::Line);
+  EXPECT_EQ(assembler.Line(), "");
+}
+
+TEST(LineAssembler, A256thByteThatAWaitOnlyCountsIsFatalToo) {
+  LineAssembler assembler;
+  assembler.Begin();
+  FeedWaiting(assembler, std::string(255, 'a'));
+  assembler.Pending(true);
+  EXPECT_EQ(assembler.WaitCompleted(0, true), Step::Fatal);
 }
 
 TEST(LineAssembler, EndsTheLineWhenTheReaderIsToStop) {
