@@ -1,7 +1,7 @@
 #include "device/identity.h"
 
-#include <chrono>
-#include <random>
+#include <ctime>
+#include <mutex>
 
 #include "device/bounded_copy.h"
 #include "device/identity_generator.h"
@@ -16,12 +16,18 @@ namespace {
 constexpr std::uint32_t kPollMs = 200;
 constexpr int kMostMisses = 3;
 
-// Stores a fresh identity here and in the controller. Seeded from the calendar clock at its full
-// resolution: two controllers that are met in the same second must not become one.
+// A fresh identity. A host may run each of its devices on a thread of its own.
+GeneratedId FreshIdentity() noexcept {
+  static std::mutex guard;
+  static IdentityNumbers numbers;
+  const std::lock_guard lock{guard};
+  numbers.SeedAt(static_cast<std::uint64_t>(std::time(nullptr)));
+  return GenerateControllerId([] { return numbers(); });
+}
+
+// Stores a fresh identity here and in the controller.
 void GiveIdentity(DeviceState& record) noexcept {
-  const auto ticks = std::chrono::system_clock::now().time_since_epoch().count();
-  std::mt19937_64 generator{static_cast<std::uint64_t>(ticks)};
-  const GeneratedId id = GenerateControllerId([&] { return generator(); });
+  const GeneratedId id = FreshIdentity();
   record.controllerId.Set(id.text);
 
   char line[256] = "config-set sd controller_id ";

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <random>
 
 namespace k7 {
 
@@ -27,5 +28,22 @@ constexpr GeneratedId GenerateControllerId(Draw draw) noexcept {
   }
   return id;
 }
+
+// The numbers behind fresh identities. Not for two threads at once. [host]
+class IdentityNumbers {
+ public:
+  // Seeds them with the calendar time in seconds. Within one second they go on instead, so that two
+  // controllers that are met in the same second do not become one.
+  void SeedAt(std::uint64_t calendarSeconds) noexcept {
+    if (calendarSeconds == seed_) return;
+    seed_ = calendarSeconds;
+    generator_.seed(calendarSeconds);
+  }
+  std::uint64_t operator()() noexcept { return generator_(); }
+
+ private:
+  std::uint64_t seed_ = 0;
+  std::mt19937_64 generator_{0};
+};
 
 }  // namespace k7

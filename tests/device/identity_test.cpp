@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <ctime>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -93,6 +94,24 @@ TEST_F(Identity, AnUnsetOneIsReplacedByAFreshOneWithoutWaitingForTheConfirmation
   ASSERT_TRUE(controller_.WaitForLine(kConfigSet + Narrow(generated) + "\n"));
   EXPECT_EQ(HandshakeOf(controller_), kQuestion + (kConfigSet + Narrow(generated)) + "\n");
   DeleteFileW(SettingsFileOf(generated).c_str());
+}
+
+TEST_F(Identity, AFreshOneIsDrawnFromTheCalendarTimeInSeconds) {
+  controller_.Answer(kQuestion, "sd: controller_id is set to 0000000000000000\r\n");
+  const std::time_t before = std::time(nullptr);
+  wchar_t copy[24] = L"";
+  ASSERT_EQ(QueryControllerId(*device_, copy, 24), 24);
+  const std::time_t after = std::time(nullptr);
+  DeleteFileW(SettingsFileOf(copy).c_str());
+  bool found = false;
+  for (std::time_t second = before; second <= after; ++second) {
+    IdentityNumbers numbers;
+    numbers.SeedAt(static_cast<std::uint64_t>(second));
+    for (int i = 0; i < 50 && !found; ++i) {  // others may have been given one in this second
+      found = std::wstring{copy} == GenerateControllerId([&] { return numbers(); }).text;
+    }
+  }
+  EXPECT_TRUE(found) << Narrow(copy);
 }
 
 // Two controllers met within the same second must not share a settings file.
