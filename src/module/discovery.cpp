@@ -24,14 +24,6 @@ void PortPath(wchar_t (&path)[kAddressCapacity], int number) noexcept {
   AppendText(path, number < 10 ? digits + 1 : digits);
 }
 
-// The liveness clock starts with the question, as if the controller had answered just now.
-void StartAliveClock(DeviceState& record) noexcept {
-  const RecordLock<aliveMutex> lock{record};
-  if (!lock) return;
-  record.lastCheckTick = TickMs();
-  if (record.lastAnswerTick == 0) record.lastAnswerTick = record.lastCheckTick;
-}
-
 }  // namespace
 
 bool ProbePort(DeviceState& record, LinkHandle port, const wchar_t* path,
@@ -39,8 +31,7 @@ bool ProbePort(DeviceState& record, LinkHandle port, const wchar_t* path,
   // One record serves every port: what the last controller said must not speak for this one.
   record.connected = 0;
   AttachLink(record, port, kLinkSerial, path);
-  StartAliveClock(record);
-  SendLine(record, "SmoothieIsConnected\n");
+  CheckAlive(record);  // asks; its result says nothing yet
   Pause(kAnswerMs);
 
   bool found = false;
