@@ -7,6 +7,9 @@
 
 namespace k7 {
 
+// The network port of a controller that is reached by TCP.
+inline constexpr wchar_t kControllerService[] = L"23";
+
 // Attaches an open serial handle or socket: makes the seven mutexes and the write queue, and starts
 // the reader thread; returns once that has announced itself or could not be started. A link that is
 // still attached is detached first. [host]
@@ -28,7 +31,8 @@ void SendLine(DeviceState& record, const char* line) noexcept;
 void PumpWrites(DeviceState& record) noexcept;
 
 // Sends "SmoothieIsConnected\n"; 1 when the last answer is at most 2000 ms old, else 0. The first
-// check after an attach counts as an answer. Also 1 when the ticks cannot be locked. [host]
+// check after an attach counts as an answer. 1 and nothing else when the ticks cannot be locked,
+// as on a detached record. [host]
 std::int32_t CheckAlive(DeviceState& record) noexcept;
 
 // The rule of CheckAlive: whether an answer at `answerMs` still counts at `nowMs`. The clock wraps.

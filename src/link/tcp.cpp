@@ -35,10 +35,6 @@ SOCKET ResolveAndConnect(const wchar_t* address, const wchar_t* service) noexcep
 
 }  // namespace
 
-SOCKET OpenTcp(const wchar_t* address) noexcept {
-  return OpenTcp(address, L"23");
-}
-
 SOCKET OpenTcp(const wchar_t* address, const wchar_t* service) noexcept {
   WSADATA ignored;
   if (WSAStartup(MAKEWORD(2, 2), &ignored) != 0) return INVALID_SOCKET;

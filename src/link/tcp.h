@@ -4,15 +4,14 @@
 #include <winsock2.h>
 
 #include "device/device_state.h"
+#include "link/link.h"
 
 namespace k7 {
 
-// Connects an overlapped socket to service "23" of `address` (a name or a number), trying its
+// Connects an overlapped socket to that service of `address` (a name or a number), trying its
 // addresses in the order in which they are resolved. INVALID_SOCKET when none accepts; Winsock is
 // then released again, else CloseLink releases it. Blocks for as long as the system tries. [host]
-SOCKET OpenTcp(const wchar_t* address) noexcept;
-// The same for another service.
-SOCKET OpenTcp(const wchar_t* address, const wchar_t* service) noexcept;
+SOCKET OpenTcp(const wchar_t* address, const wchar_t* service = kControllerService) noexcept;
 
 // Closes a link after its detach: the serial handle, or the socket and with it Winsock. Null and
 // other link types: nothing. [host]

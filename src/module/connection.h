@@ -2,12 +2,10 @@
 #pragma once
 
 #include "device/smoothieboard.h"
+#include "link/link.h"
 #include "module/controller_table.h"
 
 namespace k7 {
-
-// The service of a controller on the network.
-inline constexpr wchar_t kControllerService[] = L"23";
 
 // Opens the entry's link, makes a device on it and, when the controller answers, settles its
 // identity, switches the motors on and sends the start-up lines: about a second. Null when the link
