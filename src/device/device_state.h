@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "device/bounded_copy.h"
 #include "device/polled.h"
 #include "device/shared_text.h"
 #include "k7/driver.h"
@@ -58,13 +59,15 @@ inline constexpr std::uint32_t kRampDown = 1;
 inline constexpr std::uint32_t kRampIdle = 2;
 
 struct DeviceState {
+  DeviceState() noexcept { CopyText(friendlyName, kDefaultFriendlyName); }
+
   std::uint32_t interfaceVersion = 998;
   std::uint64_t reservedWord = 0;
 
   // Link.
   Polled<LinkHandle> linkHandle{nullptr};  // serial handle or socket; null when detached
   SharedText<kIdCapacity> controllerId{kUnsetControllerId};  // written by [reader], polled
-  wchar_t friendlyName[kNameCapacity] = L"K7 System Controller";
+  wchar_t friendlyName[kNameCapacity] = L"";                 // shown by the host
   Polled<std::uint8_t> readerRun{0};    // 1 keeps the reader running; 0 asks it to stop
   Polled<std::uint8_t> readerAlive{0};  // 1 while the reader runs
   Polled<std::uint8_t> connected{0};    // 1 once the controller has answered; set by [reader]

@@ -21,7 +21,7 @@ class SharedText {
 
   // Replaces the text, cut to the capacity; null counts as empty.
   void Set(const wchar_t* text) noexcept {
-    Value next;
+    Value next{};
     CopyText(next.text, text);
     const std::lock_guard lock{guard_};
     value_ = next;
