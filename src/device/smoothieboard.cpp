@@ -304,6 +304,7 @@ std::uint32_t Smoothieboard::MoveBeadToolTo(std::uint32_t xSteps, std::uint32_t 
 void Smoothieboard::AttachLink(LinkHandle link, std::uint32_t linkType,
                                const wchar_t* portName) noexcept {
   if (record_ == nullptr) return;
+  EndWorkers(*record_);  // a jog uses the mutexes that are closed and made anew here
   if (link == nullptr) return DetachLink(*record_, linkType);
   k7::AttachLink(*record_, link, linkType, portName);
 }

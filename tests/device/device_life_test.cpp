@@ -122,6 +122,30 @@ TEST_F(DeviceLife, DetachesALinkThatIsStillAttached) {
   EXPECT_TRUE(GetHandleInformation(controller.DriverEnd(), &flags));
 }
 
+// A jog polls under the mutexes that a detach closes.
+TEST_F(DeviceLife, ADetachEndsAJogFirst) {
+  FakeController controller;
+  Smoothieboard* const device = Make(0);
+  device->AttachLink(controller.DriverEnd(), kLinkSerial, L"fake");
+  DeviceState& record = *device->Record();
+  // A worker as the jog's: runs until it is asked to stop, then still needs its mutex.
+  record.jogThread = CreateThread(
+      nullptr, 0,
+      [](void* context) -> DWORD {
+        auto& state = *static_cast<DeviceState*>(context);
+        while (state.stopWorkers == 0) Sleep(1);
+        Sleep(50);
+        state.lastX = state.mutexes[flightMutex] != nullptr ? 1 : -1;
+        return 0;
+      },
+      &record, 0, nullptr);
+  ASSERT_NE(record.jogThread, nullptr);
+  device->AttachLink(nullptr, kLinkNone, nullptr);
+  EXPECT_EQ(record.jogThread, nullptr);
+  EXPECT_EQ(record.lastX, 1);
+  device->DeleteSelf(1);
+}
+
 TEST_F(DeviceLife, SendsNothingWhenMadeAndWhenEnded) {
   FakeController controller;
   Smoothieboard* const device = Make(0);
