@@ -230,6 +230,25 @@ const std::map<std::string, Command>& DeviceCommands() {
          d.device->GetSettingsFilePath(path, 512);
          return Narrow(path);
        }},
+      // Speed, parity, stop bits, time-outs and event mask of the serial port.
+      {"port",
+       [](Driver& d, const Words&) {
+         DCB line{};
+         line.DCBlength = sizeof line;
+         COMMTIMEOUTS times{};
+         DWORD events = 0;
+         const HANDLE port = d.device->GetLinkHandle();
+         if (!GetCommState(port, &line) || !GetCommTimeouts(port, &times) ||
+             !GetCommMask(port, &events)) {
+           return std::string{"no port"};
+         }
+         return Text(line.BaudRate) + " " + Text(line.Parity) + " " + Text(line.StopBits) +
+                ", time-outs " + Text(times.ReadIntervalTimeout) + " " +
+                Text(times.ReadTotalTimeoutMultiplier) + " " +
+                Text(times.ReadTotalTimeoutConstant) + " " +
+                Text(times.WriteTotalTimeoutMultiplier) + " " +
+                Text(times.WriteTotalTimeoutConstant) + ", events " + Text(events);
+       }},
       {"resolution",
        [](Driver& d, const Words&) {
          return Text(static_cast<long long>(d.device->GetXStepsPerUnit())) + " " +
