@@ -9,9 +9,10 @@
 // - Text is UTF-16, zero terminated; a copy into a caller's buffer of `size` characters is cut to
 //   size - 1 characters and always terminated.
 // - No exception crosses the boundary. Failures are silent: the neutral value comes back.
-// - Thread tags: [host] = call from the one thread that owns the device; [any] = any thread. An
-//   operation tagged [host] lets messages *sent* to that thread's windows through while it waits;
-//   posted messages stay queued.
+// - Thread tags: [host] = call from the one thread that owns the device; [any] = from any thread,
+//   but not while a [host] operation is changing the very thing (loading the settings, setting a
+//   name, attaching). An operation tagged [host] lets messages *sent* to that thread's windows
+//   through while it waits; posted messages stay queued.
 // - "No connection" means that the controller has not answered yet. Operations whose comment does
 //   not mention it work the same with and without a connection.
 #pragma once
@@ -36,16 +37,19 @@ K7_API int32_t EnumerateControllers() noexcept;
 
 // Copies the identity and the friendly name of table entry `index` (0 to 9; anything else does
 // nothing) into the buffers, each of `size` characters, each null allowed. An entry beyond the last
-// count gives empty texts. [any]
+// count gives empty texts; a `size` below 1 copies nothing. [host]
 K7_API void GetControllerInfo(int32_t index, wchar_t* id, wchar_t* name, int32_t size) noexcept;
 
 // Looks for controllers afresh, connects to the one whose identity equals `controllerId` exactly
-// and makes it ready. Blocks for about a second on top of the search. Result: the device, the
-// host's until it is released, or null. [host]
+// (letter case included) and makes it ready: settings loaded, motors on, millimetres, absolute
+// positions. Blocks for about a second on top of the search. Result: the device, the host's until
+// it is released; null when it was not found, its port did not open or it did not answer, and for
+// null, without a search. [host]
 K7_API k7::IEngraver* ConnectToController(const wchar_t* controllerId) noexcept;
 
-// Ends a jog or ramp under way, switches the motors off, closes the link and destroys the device;
-// null is ignored. [host]
+// Ends a jog or ramp under way, switches the motors off, closes the link, keeps the present
+// location in the settings file and destroys the device; null is ignored. Never from a notification
+// callback. [host]
 K7_API void ReleaseController(k7::IEngraver* device) noexcept;
 
 }  // extern "C"

@@ -32,12 +32,14 @@ class IEngraver : public ISurface {
   // file is not written. Without a record: nothing. [host]
   virtual void SetFriendlyName(const wchar_t* name) noexcept = 0;
   // 39: asks the controller for a sign of life and tells whether the last one is at most 2000 ms
-  // old: 1, else 0. Without a record: 0. [host]
+  // old: 1, else 0. The first question after an attach counts as answered. Without a record: 0;
+  // without a link: 1, nothing sent. [host]
   virtual int32_t CheckAlive() noexcept = 0;
-  // 40: shows the settings dialog, modal to `parent`. `mode` 1: before a job (offers to set the
-  // table home first); `allowRun` non-zero: the user may change settings and run; `initParam`: two
-  // 16-bit words handed on to the tool-offset prompts (low word X, high word Y, thousandths);
-  // `showGrid` 0 hides the grid speed. Result: a kSettings number. Without a record: 2. [host]
+  // 40: shows the settings dialog, modal to `parent`. `mode` 1: before a job (makes sure of the
+  // table home first, as slot 70); `allowRun` non-zero: the user may change settings and run;
+  // `initParam`: two 16-bit words handed on to the tool-offset prompts (low word X, high word Y,
+  // thousandths); `showGrid` 0 hides the grid speed. Result: a kSettings number. Without a
+  // record: 2. [host]
   virtual int64_t ShowSettingsDialog(WindowHandle parent, uint32_t mode, uint32_t allowRun,
                                      uint64_t initParam, uint32_t showGrid) noexcept = 0;
   // 41: window and message told, each time the controller gives a sign of life, by SendMessageW
@@ -73,7 +75,8 @@ class IEngraver : public ISurface {
   // record or a connection: nothing. [host]
   virtual void SyncCurrentLocation(uint32_t xSteps, uint32_t ySteps, uint8_t flag) noexcept = 0;
   // 51: the same as a quiet job of its own with the spindle at full speed; `roundFlag` 1 switches
-  // the round fixture off for the travel. Without a record or a connection: nothing. [host]
+  // the round fixture off for the travel. Without a record: nothing; without a connection nothing
+  // is sent. [host]
   virtual void GoToAsJob(uint32_t xSteps, uint32_t ySteps, uint8_t roundFlag) noexcept = 0;
   // 52: adds the table home in host steps to *x and *y (null allowed) and sends msgPosition to the
   // notify window. Without a record, a window or that message: nothing. [host]
@@ -84,7 +87,7 @@ class IEngraver : public ISurface {
   // 54: jogs one axis in small steps on a thread of its own for as long as the virtual key `key` is
   // held (at least one step); sends `endMessage` (0, 0) to the notify window when it has ended.
   // `direction` and `speedMode`: kJog numbers. Refused while a jog runs or a job is open. Without a
-  // record: nothing. [host]
+  // record: nothing; without a connection nothing moves, and the end message comes. [host]
   virtual void StartJog(uint32_t direction, uint32_t speedMode, uint32_t key,
                         uint32_t endMessage) noexcept = 0;
   // 55: waits, without bound, until every move has been carried out, then keeps `hold` (1: the next
@@ -96,7 +99,8 @@ class IEngraver : public ISurface {
   // nothing. [host]
   virtual uint32_t HomeTable() noexcept = 0;
   // 57: position in thousandths from the table home: X, Y and that of the round fixture (each null
-  // allowed). Without a record: outputs untouched. [host]
+  // allowed). With `round` given and a fixture active it is switched off meanwhile, about 2 s.
+  // Without a record: outputs untouched. [host]
   virtual void GetMachinePosition(int32_t* x, int32_t* y, int32_t* round) noexcept = 0;
   // 58: position for display in thousandths: as slot 57, but with a round fixture active the axis
   // that it replaces shows where that axis was parked. Without a record: outputs untouched. [host]
@@ -108,7 +112,8 @@ class IEngraver : public ISurface {
   // 60: placeholder, does nothing. [any]
   virtual void Reserved60() noexcept = 0;
   // 61: spindle by a kSpindle number; waits 750 ms when the speed changes. Without a record or a
-  // spindle, or with air Z: nothing. [host]
+  // spindle, or with air Z: nothing; without a connection only kSpindleInhibit and kSpindleRelease
+  // are kept. [host]
   virtual void SetSpindle(uint32_t command) noexcept = 0;
   // 62: asks the controller for its X, Y and Z limit and its Z proximity switch, 1 closed, 0 open
   // (each null allowed). Without a record, a connection or all four switches fitted, or while a job
@@ -152,8 +157,9 @@ class IEngraver : public ISurface {
   virtual uint32_t MoveBeadToolTo(uint32_t xSteps, uint32_t ySteps) noexcept = 0;
   // 76: attaches an open link (`linkType` a kLink number, `portName` at most 15 characters, null
   // for none) and starts its reader thread; a null `link` detaches: asks the reader to stop and
-  // waits for it, without bound. The link itself stays the caller's to close. Without a record:
-  // nothing. Never from a notification callback. [host]
+  // waits for it, without bound, and makes `linkType` the type. Either ends a jog or ramp under way
+  // first. The link itself stays the caller's to close. Without a record: nothing. Never from a
+  // notification callback. [host]
   virtual void AttachLink(LinkHandle link, uint32_t linkType, const wchar_t* portName) noexcept = 0;
   // 77: 1 once the controller has answered. Without a record: 0. [any]
   virtual uint8_t IsConnected() noexcept = 0;
@@ -277,7 +283,8 @@ class IEngraver : public ISurface {
   virtual LinkHandle GetLinkHandle() noexcept = 0;
   // 125: keeps the present location in the settings file and ends the object; frees its memory when
   // bit 0 of `flags` is set. Use ReleaseController instead, which closes the link first. Result:
-  // the object's address. [host]
+  // the object's address. Without a record nothing is kept. Never from a notification callback.
+  // [host]
   virtual void* DeleteSelf(uint32_t flags) noexcept = 0;
 
  protected:
