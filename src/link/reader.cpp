@@ -136,7 +136,7 @@ void StartReader(DeviceState& record) noexcept {
 
 void JoinReader(DeviceState& record) noexcept {
   if (record.readerThread == nullptr) return;
-  WaitForSingleObject(record.readerThread, INFINITE);
+  PollUntil(1, [&] { return WaitForSingleObject(record.readerThread, 0) != WAIT_TIMEOUT; });
   CloseHandle(record.readerThread);
   record.readerThread = nullptr;
 }

@@ -9,8 +9,9 @@ namespace k7 {
 // could not be started. It runs while readerRun is 1. [host]
 void StartReader(DeviceState& record) noexcept;
 
-// Waits until the thread of a reader that has been asked to stop is gone; without bound. Without
-// one: returns at once. [host]
+// Waits until the thread of a reader that has been asked to stop is gone; without bound, but
+// letting sent messages through: it may be telling a window of this very thread. Without one:
+// returns at once. [host]
 void JoinReader(DeviceState& record) noexcept;
 
 }  // namespace k7
