@@ -11,8 +11,8 @@ namespace k7 {
 namespace {
 
 using ReachMachine = k7test::Reach;
+using k7test::HostMessage;
 using k7test::SettingsFileOf;
-using k7test::WaitUntil;
 
 TEST_F(ReachMachine, TravellingAndGoingTo) {
   EXPECT_EQ(device_.TravelTo(400, 800), kStatusSent);
@@ -88,12 +88,14 @@ TEST_F(ReachMachine, TheSpindle) {
   EXPECT_EQ(device_.GetSpindleValue(), 13000u);
   EXPECT_FALSE(device_.StartSpindleRamp(0, window_.Handle(), WM_APP + 20, 0));  // at its end
   EXPECT_TRUE(device_.StartSpindleRamp(1, window_.Handle(), WM_APP + 20, 0));
-  EXPECT_TRUE(WaitUntil([&] { return window_.Has({WM_APP + 20, device_.GetSpindleValue(), 0}); }));
+  ASSERT_TRUE(window_.WaitFor(WM_APP + 20));
+  EXPECT_EQ(window_.Seen().back(), (HostMessage{WM_APP + 20, device_.GetSpindleValue(), 0}));
 }
 
 TEST_F(ReachMachine, TheJog) {
   device_.StartJog(kJogXPlus, kJogSlow, 0, WM_APP + 10);
-  EXPECT_TRUE(WaitUntil([&] { return window_.Has({WM_APP + 10, 0, 0}); }));
+  ASSERT_TRUE(window_.WaitFor(WM_APP + 10));
+  EXPECT_EQ(window_.Seen().back(), (HostMessage{WM_APP + 10, 0, 0}));
   EXPECT_GT(record_.lastX, 0);
   EXPECT_EQ(record_.lastY, 0);
 }

@@ -10,6 +10,7 @@
 namespace k7 {
 namespace {
 
+using k7test::HostMessage;
 using k7test::kSurface;
 using k7test::Reach;
 using k7test::SettingsFileOf;
@@ -85,7 +86,7 @@ TEST_F(Reach, ThePositions) {
   EXPECT_EQ(y, 202);
   record_.lastZ = 55;
   device_.HomeCutter();
-  EXPECT_TRUE(window_.Has({kSurface, 8000, 55}));
+  EXPECT_EQ(window_.Seen().back(), (HostMessage{kSurface, 8000, 55}));
 }
 
 TEST_F(Reach, TheSettings) {

@@ -4,54 +4,63 @@
 
 #include <atomic>
 #include <thread>
+#include <vector>
+
+#include "support/host_window.h"
+#include "support/watchdog.h"
 
 namespace k7 {
 namespace {
 
-LRESULT CALLBACK CountingProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_APP) {
-    ++*reinterpret_cast<std::atomic<int>*>(wParam);
-    return 1;
-  }
-  return DefWindowProcW(window, message, wParam, lParam);
-}
-
-HWND MakeWindow() {
-  const HWND window = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                                      GetModuleHandleW(nullptr), nullptr);
-  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CountingProcedure));
-  return window;
-}
+using k7test::HostMessage;
+using k7test::HostWindow;
+using k7test::Watchdog;
 
 // A reader that notifies by SendMessageW must not dead-lock with a host whose window lives on the
 // thread that waits inside the driver.
-TEST(PollUntil, LetsSentMessagesThroughAndLeavesPostedOnesQueued) {
-  for (const std::uint32_t everyMs : {0u, 10u}) {
-    const HWND window = MakeWindow();
-    std::atomic<int> seen{0};
-    std::atomic<bool> answered{false};
-    PostMessageW(window, WM_APP + 1, 7, 0);
-    std::thread sender{
-        [&] { answered = SendMessageW(window, WM_APP, reinterpret_cast<WPARAM>(&seen), 0) == 1; }};
-    PollUntil(everyMs, [&] { return answered.load(); });
-    sender.join();
-    EXPECT_EQ(seen, 1);
-    MSG posted;
-    EXPECT_TRUE(PeekMessageW(&posted, window, WM_APP + 1, WM_APP + 1, PM_REMOVE));
-    DestroyWindow(window);
+class Waits : public testing::Test {
+ protected:
+  // Sends the window a message from another thread; posts it another first.
+  Waits() {
+    PostMessageW(window_.Handle(), WM_APP + 1, 7, 0);
+    sender_ = std::thread{[this] {
+      SendMessageW(window_.Handle(), WM_APP, 0, 0);
+      answered_ = true;
+    }};
   }
+  ~Waits() override { sender_.join(); }
+
+  void ExpectTheSentMessageAlone() {
+    EXPECT_EQ(window_.Seen(), (std::vector<HostMessage>{{WM_APP, 0, 0}}));
+    MSG posted;
+    EXPECT_TRUE(PeekMessageW(&posted, window_.Handle(), WM_APP + 1, WM_APP + 1, PM_REMOVE));
+  }
+
+  Watchdog watchdog_;
+  HostWindow window_{HostWindow::Lives::OnThisThread};
+  std::atomic<bool> answered_{false};
+  std::thread sender_;
+};
+
+TEST_F(Waits, BySpinningLetSentMessagesThroughAndLeavePostedOnesQueued) {
+  PollUntil(0, [&] { return answered_.load(); });
+  ExpectTheSentMessageAlone();
 }
 
-TEST(Pause, LetsSentMessagesThroughAndLastsItsTime) {
-  const HWND window = MakeWindow();
-  std::atomic<int> seen{0};
-  std::thread sender{[&] { SendMessageW(window, WM_APP, reinterpret_cast<WPARAM>(&seen), 0); }};
+TEST_F(Waits, ByPollingLetSentMessagesThroughAndLeavePostedOnesQueued) {
+  PollUntil(10, [&] { return answered_.load(); });
+  ExpectTheSentMessageAlone();
+}
+
+TEST_F(Waits, OfAGivenTimeLetSentMessagesThroughAndLastTheirTime) {
+  std::uint32_t rounds = 0;
   const std::uint32_t start = TickMs();
-  Pause(200);
-  EXPECT_GE(TickMs() - start, 200u);
-  sender.join();
-  EXPECT_EQ(seen, 1);
-  DestroyWindow(window);
+  while (!answered_) {
+    Pause(200);
+    ++rounds;
+  }
+  EXPECT_GE(TickMs() - start, 200u * rounds);
+  ExpectTheSentMessageAlone();
 }
 
 TEST(ReadLocked, AnswersTheOtherValueWhenThereIsNoMutex) {

@@ -6,51 +6,13 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "device/smoothieboard.h"
 #include "support/attached_device.h"
 #include "support/controller_id.h"
+#include "support/host_window.h"
 
 namespace k7test {
-
-struct ReachMessage {
-  UINT number;
-  WPARAM wParam;
-  LPARAM lParam;
-  bool operator==(const ReachMessage&) const = default;
-};
-
-// A host's window on the test's own thread: keeps the messages of the driver.
-class ReachWindow {
- public:
-  ReachWindow() {
-    window_ = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                              GetModuleHandleW(nullptr), nullptr);
-    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure));
-  }
-  ~ReachWindow() { DestroyWindow(window_); }
-  HWND Handle() const { return window_; }
-  bool Has(const ReachMessage& message) {
-    MSG sent;
-    PeekMessageW(&sent, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
-    for (const ReachMessage& seen : seen_) {
-      if (seen == message) return true;
-    }
-    return false;
-  }
-
- private:
-  static LRESULT CALLBACK Procedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam) {
-    auto* const self = reinterpret_cast<ReachWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (number >= WM_APP) self->seen_.push_back({number, wParam, lParam});
-    return DefWindowProcW(window, number, wParam, lParam);
-  }
-
-  HWND window_ = nullptr;
-  std::vector<ReachMessage> seen_;
-};
 
 inline constexpr UINT kPosition = WM_APP + 4;
 inline constexpr UINT kSurface = WM_APP + 5;
@@ -70,7 +32,7 @@ class Reach : public ::testing::Test {
 
   const std::wstring id_ = FreshControllerId();
   FakeController controller_;
-  ReachWindow window_;
+  HostWindow window_{HostWindow::Lives::OnThisThread};
   k7::Smoothieboard device_{std::make_unique<k7::DeviceState>()};
   k7::DeviceState& record_ = *device_.Record();
 };

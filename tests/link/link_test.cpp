@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <string>
 
 #include "device/polling.h"
@@ -74,6 +75,31 @@ TEST_P(Link, DetachStoresTheTypeThatItIsGiven) {
   AttachLink(record, controller_.DriverEnd(), GetParam(), L"name");
   DetachLink(record, kLinkTcp);
   EXPECT_EQ(record.linkType, kLinkTcp);
+}
+
+// The reader's own last steps go by the type.
+TEST_P(Link, DetachKeepsTheTypeUntilTheReaderHasEnded) {
+  struct Seen {
+    DeviceState& record;
+    std::atomic<bool> told{false};
+    std::atomic<std::uint32_t> linkType{99};
+  };
+  DeviceState record;
+  Seen seen{record};
+  AttachLink(record, controller_.DriverEnd(), GetParam(), L"name");
+  record.ackRing[0] = CommandTag::Move;
+  record.notifyContext = reinterpret_cast<std::uint64_t>(&seen);
+  record.notifyCallback = [](std::uint32_t, std::uint64_t context) {
+    auto& now = *reinterpret_cast<Seen*>(context);
+    now.told = true;
+    WaitUntil([&] { return now.record.readerRun == 0; });
+    now.linkType = now.record.linkType;
+  };
+  controller_.Say("QX\r\n");
+  ASSERT_TRUE(WaitUntil([&] { return seen.told.load(); }));
+  DetachLink(record, kLinkNone);
+  EXPECT_EQ(seen.linkType, GetParam());
+  EXPECT_EQ(record.linkType, kLinkNone);
 }
 
 TEST_P(Link, DetachOfAReaderThatWaitsTakesAtMostItsWaitAndOnePoll) {
@@ -194,39 +220,47 @@ TEST(CheckAlive, RightAfterAttachIs1AndCountsAsAnAnswer) {
   EXPECT_TRUE(controller.WaitForLine("SmoothieIsConnected\n"));
 }
 
-TEST(CheckAlive, SendsItsLineAlsoWhenTheControllerIsSilent) {
-  FakeController controller;
-  AttachedDevice device{controller};
-  device->lastAnswerTick = TickMs() - 2001;
-  EXPECT_EQ(CheckAlive(*device), 0);
-  EXPECT_TRUE(controller.WaitForLine("SmoothieIsConnected\n"));
+TEST(CheckAlive, GoesByTheAgeOfTheLastAnswerAndAsksInAnyCase) {
+  constexpr struct {
+    std::uint32_t ageMs;
+    std::int32_t want;
+  } kCases[] = {{500, 1}, {2001, 0}, {60000, 0}};
+  for (const auto& c : kCases) {
+    FakeController controller;
+    AttachedDevice device{controller};
+    device->lastAnswerTick = TickMs() - c.ageMs;
+    EXPECT_EQ(CheckAlive(*device), c.want) << c.ageMs;
+    EXPECT_TRUE(controller.WaitForLine("SmoothieIsConnected\n"));
+  }
 }
 
-TEST(CheckAlive, AnAnswerThatIsRecentIs1) {
+TEST(CheckAlive, OnADetachedRecordIs1AndNothingElse) {
   FakeController controller;
-  AttachedDevice device{controller};
-  device->lastAnswerTick = TickMs() - 500;
-  EXPECT_EQ(CheckAlive(*device), 1);
-}
-
-TEST(CheckAlive, WithoutTheMutexIs1) {
   DeviceState record;
+  AttachLink(record, controller.DriverEnd(), kLinkSerial, L"fake");
+  DetachLink(record, kLinkNone);
+  record.lastCheckTick = 5;
   record.lastAnswerTick = TickMs() - 9000;
+  const std::uint32_t answered = record.lastAnswerTick;
   EXPECT_EQ(CheckAlive(record), 1);
+  EXPECT_EQ(record.lastCheckTick, 5u);
+  EXPECT_EQ(record.lastAnswerTick, answered);
+  EXPECT_TRUE(controller.Lines().empty());
 }
 
-TEST(IsRecentAnswer, At2000MsYesAt2001MsNo) {
-  EXPECT_TRUE(IsRecentAnswer(10000, 10000));
-  EXPECT_TRUE(IsRecentAnswer(12000, 10000));
-  EXPECT_FALSE(IsRecentAnswer(12001, 10000));
-}
-
-TEST(IsRecentAnswer, TakesTheDistanceEitherWayAndAcrossTheWrapOfTheClock) {
-  EXPECT_TRUE(IsRecentAnswer(10000, 12000));
-  EXPECT_FALSE(IsRecentAnswer(10000, 12001));
-  EXPECT_TRUE(IsRecentAnswer(1000, 0u - 1000u));
-  EXPECT_FALSE(IsRecentAnswer(1001, 0u - 1000u));
-  EXPECT_FALSE(IsRecentAnswer(0x80000000u, 0));
+TEST(IsRecentAnswer, At2000MsYesAt2001MsNoEitherWayAndAcrossTheWrapOfTheClock) {
+  constexpr struct {
+    std::uint32_t nowMs, answerMs;
+    bool want;
+  } kCases[] = {
+      {10000, 10000, true},      {12000, 10000, true},      {12001, 10000, false},
+      {10000, 12000, true},      {10000, 12001, false},  // the reader's clock was read later
+      {1000, 0u - 1000u, true},  {1001, 0u - 1000u, false}, {0u - 1000u, 1000, true},
+      {0u - 1000u, 1001, false}, {0x80000000u, 0, false},   {0, 0x80000000u, false},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(IsRecentAnswer(c.nowMs, c.answerMs), c.want) << c.nowMs << " " << c.answerMs;
+  }
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <mutex>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,8 +15,8 @@
 #include "device/polling.h"
 #include "device/record_lock.h"
 #include "support/attached_device.h"
-#include "support/calling_thread_window.h"
 #include "support/fake_controller.h"
+#include "support/host_window.h"
 #include "support/wait_until.h"
 #include "support/watchdog.h"
 
@@ -23,15 +24,16 @@ namespace k7 {
 namespace {
 
 using k7test::AttachedDevice;
-using k7test::CallingThreadWindow;
 using k7test::FakeController;
-using k7test::SentMessage;
+using k7test::HostMessage;
+using k7test::HostWindow;
 using k7test::WaitUntil;
 using k7test::Watchdog;
 
 constexpr std::uint32_t kQueued = WM_APP + 1;
 constexpr std::uint32_t kStarted = WM_APP + 2;
 constexpr std::uint32_t kFinished = WM_APP + 3;
+constexpr std::uint32_t kClockStepMs = 10;  // two looks at the clock may miss this much
 
 // A host's callback: it keeps what it is told.
 class Listener {
@@ -61,27 +63,12 @@ class Notify : public testing::Test {
     device_->jobOpen = 1;
   }
 
-  void Listen() {
-    device_->notifyContext = listener_.Context();
+  void Listen(Listener& listener) {
+    device_->notifyContext = listener.Context();
     device_->notifyCallback = &Listener::Hear;
   }
 
   void SetTag(CommandTag tag) { device_->ackRing[0] = tag; }
-
-  void RaiseWaitFlag() {
-    const RecordLock<waitMutex> lock{*device_};
-    device_->waitFlag = 1;
-  }
-  int WaitFlag() {
-    return ReadLocked<waitMutex>(*device_, -1, [&] { return device_->waitFlag; });
-  }
-
-  // Says `bytes` and waits until the reader has carried them out.
-  void Say(const std::string& bytes) {
-    device_->tableHomed = 77;
-    controller_.Say(bytes + "TableIsHomedTRUE\r\n");
-    ASSERT_TRUE(WaitUntil([&] { return device_->tableHomed == 1; }));
-  }
 
   using Messages = std::vector<std::uint32_t>;
 
@@ -91,263 +78,209 @@ class Notify : public testing::Test {
   AttachedDevice device_{controller_};
 };
 
-TEST_F(Notify, AMoveIsToldAtEveryStage) {
-  Listen();
-  SetTag(CommandTag::Move);
-  Say("QX\r\nBX\r\nEX\r\n");
-  EXPECT_EQ(listener_.Messages(), (Messages{kQueued, kStarted, kFinished}));
-}
-
-TEST_F(Notify, ALoneDwellIsToldAtEveryStage) {
-  Listen();
-  SetTag(CommandTag::LoneDwell);
-  Say("QX\r\nBX\r\nEX\r\n");
-  EXPECT_EQ(listener_.Messages(), (Messages{kQueued, kStarted, kFinished}));
+TEST_F(Notify, AMoveAndALoneDwellAreToldAtEveryStage) {
+  for (const CommandTag tag : {CommandTag::Move, CommandTag::LoneDwell}) {
+    Listener listener;
+    Listen(listener);
+    device_->queuedIndex = device_->startedIndex = device_->finishedIndex = 0;
+    SetTag(tag);
+    ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
+    EXPECT_EQ(listener.Messages(), (Messages{kQueued, kStarted, kFinished}));
+  }
 }
 
 TEST_F(Notify, OtherTagsAreNeverTold) {
-  Listen();
+  Listen(listener_);
   for (const CommandTag tag : {CommandTag::None, CommandTag::Plunge, CommandTag::JogStep,
                                CommandTag::Lift, static_cast<CommandTag>(200)}) {
     device_->queuedIndex = device_->startedIndex = device_->finishedIndex = 0;
     SetTag(tag);
-    Say("QX\r\nBX\r\nEX\r\n");
+    ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
     EXPECT_EQ(device_->finishedIndex, 1);
   }
   EXPECT_TRUE(listener_.Messages().empty());
 }
 
-TEST_F(Notify, AJogStepChangesOnlyTheRunningCountAndItsIndex) {
-  Listen();
-  SetTag(CommandTag::JogStep);
-  RaiseWaitFlag();
-  device_->blocksRunning = 1;
-  device_->engraveDelayMs = 1;
-  Say("EX\r\n");
-  EXPECT_EQ(BlocksRunning(*device_), 0);
-  EXPECT_EQ(device_->finishedIndex, 1);
-  EXPECT_EQ(WaitFlag(), 1);
-  EXPECT_TRUE(listener_.Messages().empty());
-  EXPECT_TRUE(controller_.Lines().empty());
-}
-
 TEST_F(Notify, QuietMovesAndJogsAreSilent) {
-  Listen();
+  Listen(listener_);
   SetTag(CommandTag::Move);
   device_->quietMoves = 1;
-  Say("QX\r\nBX\r\nEX\r\n");
+  ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
   device_->quietMoves = 0;
   device_->jogActive = 1;
-  Say("QX\r\nBX\r\nEX\r\n");
+  ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
   EXPECT_TRUE(listener_.Messages().empty());
   device_->jogActive = 0;
-  Say("QX\r\n");
+  ASSERT_TRUE(device_.Hear("QX\r\n"));
   EXPECT_EQ(listener_.Messages(), Messages{kQueued});  // with the tag that nobody has taken
 }
 
 TEST_F(Notify, TheWindowIsToldWithZeros) {
-  CallingThreadWindow window;
-  device_->ownerWindow = window.Get();
+  HostWindow window{HostWindow::Lives::OnThisThread};
+  device_->ownerWindow = window.Handle();
   SetTag(CommandTag::Move);
   controller_.Say("QX\r\nBX\r\nEX\r\n");
-  ASSERT_TRUE(window.WaitForMessages(3));
-  const DWORD here = GetCurrentThreadId();
-  EXPECT_EQ(window.Messages(),
-            (std::vector<SentMessage>{
-                {kQueued, 0, 0, here}, {kStarted, 0, 0, here}, {kFinished, 0, 0, here}}));
+  ASSERT_TRUE(window.WaitFor(kFinished));
+  EXPECT_EQ(window.Seen(),
+            (std::vector<HostMessage>{{kQueued, 0, 0}, {kStarted, 0, 0}, {kFinished, 0, 0}}));
 }
 
 TEST_F(Notify, ACallbackIsToldInsteadOfTheWindow) {
-  CallingThreadWindow window;
-  device_->ownerWindow = window.Get();
-  Listen();
+  HostWindow window{HostWindow::Lives::OnThisThread};
+  device_->ownerWindow = window.Handle();
+  Listen(listener_);
   SetTag(CommandTag::Move);
-  Say("QX\r\nBX\r\nEX\r\n");
+  ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
   EXPECT_EQ(listener_.Messages().size(), 3u);
-  EXPECT_TRUE(window.Messages().empty());
+  EXPECT_TRUE(window.Seen().empty());
 }
 
 TEST_F(Notify, WithNobodyToTellTheTagsStillAdvance) {
   SetTag(CommandTag::Move);
-  Say("QX\r\nBX\r\nEX\r\n");
+  ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
   EXPECT_EQ(device_->queuedIndex, 1);
   EXPECT_EQ(device_->startedIndex, 1);
   EXPECT_EQ(device_->finishedIndex, 1);
 }
 
-TEST_F(Notify, WithNobodyToTellTheToolsAreNotSwitchedEither) {
-  device_->cutterMode = kCutterAirZ;
-  device_->engraveDelayMs = 1;
-  const std::uint32_t dwellsBefore = totalDwellMs;
-  for (const CommandTag tag : {CommandTag::Plunge, CommandTag::Lift, CommandTag::LoneDwell}) {
-    device_->finishedIndex = 0;
-    SetTag(tag);
-    RaiseWaitFlag();
-    Say("EX\r\n");
-    EXPECT_EQ(WaitFlag(), 1);
-  }
-  EXPECT_TRUE(controller_.Lines().empty());
-  EXPECT_EQ(totalDwellMs, dwellsBefore);
+// What the end of a tracked line does to the tool, and what the host is told of it.
+struct ToolCase {
+  const char* name;
+  CommandTag tag;
+  std::uint32_t cutterMode;
+  std::int32_t delayMs;
+  std::uint8_t dontLowerAirZ;
+  bool hostListens;
+
+  std::uint8_t waitFlag;       // raised before
+  const char* sent;            // to the controller
+  std::uint32_t sleepsMs;      // at least; below 4 s more
+  std::uint32_t dwellsMs;      // at least; 0: none
+  const char* finishedIsTold;  // "" or "finished"
+};
+
+void PrintTo(const ToolCase& row, std::ostream* out) {
+  *out << row.name;
 }
 
-TEST_F(Notify, AnAirPlungeSwitchesTheHeadOnAndGivesItItsTime) {
-  Listen();
-  SetTag(CommandTag::Plunge);
-  RaiseWaitFlag();
-  device_->cutterMode = kCutterAirZ;
-  device_->engraveDelayMs = 60;
+constexpr CommandTag kPlunge = CommandTag::Plunge, kLift = CommandTag::Lift,
+                     kLoneDwell = CommandTag::LoneDwell, kJogStep = CommandTag::JogStep;
+
+// clang-format off
+constexpr ToolCase kToolCases[] = {
+    {"AnAirPlungeSwitchesTheHeadOnAndGivesItItsTime",
+     kPlunge, kCutterAirZ, 60, 0, true, 0, "M42\n", 60, 0, ""},  // a sleep, not a dwell
+    {"AnAirPlungeWithTheHeadKeptUpOnlyClearsTheWait",
+     kPlunge, kCutterAirZ, 5000, 1, true, 0, "", 0, 0, ""},
+    {"AnAirPlungeWithANegativeDelayDoesNotSleep",
+     kPlunge, kCutterAirZ, -1, 0, true, 0, "M42\n", 0, 0, ""},
+    {"APlungeOfAnotherToolDwellsAndCountsIt",
+     kPlunge, kCutterAutomatic, 60, 0, true, 0, "", 60, 60, ""},
+    {"APlungeOfAnotherToolWithADelayOf1Dwells",
+     kPlunge, kCutterAutomatic, 1, 0, true, 0, "", 1, 1, ""},
+    {"APlungeOfAnotherToolWithoutADelayLeavesTheWait",
+     kPlunge, kCutterAutomatic, 0, 0, true, 1, "", 0, 0, ""},
+    {"APlungeOfAnotherToolWithANegativeDelayLeavesTheWait",
+     kPlunge, kCutterAutomatic, -5, 0, true, 1, "", 0, 0, ""},
+    {"AnAirLiftSwitchesTheHeadOff",
+     kLift, kCutterAirZ, 5000, 0, true, 0, "M43\n", 0, 0, ""},
+    {"AnAirLiftWithTheHeadKeptUpOnlyClearsTheWait",
+     kLift, kCutterAirZ, 5000, 1, true, 0, "", 0, 0, ""},
+    {"ALiftOfAnotherToolDoesNothing",
+     kLift, kCutterSemiAutomatic, 5000, 0, true, 1, "", 0, 0, ""},
+    {"ALoneDwellDwellsAndClearsTheWait",
+     kLoneDwell, kCutterNone, 30, 0, true, 0, "", 30, 30, "finished"},
+    {"ALoneDwellOfAnAirHeadIsTheSame",
+     kLoneDwell, kCutterAirZ, 30, 0, true, 0, "", 30, 30, "finished"},
+    {"ALoneDwellWithoutADelayIsToldAndLeavesTheWait",
+     kLoneDwell, kCutterNone, 0, 0, true, 1, "", 0, 0, "finished"},
+    {"AJogStepDoesNothing",
+     kJogStep, kCutterAirZ, 1, 0, true, 1, "", 0, 0, ""},
+    // KEEP: with nobody to tell, the tools are not switched either.
+    {"AnAirPlungeWithNobodyToTellDoesNothing",
+     kPlunge, kCutterAirZ, 1, 0, false, 1, "", 0, 0, ""},
+    {"AnAirLiftWithNobodyToTellDoesNothing",
+     kLift, kCutterAirZ, 1, 0, false, 1, "", 0, 0, ""},
+    {"ALoneDwellWithNobodyToTellDoesNothing",
+     kLoneDwell, kCutterAirZ, 1, 0, false, 1, "", 0, 0, ""},
+};
+// clang-format on
+
+class ToolAtTheEndOfItsLine : public Notify, public testing::WithParamInterface<ToolCase> {};
+
+INSTANTIATE_TEST_SUITE_P(, ToolAtTheEndOfItsLine, testing::ValuesIn(kToolCases),
+                         [](const auto& row) { return std::string{row.param.name}; });
+
+TEST_P(ToolAtTheEndOfItsLine, DoesThis) {
+  const ToolCase& row = GetParam();
+  if (row.hostListens) Listen(listener_);
+  SetTag(row.tag);
+  device_->cutterMode = row.cutterMode;
+  device_->engraveDelayMs = row.delayMs;
+  device_->dontLowerAirZ = row.dontLowerAirZ;
+  device_->blocksRunning = 1;
+  device_->waitFlag = 1;
   const std::uint32_t dwellsBefore = totalDwellMs;
   const std::uint32_t start = TickMs();
-  Say("EX\r\n");
-  EXPECT_GE(TickMs() - start, 50u);
-  EXPECT_EQ(WaitFlag(), 0);
-  EXPECT_TRUE(controller_.WaitForLines(1));
-  EXPECT_EQ(controller_.Transcript(), "M42\n");
-  EXPECT_EQ(totalDwellMs, dwellsBefore);  // a sleep, not a dwell
-}
-
-TEST_F(Notify, AnAirPlungeWithTheHeadKeptUpOnlyClearsTheWait) {
-  Listen();
-  SetTag(CommandTag::Plunge);
-  RaiseWaitFlag();
-  device_->cutterMode = kCutterAirZ;
-  device_->dontLowerAirZ = 1;
-  device_->engraveDelayMs = 5000;
-  const std::uint32_t start = TickMs();
-  Say("EX\r\n");
-  EXPECT_LT(TickMs() - start, 4000u);
-  EXPECT_EQ(WaitFlag(), 0);
-  EXPECT_TRUE(controller_.Lines().empty());
-}
-
-TEST_F(Notify, AnAirPlungeWithANegativeDelayDoesNotSleep) {
-  Listen();
-  SetTag(CommandTag::Plunge);
-  RaiseWaitFlag();
-  device_->cutterMode = kCutterAirZ;
-  device_->engraveDelayMs = -1;
-  Say("EX\r\n");
-  EXPECT_EQ(WaitFlag(), 0);
-}
-
-TEST_F(Notify, APlungeOfAnotherToolDwellsAndCountsIt) {
-  Listen();
-  SetTag(CommandTag::Plunge);
-  RaiseWaitFlag();
-  device_->cutterMode = kCutterAutomatic;
-  device_->engraveDelayMs = 60;
-  const std::uint32_t dwellsBefore = totalDwellMs;
-  Say("EX\r\n");
-  EXPECT_EQ(WaitFlag(), 0);
-  EXPECT_GE(totalDwellMs - dwellsBefore, 60u);
-  EXPECT_TRUE(controller_.Lines().empty());
-  EXPECT_TRUE(listener_.Messages().empty());
-}
-
-TEST_F(Notify, APlungeOfAnotherToolWithoutADelayLeavesTheWait) {
-  Listen();
-  for (const std::int32_t delayMs : {0, -5}) {
-    device_->finishedIndex = 0;
-    SetTag(CommandTag::Plunge);
-    RaiseWaitFlag();
-    device_->engraveDelayMs = delayMs;
-    Say("EX\r\n");
-    EXPECT_EQ(WaitFlag(), 1);
+  ASSERT_TRUE(device_.Hear("EX\r\n"));
+  const std::uint32_t tookMs = TickMs() - start;
+  EXPECT_GE(tookMs + kClockStepMs, row.sleepsMs);
+  EXPECT_LT(tookMs, row.sleepsMs + 4000u);
+  if (row.dwellsMs == 0) {
+    EXPECT_EQ(totalDwellMs, dwellsBefore);
+  } else {
+    EXPECT_GE(totalDwellMs - dwellsBefore, row.dwellsMs);
   }
-}
-
-TEST_F(Notify, AnAirLiftSwitchesTheHeadOff) {
-  Listen();
-  SetTag(CommandTag::Lift);
-  RaiseWaitFlag();
-  device_->cutterMode = kCutterAirZ;
-  device_->engraveDelayMs = 5000;
-  const std::uint32_t start = TickMs();
-  Say("EX\r\n");
-  EXPECT_LT(TickMs() - start, 4000u);
-  EXPECT_EQ(WaitFlag(), 0);
-  EXPECT_TRUE(controller_.WaitForLines(1));
-  EXPECT_EQ(controller_.Transcript(), "M43\n");
-}
-
-TEST_F(Notify, AnAirLiftWithTheHeadKeptUpOnlyClearsTheWait) {
-  Listen();
-  SetTag(CommandTag::Lift);
-  RaiseWaitFlag();
-  device_->cutterMode = kCutterAirZ;
-  device_->dontLowerAirZ = 1;
-  Say("EX\r\n");
-  EXPECT_EQ(WaitFlag(), 0);
-  EXPECT_TRUE(controller_.Lines().empty());
-}
-
-TEST_F(Notify, ALiftOfAnotherToolDoesNothing) {
-  Listen();
-  SetTag(CommandTag::Lift);
-  RaiseWaitFlag();
-  device_->cutterMode = kCutterSemiAutomatic;
-  Say("EX\r\n");
-  EXPECT_EQ(WaitFlag(), 1);
-  EXPECT_TRUE(controller_.Lines().empty());
-}
-
-TEST_F(Notify, ALoneDwellDwellsInEveryModeAndClearsTheWait) {
-  Listen();
-  for (const std::uint32_t mode : {kCutterNone, kCutterAirZ}) {
-    device_->finishedIndex = 0;
-    SetTag(CommandTag::LoneDwell);
-    RaiseWaitFlag();
-    device_->cutterMode = mode;
-    device_->engraveDelayMs = 30;
-    const std::uint32_t dwellsBefore = totalDwellMs;
-    Say("EX\r\n");
-    EXPECT_GE(totalDwellMs - dwellsBefore, 30u);
-    EXPECT_EQ(WaitFlag(), 0);
-  }
-  EXPECT_EQ(listener_.Messages(), (Messages{kFinished, kFinished}));
-  EXPECT_TRUE(controller_.Lines().empty());
-}
-
-TEST_F(Notify, ALoneDwellWithoutADelayIsToldAndLeavesTheWait) {
-  Listen();
-  SetTag(CommandTag::LoneDwell);
-  RaiseWaitFlag();
-  device_->engraveDelayMs = 0;
-  Say("EX\r\n");
-  EXPECT_EQ(WaitFlag(), 1);
-  EXPECT_EQ(listener_.Messages(), Messages{kFinished});
+  EXPECT_EQ(BlocksRunning(*device_), 0);
+  EXPECT_EQ(device_->finishedIndex, 1);
+  EXPECT_EQ(ReadLocked<waitMutex>(*device_, -1, [&] { return device_->waitFlag; }), row.waitFlag);
+  EXPECT_EQ(listener_.Messages(), *row.finishedIsTold ? Messages{kFinished} : Messages{});
+  SendLine(*device_, "end\n");  // what was sent before has arrived before
+  ASSERT_TRUE(controller_.WaitForLine("end\n"));
+  EXPECT_EQ(controller_.Transcript(), row.sent + std::string{"end\n"});
 }
 
 // The reader waits for the window procedure, and this thread, whose window it is, for the reader.
 TEST_F(Notify, AWindowOfTheThreadThatDetachesDoesNotDeadLock) {
-  CallingThreadWindow window;
-  device_->ownerWindow = window.Get();
+  HostWindow window{HostWindow::Lives::OnThisThread};
+  device_->ownerWindow = window.Handle();
   SetTag(CommandTag::Move);
   device_->blocksRunning = 1;
   controller_.Say("EX\r\n");
   ASSERT_TRUE(WaitUntil([&] { return BlocksRunning(*device_) == 0; }));
   DetachLink(*device_, kLinkNone);
-  ASSERT_EQ(window.Messages().size(), 1u);
-  EXPECT_EQ(window.Messages()[0].message, kFinished);
-  EXPECT_EQ(window.Messages()[0].thread, GetCurrentThreadId());
+  EXPECT_EQ(window.Seen(), (std::vector<HostMessage>{{kFinished, 0, 0}}));
+}
+
+// The same when the host has overwritten the reader's mark of life, which detach looks at first.
+TEST_F(Notify, AnOverwrittenMarkOfLifeDoesNotDeadLockADetachEither) {
+  HostWindow window{HostWindow::Lives::OnThisThread};
+  device_->ownerWindow = window.Handle();
+  SetTag(CommandTag::Move);
+  device_->blocksRunning = 1;
+  controller_.Say("EX\r\n");
+  ASSERT_TRUE(WaitUntil([&] { return BlocksRunning(*device_) == 0; }));
+  device_->readerAlive = 0;
+  DetachLink(*device_, kLinkNone);
+  EXPECT_EQ(window.Seen(), (std::vector<HostMessage>{{kFinished, 0, 0}}));
 }
 
 TEST_F(Notify, AWindowOfTheThreadThatWaitsDoesNotDeadLock) {
-  CallingThreadWindow window;
-  device_->ownerWindow = window.Get();
+  HostWindow window{HostWindow::Lives::OnThisThread};
+  device_->ownerWindow = window.Handle();
   SetTag(CommandTag::Move);
   controller_.Say("QX\r\nBX\r\nEX\r\nTableIsHomedTRUE\r\n");
   PollUntil(0, [&] { return device_->tableHomed == 1; });
-  EXPECT_EQ(window.Messages().size(), 3u);
+  EXPECT_EQ(window.Seen().size(), 3u);
 }
 
 TEST_F(Notify, PostedMessagesStayWhereTheyAreDuringADetach) {
-  CallingThreadWindow window;
-  PostMessageW(window.Get(), WM_APP + 50, 0, 0);
+  HostWindow window{HostWindow::Lives::OnThisThread};
+  PostMessageW(window.Handle(), WM_APP + 50, 0, 0);
   DetachLink(*device_, kLinkNone);
-  EXPECT_TRUE(window.Messages().empty());
+  EXPECT_TRUE(window.Seen().empty());
   MSG message{};
-  EXPECT_TRUE(PeekMessageW(&message, window.Get(), WM_APP + 50, WM_APP + 50, PM_REMOVE));
+  EXPECT_TRUE(PeekMessageW(&message, window.Handle(), WM_APP + 50, WM_APP + 50, PM_REMOVE));
 }
 
 TEST(HasListener, IsACallbackOrAWindow) {

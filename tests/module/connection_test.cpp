@@ -12,13 +12,13 @@
 #include "device/polling.h"
 #include "motion/jog.h"
 #include "support/controller_id.h"
-#include "support/fake_tcp_controller.h"
+#include "support/fake_controller.h"
 #include "support/wait_until.h"
 
 namespace k7 {
 namespace {
 
-using k7test::FakeTcpController;
+using k7test::FakeController;
 using k7test::FreshControllerId;
 using k7test::SettingsFileOf;
 using k7test::WaitUntil;
@@ -29,16 +29,12 @@ class Connection : public ::testing::Test {
     CopyText(entry_.id, id_.c_str());
     CopyText(entry_.address, L"127.0.0.1");
     entry_.linkType = kLinkTcp;
-    controller_.Answer("SmoothieIsConnected\n", "SmoothieIsConnected\r\n");
-    controller_.Answer("TableIsHomed\n", "TableIsHomedTRUE\r\n");
-    controller_.Answer(
-        "config-get sd controller_id\n",
-        "sd: controller_id is set to " + std::string{id_.begin(), id_.end()} + "\r\n");
+    controller_.BehaveWell(std::string{id_.begin(), id_.end()});
   }
   Smoothieboard* Connect() { return ConnectTo(entry_, controller_.Service().c_str()); }
 
   const std::wstring id_ = FreshControllerId();
-  FakeTcpController controller_;
+  FakeController controller_{k7test::LinkEnds::Listens{}};
   ControllerEntry entry_;
 };
 
@@ -52,7 +48,7 @@ std::size_t PositionOf(const std::vector<std::string>& lines, const std::string&
 TEST_F(Connection, SendsTheStartUpLinesInOrder) {
   Smoothieboard* const device = Connect();
   ASSERT_NE(device, nullptr);
-  ASSERT_TRUE(WaitUntil([&] { return controller_.Has("TableIsHomed\n"); }));
+  ASSERT_TRUE(controller_.WaitForLine("TableIsHomed\n"));
   const std::vector<std::string> lines = controller_.Lines();
   EXPECT_EQ(lines[0], "SmoothieIsConnected\n");
   EXPECT_EQ(lines[1], "config-get sd controller_id\n");
@@ -103,7 +99,7 @@ TEST_F(Connection, ReleaseSwitchesTheMotorsOffAndClosesTheLinkAndKeepsThePositio
   device->Record()->lastY = 654;
   controller_.Clear();
   ReleaseController(device);
-  ASSERT_TRUE(WaitUntil([&] { return controller_.Closed(); }));
+  ASSERT_TRUE(WaitUntil([&] { return controller_.IsClosed(); }));
   EXPECT_EQ(controller_.Lines(), (std::vector<std::string>{"M18\n"}));
   const std::wstring file = SettingsFileOf(id_);
   EXPECT_EQ(GetPrivateProfileIntW(L"Current Location", L"X Axis", 0, file.c_str()), 321u);
@@ -136,7 +132,7 @@ TEST_F(Connection, IsNullAndClosedWhenTheControllerDoesNotAnswer) {
   const std::uint32_t start = TickMs();
   EXPECT_EQ(Connect(), nullptr);
   EXPECT_GE(TickMs() - start, 500u);
-  ASSERT_TRUE(WaitUntil([&] { return controller_.Closed(); }));
+  ASSERT_TRUE(WaitUntil([&] { return controller_.IsClosed(); }));
   EXPECT_EQ(controller_.Lines(), (std::vector<std::string>{"SmoothieIsConnected\n"}));
 }
 
@@ -144,7 +140,7 @@ TEST_F(Connection, GoesOnWithAControllerThatHidesItsIdentity) {
   controller_.Answer("config-get sd controller_id\n", "");
   Smoothieboard* const device = Connect();
   ASSERT_NE(device, nullptr);
-  EXPECT_TRUE(controller_.Has("M17\n"));
+  EXPECT_TRUE(controller_.WaitForLine("M17\n"));
   EXPECT_EQ(device->GetPassCount(), 0u);  // no settings without an identity
   ReleaseController(device);
   DeleteFileW(SettingsFileOf(L"Monkey Magic").c_str());
@@ -152,7 +148,7 @@ TEST_F(Connection, GoesOnWithAControllerThatHidesItsIdentity) {
 
 TEST_F(Connection, IsNullWhenNobodyListens) {
   const std::wstring service = controller_.Service();
-  controller_.StopListening();
+  controller_.HangUp();
   EXPECT_EQ(ConnectTo(entry_, service.c_str()), nullptr);
 }
 
@@ -166,7 +162,7 @@ TEST_F(Connection, IsNullForAnUnknownKindOfLink) {
     entry_.linkType = linkType;
     EXPECT_EQ(Connect(), nullptr);
   }
-  EXPECT_EQ(controller_.Connections(), 0);
+  EXPECT_FALSE(controller_.IsConnected());
 }
 
 TEST_F(Connection, IsNullForASerialPortThatDoesNotOpen) {

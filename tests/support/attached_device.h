@@ -1,6 +1,8 @@
 // AttachedDevice: a state record whose link is a FakeController.
 #pragma once
 
+#include <string>
+
 #include "device/device_state.h"
 #include "link/link.h"
 #include "motion/jog.h"
@@ -28,6 +30,15 @@ class AttachedDevice {
   }
   AttachedDevice(const AttachedDevice&) = delete;
   AttachedDevice& operator=(const AttachedDevice&) = delete;
+
+  // Has the controller say `bytes` and waits until the reader has carried them out: lines go in
+  // order, and the one that is put behind them, which leaves tableHomed 1, is seen. False:
+  // deadline.
+  bool Hear(const std::string& bytes) {
+    record_.tableHomed = 77;
+    controller_.Say(bytes + "TableIsHomedTRUE\r\n");
+    return WaitUntil([&] { return record_.tableHomed == 1; });
+  }
 
   k7::DeviceState& operator*() { return record_; }
   k7::DeviceState* operator->() { return &record_; }

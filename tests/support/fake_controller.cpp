@@ -5,10 +5,11 @@
 namespace k7test {
 
 FakeController::FakeController(std::uint32_t linkType, int bufferBytes)
-    : ends_(linkType, bufferBytes),
-      stop_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
-      pause_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
-      resume_(CreateEventW(nullptr, TRUE, TRUE, nullptr)) {
+    : ends_(linkType, bufferBytes) {
+  thread_ = std::thread{[this] { Run(); }};
+}
+
+FakeController::FakeController(LinkEnds::Listens listens) : ends_(listens) {
   thread_ = std::thread{[this] { Run(); }};
 }
 
@@ -122,6 +123,14 @@ bool FakeController::WaitForLines(std::size_t count) const {
 }
 
 void FakeController::Run() {
+  if (!ends_.Accept(stop_)) return;
+  connected_ = true;
+  Serve();
+  closed_ = WaitForSingleObject(stop_, 0) != WAIT_OBJECT_0;
+}
+
+// Until it is stopped or the driver's end has gone.
+void FakeController::Serve() {
   const HANDLE file = ends_.ControllerEnd();
   std::string pending;
   OVERLAPPED block{};

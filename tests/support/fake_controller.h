@@ -23,6 +23,8 @@ class FakeController {
   using Handler = std::function<void(FakeController&, const std::string& line)>;
 
   explicit FakeController(std::uint32_t linkType = k7::kLinkSerial, int bufferBytes = 65536);
+  // A controller on the network, for a driver that connects by itself, once.
+  explicit FakeController(LinkEnds::Listens listens);
   ~FakeController();  // stops answering and closes both ends
   FakeController(const FakeController&) = delete;
   FakeController& operator=(const FakeController&) = delete;
@@ -30,6 +32,12 @@ class FakeController {
   // The end to attach, and as what; stays owned by the fake.
   HANDLE DriverEnd() const { return ends_.DriverEnd(); }
   std::uint32_t LinkType() const { return ends_.LinkType(); }
+
+  // Of one that listens: its port, as the text that the driver resolves.
+  std::wstring Service() const { return std::to_wstring(ends_.Port()); }
+  // The driver's end is there; the driver has closed it.
+  bool IsConnected() const { return connected_; }
+  bool IsClosed() const { return closed_; }
 
   // When exactly this line (with its "\n") arrives, send `reply` back (may be empty or hold several
   // lines). A later rule for the same line replaces the earlier.
@@ -49,7 +57,7 @@ class FakeController {
   // Takes nothing off the link until ResumeReading: the driver's writes back up.
   void StopReading();
   void ResumeReading();
-  // Stops for good and closes the controller's end, as a pulled cable does.
+  // Stops for good and closes the controller's end, as a pulled cable does; lets nobody connect.
   void HangUp();
 
   // Sends a bare line feed, which means nothing, so that a reader that waits for a byte wakes up.
@@ -68,19 +76,22 @@ class FakeController {
 
  private:
   void Run();
+  void Serve();
   void Write(const std::string& bytes, DWORD waitMs);
   void Handle(const std::string& line);
 
   LinkEnds ends_;
-  HANDLE stop_ = nullptr;
-  HANDLE pause_ = nullptr;   // signalled: reads nothing
-  HANDLE resume_ = nullptr;  // the opposite
+  const HANDLE stop_ = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  const HANDLE pause_ = CreateEventW(nullptr, TRUE, FALSE, nullptr);  // signalled: reads nothing
+  const HANDLE resume_ = CreateEventW(nullptr, TRUE, TRUE, nullptr);  // the opposite
   std::thread thread_;
   mutable std::mutex guard_;  // lines_, rules
   std::mutex writeGuard_;
   std::vector<std::string> lines_;
   std::map<std::string, std::string> answers_;
   std::map<std::string, Handler> prefixes_;
+  std::atomic<bool> connected_{false};
+  std::atomic<bool> closed_{false};
   std::atomic<bool> answerMoves_{false};
   std::atomic<bool> blockMessages_{false};
 };

@@ -78,7 +78,12 @@ int HostWindow::Count(UINT message) const {
 }
 
 bool HostWindow::WaitFor(UINT message, int count) const {
-  return WaitUntil([&] { return Count(message) >= count; });
+  const bool here = GetWindowThreadProcessId(window_, nullptr) == GetCurrentThreadId();
+  return WaitUntil([&] {
+    MSG ignored;
+    if (here) PeekMessageW(&ignored, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    return Count(message) >= count;
+  });
 }
 
 HeldKey::HeldKey(std::uint8_t virtualKey) : key_{virtualKey} {

@@ -21,7 +21,8 @@ struct HostMessage {
 void PrintTo(const HostMessage& message, std::ostream* out);
 
 // A hidden window that records every message from WM_APP up. It lives on a thread of its own, or on
-// the thread that makes it: a host that calls the driver on the thread of its window.
+// the thread that makes it: a host that calls the driver on the thread of its window. Nothing pumps
+// for such a one: messages arrive when its thread lets sent messages through.
 class HostWindow {
  public:
   enum class Lives { OnItsOwnThread, OnThisThread };
@@ -37,8 +38,8 @@ class HostWindow {
   std::vector<HostMessage> Seen() const;
   // How many messages of this number have arrived.
   int Count(UINT message) const;
-  // Waits until `count` messages of this number have arrived; false: deadline. Not for a window
-  // that lives on the calling thread.
+  // Waits until `count` messages of this number have arrived; false: deadline. On the window's own
+  // thread it lets sent messages through meanwhile, and nothing else.
   bool WaitFor(UINT message, int count = 1) const;
 
  private:

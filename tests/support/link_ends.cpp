@@ -27,6 +27,27 @@ SOCKET MakeSocket(int bufferBytes) {
 HANDLE AsHandle(SOCKET socket) {
   return reinterpret_cast<HANDLE>(socket);
 }
+SOCKET AsSocket(HANDLE end) {
+  return reinterpret_cast<SOCKET>(end);
+}
+
+// A listener on a free port of the loopback, whose address it fills in.
+SOCKET Listen(int bufferBytes, sockaddr_in& address) {
+  const SOCKET listener = MakeSocket(bufferBytes);
+  address = {};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  int length = sizeof address;
+  if (bind(listener, reinterpret_cast<sockaddr*>(&address), length) != 0) Fail("bind");
+  if (listen(listener, 1) != 0) Fail("listen");
+  getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length);
+  return listener;
+}
+
+void StartWinsock() {
+  WSADATA ignored;
+  if (WSAStartup(MAKEWORD(2, 2), &ignored) != 0) Fail("WSAStartup");
+}
 
 }  // namespace
 
@@ -38,9 +59,16 @@ LinkEnds::LinkEnds(std::uint32_t linkType, int bufferBytes) : linkType_(linkType
   }
 }
 
+LinkEnds::LinkEnds(Listens) : linkType_(k7::kLinkTcp) {
+  StartWinsock();
+  sockaddr_in address{};
+  listener_ = AsHandle(Listen(65536, address));
+  port_ = ntohs(address.sin_port);
+}
+
 LinkEnds::~LinkEnds() {
   Close(driver_);
-  Close(controller_);
+  CloseControllerEnd();
   if (linkType_ == k7::kLinkTcp) WSACleanup();
 }
 
@@ -58,23 +86,32 @@ void LinkEnds::MakePipe(int bufferBytes) {
 }
 
 void LinkEnds::MakeSockets(int bufferBytes) {
-  WSADATA ignored;
-  if (WSAStartup(MAKEWORD(2, 2), &ignored) != 0) Fail("WSAStartup");
-  const SOCKET listener = MakeSocket(bufferBytes);
+  StartWinsock();
   sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  int length = sizeof address;
-  if (bind(listener, reinterpret_cast<sockaddr*>(&address), length) != 0) Fail("bind");
-  if (listen(listener, 1) != 0) Fail("listen");
-  getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length);
+  const SOCKET listener = Listen(bufferBytes, address);
   const SOCKET driver = MakeSocket(bufferBytes);
-  if (connect(driver, reinterpret_cast<sockaddr*>(&address), length) != 0) Fail("connect");
+  if (connect(driver, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) Fail("connect");
   const SOCKET controller = accept(listener, nullptr, nullptr);
   if (controller == INVALID_SOCKET) Fail("accept");
   closesocket(listener);
   driver_ = AsHandle(driver);
   controller_ = AsHandle(controller);
+}
+
+bool LinkEnds::Accept(HANDLE stop) {
+  if (listener_ == INVALID_HANDLE_VALUE) return true;
+  const HANDLE arrived = WSACreateEvent();
+  WSAEventSelect(AsSocket(listener_), arrived, FD_ACCEPT);
+  const HANDLE events[] = {stop, arrived};
+  const bool accepted = WaitForMultipleObjects(2, events, FALSE, INFINITE) == WAIT_OBJECT_0 + 1;
+  if (accepted) {
+    const SOCKET controller = accept(AsSocket(listener_), nullptr, nullptr);
+    if (controller == INVALID_SOCKET) Fail("accept");
+    WSAEventSelect(controller, nullptr, 0);  // handed down from the listener
+    controller_ = AsHandle(controller);
+  }
+  WSACloseEvent(arrived);
+  return accepted;
 }
 
 HANDLE LinkEnds::ReleaseDriverEnd() {
@@ -85,12 +122,13 @@ HANDLE LinkEnds::ReleaseDriverEnd() {
 
 void LinkEnds::CloseControllerEnd() {
   Close(controller_);
+  Close(listener_);
 }
 
 void LinkEnds::Close(HANDLE& end) const {
   if (end == INVALID_HANDLE_VALUE) return;
   if (linkType_ == k7::kLinkTcp) {
-    closesocket(reinterpret_cast<SOCKET>(end));
+    closesocket(AsSocket(end));
   } else {
     CloseHandle(end);
   }

@@ -1,4 +1,4 @@
-// The two ends of a link, in process: a named pipe or a loopback TCP connection.
+// The ends of a link, in process: a named pipe or a loopback TCP connection.
 #pragma once
 
 #include <windows.h>
@@ -18,6 +18,11 @@ class LinkEnds {
   // connected socket pair. `bufferBytes` is what either direction holds before a write has to wait:
   // a wish that a socket takes as a hint.
   LinkEnds(std::uint32_t linkType, int bufferBytes);
+
+  // A controller on the network: listens on a free port of the loopback, and the driver makes its
+  // own end by connecting there.
+  struct Listens {};
+  explicit LinkEnds(Listens);
   ~LinkEnds();
   LinkEnds(const LinkEnds&) = delete;
   LinkEnds& operator=(const LinkEnds&) = delete;
@@ -28,8 +33,13 @@ class LinkEnds {
 
   // Gives an end away: it is no longer closed with the rest.
   HANDLE ReleaseDriverEnd();
-  // Closes an end now, as a pulled cable does.
+  // Closes an end now, as a pulled cable does; a listener with it.
   void CloseControllerEnd();
+
+  // Of one that listens: its port, and taking the connection in, which is waited for; false when
+  // `stop` is signalled first. Of others: 0, and true at once.
+  unsigned Port() const { return port_; }
+  bool Accept(HANDLE stop);
 
  private:
   void MakePipe(int bufferBytes);
@@ -37,6 +47,8 @@ class LinkEnds {
   void Close(HANDLE& end) const;
 
   std::uint32_t linkType_;
+  unsigned port_ = 0;
+  HANDLE listener_ = INVALID_HANDLE_VALUE;
   HANDLE driver_ = INVALID_HANDLE_VALUE;
   HANDLE controller_ = INVALID_HANDLE_VALUE;
 };
