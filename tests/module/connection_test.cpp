@@ -6,7 +6,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "device/bounded_copy.h"
 #include "device/polling.h"
@@ -38,40 +37,24 @@ class Connection : public ::testing::Test {
   ControllerEntry entry_;
 };
 
-std::size_t PositionOf(const std::vector<std::string>& lines, const std::string& line) {
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (lines[i] == line) return i;
-  }
-  return lines.size();
-}
-
 TEST_F(Connection, SendsTheStartUpLinesInOrder) {
   Smoothieboard* const device = Connect();
   ASSERT_NE(device, nullptr);
   ASSERT_TRUE(controller_.WaitForLine("TableIsHomed\n"));
-  const std::vector<std::string> lines = controller_.Lines();
-  EXPECT_EQ(lines[0], "SmoothieIsConnected\n");
-  EXPECT_EQ(lines[1], "config-get sd controller_id\n");
-  const std::size_t motorsOn = PositionOf(lines, "M17\n");
-  ASSERT_EQ(lines.size(), motorsOn + 6);
-  EXPECT_EQ(lines[motorsOn + 1], "G21\n");
-  EXPECT_EQ(lines[motorsOn + 2], "G90\n");
-  EXPECT_EQ(lines[motorsOn + 3], "M400\n");
-  EXPECT_EQ(lines[motorsOn + 4].substr(0, 5), "M203 ");  // 20 inches per second on each axis
-  EXPECT_EQ(lines[motorsOn + 5], "TableIsHomed\n");
-  ReleaseController(device);
-}
-
-TEST_F(Connection, TellsTheControllerItsStepsBeforeTheMotorsGoOn) {
-  Smoothieboard* const device = Connect();
-  ASSERT_NE(device, nullptr);
-  const std::vector<std::string> lines = controller_.Lines();
-  std::vector<std::string> commands;
-  for (const std::string& line : lines) commands.push_back(line.substr(0, line.find(' ')));
-  const std::vector<std::string> between{
-      commands.begin() + 2,
-      commands.begin() + static_cast<std::ptrdiff_t>(PositionOf(lines, "M17\n"))};
-  EXPECT_EQ(between, (std::vector<std::string>{"M92", "M92", "M92", "M800", "G92"}));
+  EXPECT_EQ(controller_.Transcript(),
+            "SmoothieIsConnected\n"
+            "config-get sd controller_id\n"
+            "M92 X157.48032\n"  // the settings' lines, before the motors go on
+            "M92 Y157.48032\n"
+            "M92 Z157.48032\n"
+            "M800 X1 Y2\n"
+            "G92 X0.000000 Y0.000000\n"
+            "M17\n"
+            "G21\n"
+            "G90\n"
+            "M400\n"
+            "M203 X30480 Y30480 Z30480\n"  // 20 inches per second
+            "TableIsHomed\n");
   ReleaseController(device);
 }
 
@@ -100,7 +83,7 @@ TEST_F(Connection, ReleaseSwitchesTheMotorsOffAndClosesTheLinkAndKeepsThePositio
   controller_.Clear();
   ReleaseController(device);
   ASSERT_TRUE(WaitUntil([&] { return controller_.IsClosed(); }));
-  EXPECT_EQ(controller_.Lines(), (std::vector<std::string>{"M18\n"}));
+  EXPECT_EQ(controller_.Transcript(), "M18\n");
   const std::wstring file = SettingsFileOf(id_);
   EXPECT_EQ(GetPrivateProfileIntW(L"Current Location", L"X Axis", 0, file.c_str()), 321u);
   EXPECT_EQ(GetPrivateProfileIntW(L"Current Location", L"Y Axis", 0, file.c_str()), 654u);
@@ -133,7 +116,7 @@ TEST_F(Connection, IsNullAndClosedWhenTheControllerDoesNotAnswer) {
   EXPECT_EQ(Connect(), nullptr);
   EXPECT_GE(TickMs() - start, 500u);
   ASSERT_TRUE(WaitUntil([&] { return controller_.IsClosed(); }));
-  EXPECT_EQ(controller_.Lines(), (std::vector<std::string>{"SmoothieIsConnected\n"}));
+  EXPECT_EQ(controller_.Transcript(), "SmoothieIsConnected\n");
 }
 
 TEST_F(Connection, GoesOnWithAControllerThatHidesItsIdentity) {

@@ -13,6 +13,7 @@
 #include "device/polling.h"
 #include "support/controller_id.h"
 #include "support/fake_controller.h"
+#include "support/wait_until.h"
 
 namespace k7 {
 namespace {
@@ -20,6 +21,7 @@ namespace {
 using k7test::FakeController;
 using k7test::FreshControllerId;
 using k7test::SettingsFileOf;
+using k7test::WaitUntil;
 
 constexpr wchar_t kZeros[] = L"0000000000000000";
 
@@ -156,10 +158,21 @@ TEST_F(Discovery, StopsAfterTheTenthOfElevenControllers) {
   EXPECT_EQ(fakes_[10]->Transcript(), "");
 }
 
-TEST_F(Discovery, DetachesAndClosesEveryPort) {
+TEST_F(Discovery, DetachesEveryPort) {
   Add(1);
   EXPECT_EQ(Discover(), 1);
   EXPECT_EQ(Discover(), 1);  // the port can be attached again
+}
+
+TEST_F(Discovery, ClosesEveryPort) {
+  Add(1);
+  AddSilent(2);
+  const PortOpener giveAway = [](const wchar_t* path) noexcept -> UniqueFile {
+    const auto found = ports.find(path);
+    return found == ports.end() ? UniqueFile{} : UniqueFile{found->second->ReleaseDriverEnd()};
+  };
+  EXPECT_EQ(DiscoverControllers(table_, giveAway), 1);
+  for (const auto& fake : fakes_) EXPECT_TRUE(WaitUntil([&] { return fake->IsClosed(); }));
 }
 
 TEST(ProbePort, StartsTheLivenessClockWithTheQuestion) {

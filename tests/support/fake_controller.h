@@ -32,6 +32,8 @@ class FakeController {
   // The end to attach, and as what; stays owned by the fake.
   HANDLE DriverEnd() const { return ends_.DriverEnd(); }
   std::uint32_t LinkType() const { return ends_.LinkType(); }
+  // Gives the driver's end away for good: whoever has it closes it.
+  HANDLE ReleaseDriverEnd() { return ends_.ReleaseDriverEnd(); }
 
   // Of one that listens: its port, as the text that the driver resolves.
   std::wstring Service() const { return std::to_wstring(ends_.Port()); }
