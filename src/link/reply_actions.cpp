@@ -52,8 +52,10 @@ void OnQueued(DeviceState& record) noexcept {
 }
 
 void OnBegun(DeviceState& record) noexcept {
-  AddToLinesInFlight(record, -1);
+  // Up before down: who waits for the last move looks at the lines, then at the blocks, and must
+  // not find it in neither.
   AddToBlocksRunning(record, 1);
+  AddToLinesInFlight(record, -1);
   if (IsSilent(record)) return;
   if (IsHostTold(TakeTag(record, &DeviceState::startedIndex))) {
     NotifyHost(record, record.msgStarted);

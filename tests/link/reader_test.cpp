@@ -71,6 +71,18 @@ TEST_P(Reader, AHeldMutexDelaysTheUpdateAndLosesNothing) {
   EXPECT_TRUE(WaitUntil([&] { return LinesInFlight(*device_) == 0; }));
 }
 
+// Else a job could end while its last move has just begun.
+TEST_P(Reader, ABegunLineIsCountedAsRunningBeforeItIsNoLongerInFlight) {
+  device_->linesInFlight = 1;
+  const HANDLE flight = device_->mutexes[flightMutex];
+  ASSERT_EQ(WaitForSingleObject(flight, INFINITE), WAIT_OBJECT_0);
+  controller_.Say("BX\r\n");
+  EXPECT_TRUE(WaitUntil([&] { return BlocksRunning(*device_) == 1; }));
+  EXPECT_EQ(device_->linesInFlight, 1);
+  ReleaseMutex(flight);
+  EXPECT_TRUE(WaitUntil([&] { return LinesInFlight(*device_) == 0; }));
+}
+
 TEST_P(Reader, AnAbandonedMutexStillCounts) {
   device_->blocksRunning = 5;
   const HANDLE mutex = device_->mutexes[runMutex];
