@@ -10,6 +10,7 @@
 #include "device/smoothieboard.h"
 #include "support/controller_id.h"
 #include "support/fake_controller.h"
+#include "support/stand_in_jog.h"
 
 namespace k7 {
 namespace {
@@ -128,21 +129,10 @@ TEST_F(DeviceLife, ADetachEndsAJogFirst) {
   Smoothieboard* const device = Make(0);
   device->AttachLink(controller.DriverEnd(), kLinkSerial, L"fake");
   DeviceState& record = *device->Record();
-  // A worker as the jog's: runs until it is asked to stop, then still needs its mutex.
-  record.jogThread = CreateThread(
-      nullptr, 0,
-      [](void* context) -> DWORD {
-        auto& state = *static_cast<DeviceState*>(context);
-        while (state.stopWorkers == 0) Sleep(1);
-        Sleep(50);
-        state.lastX = state.mutexes[flightMutex] != nullptr ? 1 : -1;
-        return 0;
-      },
-      &record, 0, nullptr);
-  ASSERT_NE(record.jogThread, nullptr);
+  ASSERT_TRUE(k7test::StartStandInJog(record));
   device->AttachLink(nullptr, kLinkNone, nullptr);
   EXPECT_EQ(record.jogThread, nullptr);
-  EXPECT_EQ(record.lastX, 1);
+  EXPECT_EQ(record.lastX, k7test::kLastXOfStandInJog);
   device->DeleteSelf(1);
 }
 

@@ -70,6 +70,15 @@ class Notify : public testing::Test {
 
   void SetTag(CommandTag tag) { device_->ackRing[0] = tag; }
 
+  // Brings the reader into a message to this window, which nobody takes yet.
+  void HaveTheReaderTell(const HostWindow& window) {
+    device_->ownerWindow = window.Handle();
+    SetTag(CommandTag::Move);
+    device_->blocksRunning = 1;
+    controller_.Say("EX\r\n");
+    ASSERT_TRUE(WaitUntil([&] { return BlocksRunning(*device_) == 0; }));
+  }
+
   using Messages = std::vector<std::uint32_t>;
 
   Watchdog watchdog_;
@@ -243,11 +252,7 @@ TEST_P(ToolAtTheEndOfItsLine, DoesThis) {
 // The reader waits for the window procedure, and this thread, whose window it is, for the reader.
 TEST_F(Notify, AWindowOfTheThreadThatDetachesDoesNotDeadLock) {
   HostWindow window{HostWindow::Lives::OnThisThread};
-  device_->ownerWindow = window.Handle();
-  SetTag(CommandTag::Move);
-  device_->blocksRunning = 1;
-  controller_.Say("EX\r\n");
-  ASSERT_TRUE(WaitUntil([&] { return BlocksRunning(*device_) == 0; }));
+  HaveTheReaderTell(window);
   DetachLink(*device_, kLinkNone);
   EXPECT_EQ(window.Seen(), (std::vector<HostMessage>{{kFinished, 0, 0}}));
 }
@@ -255,11 +260,7 @@ TEST_F(Notify, AWindowOfTheThreadThatDetachesDoesNotDeadLock) {
 // The same when the host has overwritten the reader's mark of life, which detach looks at first.
 TEST_F(Notify, AnOverwrittenMarkOfLifeDoesNotDeadLockADetachEither) {
   HostWindow window{HostWindow::Lives::OnThisThread};
-  device_->ownerWindow = window.Handle();
-  SetTag(CommandTag::Move);
-  device_->blocksRunning = 1;
-  controller_.Say("EX\r\n");
-  ASSERT_TRUE(WaitUntil([&] { return BlocksRunning(*device_) == 0; }));
+  HaveTheReaderTell(window);
   device_->readerAlive = 0;
   DetachLink(*device_, kLinkNone);
   EXPECT_EQ(window.Seen(), (std::vector<HostMessage>{{kFinished, 0, 0}}));

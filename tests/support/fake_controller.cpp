@@ -98,6 +98,12 @@ std::vector<std::string> FakeController::Lines() const {
   return lines_;
 }
 
+DWORD FakeController::ReceivedAtMs(const std::string& line) const {
+  const std::lock_guard lock{guard_};
+  const auto found = receivedAtMs_.find(line);
+  return found == receivedAtMs_.end() ? 0 : found->second;
+}
+
 std::string FakeController::Transcript() const {
   std::string all;
   for (const std::string& line : Lines()) all += line;
@@ -167,6 +173,7 @@ void FakeController::Handle(const std::string& line) {
   {
     const std::lock_guard lock{guard_};
     lines_.push_back(line);
+    receivedAtMs_.try_emplace(line, GetTickCount());
     if (const auto exact = answers_.find(line); exact != answers_.end()) {
       reply = exact->second;
     } else {

@@ -68,6 +68,8 @@ class FakeController {
 
   // Every line received so far, each with its "\n".
   std::vector<std::string> Lines() const;
+  // When such a line was received for the first time, by GetTickCount; 0: not yet.
+  DWORD ReceivedAtMs(const std::string& line) const;
   // All of them in one text.
   std::string Transcript() const;
   // Forgets what was received.
@@ -90,6 +92,7 @@ class FakeController {
   mutable std::mutex guard_;  // lines_, rules
   std::mutex writeGuard_;
   std::vector<std::string> lines_;
+  std::map<std::string, DWORD> receivedAtMs_;
   std::map<std::string, std::string> answers_;
   std::map<std::string, Handler> prefixes_;
   std::atomic<bool> connected_{false};
