@@ -37,6 +37,9 @@ class SaveEngraveSettingsTest : public SettingsDialogTest {
     Record().parkedPosition = at.parked;
   }
   Positions Axes() { return {Record().lastX, Record().lastY, Record().parkedPosition}; }
+  void ExpectEngrave(std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> textsByKey) {
+    for (const auto& [key, text] : textsByKey) EXPECT_EQ(Engrave(key), text) << key;
+  }
   std::wstring Engrave(const wchar_t* key) { return Stored(keys::kEngraveSettings, key); }
 };
 
@@ -157,9 +160,12 @@ TEST_F(SaveEngraveSettingsTest, WithoutAirZAShortDelayIsKept) {
 TEST_F(SaveEngraveSettingsTest, MultiPassOffWritesOnlyThat) {
   Open();
   Save();
-  EXPECT_EQ(Engrave(L"Multi Pass"), L"0");
-  EXPECT_EQ(Engrave(L"Multi Pass Mode"), L"(none)");
-  EXPECT_EQ(Engrave(L"Max Pass Depth"), L"(none)");
+  ExpectEngrave({{L"Multi Pass", L"0"},
+                 {L"Multi Pass Mode", L"(none)"},
+                 {L"Max Pass Depth", L"(none)"},
+                 {L"Finish Pass Depth", L"(none)"},
+                 {L"Multi Pass Copies", L"(none)"},
+                 {L"Pass Copies", L"(none)"}});
 }
 
 // KEEP: "Pass Copies", not "Multi Pass Copies".
@@ -169,11 +175,12 @@ TEST_F(SaveEngraveSettingsTest, AnEmptyPassDepthSwitchesMultiPassOffUnderAKeyOfI
   Click(dialog_, IDC_CS_MULTI_PASS);
   Type(IDC_CS_PASS_DEPTH_OR_COPIES, L"");
   Save();
-  EXPECT_EQ(Engrave(L"Max Pass Depth"), L"");
-  EXPECT_EQ(Engrave(L"Finish Pass Depth"), L"");
-  EXPECT_EQ(Engrave(L"Multi Pass"), L"0");
-  EXPECT_EQ(Engrave(L"Pass Copies"), L"1");
-  EXPECT_EQ(Engrave(L"Multi Pass Copies"), L"7");
+  ExpectEngrave({{L"Max Pass Depth", L""},
+                 {L"Finish Pass Depth", L""},
+                 {L"Multi Pass", L"0"},
+                 {L"Pass Copies", L"1"},
+                 {L"Multi Pass Copies", L"7"},
+                 {L"Multi Pass Mode", L"(none)"}});
 }
 
 TEST_F(SaveEngraveSettingsTest, PassCopiesAreWrittenAsTyped) {
@@ -182,10 +189,11 @@ TEST_F(SaveEngraveSettingsTest, PassCopiesAreWrittenAsTyped) {
   Pick(dialog_, IDC_CS_MULTI_PASS_MODE, 1);
   Type(IDC_CS_PASS_DEPTH_OR_COPIES, L"3.7 times");
   Save();
-  EXPECT_EQ(Engrave(L"Multi Pass"), L"1");
-  EXPECT_EQ(Engrave(L"Multi Pass Mode"), L"1");
-  EXPECT_EQ(Engrave(L"Multi Pass Copies"), L"3.7 times");
-  EXPECT_EQ(Engrave(L"Max Pass Depth"), L"(none)");
+  ExpectEngrave({{L"Multi Pass", L"1"},
+                 {L"Multi Pass Mode", L"1"},
+                 {L"Multi Pass Copies", L"3.7 times"},
+                 {L"Max Pass Depth", L"(none)"},
+                 {L"Finish Pass Depth", L"(none)"}});
 }
 
 TEST_F(SaveEngraveSettingsTest, PassDepthsAreWrittenAsNumbers) {
@@ -194,12 +202,14 @@ TEST_F(SaveEngraveSettingsTest, PassDepthsAreWrittenAsNumbers) {
   Type(IDC_CS_PASS_DEPTH_OR_COPIES, L"0.02");
   Type(IDC_CS_FINISH_DEPTH, L"0.01");
   Save();
-  EXPECT_EQ(Engrave(L"Multi Pass Mode"), L"0");
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kMaxPassDepth), 0.02f);
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kFinishPassDepth), 0.01f);
+  ExpectEngrave({{L"Multi Pass", L"1"},
+                 {L"Multi Pass Mode", L"0"},
+                 {L"Max Pass Depth", L"1017370378"},     // 0.02
+                 {L"Finish Pass Depth", L"1008981770"},  // 0.01
+                 {L"Multi Pass Copies", L"(none)"}});
   Type(IDC_CS_FINISH_DEPTH, L"");
   Save();
-  EXPECT_EQ(Engrave(L"Finish Pass Depth"), L"");
+  ExpectEngrave({{L"Finish Pass Depth", L""}});
 }
 
 TEST_F(SaveEngraveSettingsTest, AChangedFixtureMovesTheAxisPositions) {

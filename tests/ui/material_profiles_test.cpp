@@ -285,13 +285,14 @@ TEST_F(MaterialProfilesTest, ALongNameIsCutToSixtyFourCharacters) {
   EXPECT_TRUE(Exists(whole + L".ini"));
 }
 
-TEST_F(MaterialProfilesTest, WithoutADeviceNothingIsFilled) {
+TEST_F(MaterialProfilesTest, WithoutADeviceOrAListNothingIsFilled) {
   FillMaterialList(nullptr, L"Oak");
   MakeProfile(L"Oak.ini");
   Open();
   dialogDevice = nullptr;
   FillMaterialList(dialog_, L"Oak");
   dialogDevice = &Record();
+  FillMaterialList(GetDlgItem(dialog_, IDOK), L"Oak");  // a window without the list
   EXPECT_EQ(SelectionOf(dialog_, IDC_CS_MATERIAL), -1);
 }
 

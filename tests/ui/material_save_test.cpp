@@ -1,6 +1,13 @@
 #include <gmock/gmock.h>
 
+#include <windows.h>
+// After windows.h, whose types it needs.
+#include <commdlg.h>
+
+#include "support/replaced_import.h"
 #include "ui/material_profiles_fixture.h"
+
+extern "C" BOOL(WINAPI* __imp_GetSaveFileNameW)(LPOPENFILENAMEW);
 
 namespace k7 {
 namespace {
@@ -11,7 +18,6 @@ using testing::ElementsAre;
 // Controls of the system's save dialog.
 constexpr int kNameFields[] = {0x47C, 0x480};
 constexpr int kFileTypes = 0x470;
-constexpr int kReadOnlyBox = 0x410;
 
 class SaveMaterialTest : public MaterialProfilesTest {
  protected:
@@ -55,13 +61,51 @@ TEST_F(SaveMaterialTest, WritesTheProfileAndSelectsIt) {
   EXPECT_EQ(AllKeys(), before) << "nothing goes to the controller's own file";
 }
 
-TEST_F(SaveMaterialTest, OffersProfilesOnlyAndNoReadOnlyBox) {
+TEST_F(SaveMaterialTest, OffersProfilesOnly) {
   Open();
   const HWND saving = OpenSaving();
   EXPECT_EQ(GetWindow(saving, GW_OWNER), dialog_);
   EXPECT_THAT(EntriesOf(saving, kFileTypes), ElementsAre(L"Material Settings (*.ini)"));
-  EXPECT_FALSE(IsShown(saving, kReadOnlyBox));
   CloseOver(saving, IDCANCEL);
+}
+
+// What the system's save dialog was asked for, by a user who cancels it at once.
+struct Asked {
+  HWND owner;
+  std::wstring filter, file, extension;
+  DWORD filterIndex, fileCapacity, flags;
+  bool hasTitle;
+};
+std::optional<Asked> asked;
+BOOL WINAPI CancelSaving(LPOPENFILENAMEW choice) {
+  const wchar_t* filterEnd = choice->lpstrFilter;
+  while (*filterEnd != L'\0') filterEnd += std::wcslen(filterEnd) + 1;
+  asked = {choice->hwndOwner,    {choice->lpstrFilter, filterEnd},
+           choice->lpstrFile,    choice->lpstrDefExt,
+           choice->nFilterIndex, choice->nMaxFile,
+           choice->Flags,        choice->lpstrTitle != nullptr};
+  return FALSE;
+}
+
+TEST_F(SaveMaterialTest, AsksTheSystemsDialogForAProfileInTheMaterialFolder) {
+  constexpr std::wstring_view kFilter{L"Material Settings (*.ini)\0*.ini\0", 32};
+  const ReplacedImport replaced{__imp_GetSaveFileNameW, &CancelSaving};
+  MakeProfile(L"Oak.ini");
+  Open();
+  for (const wchar_t* name : {L"", L"Oak"}) {
+    if (*name != L'\0') Choose(name);
+    asked.reset();
+    Click(dialog_, IDC_CS_SAVE_MATERIAL);
+    ASSERT_TRUE(asked.has_value());
+    EXPECT_EQ(asked->owner, dialog_);
+    EXPECT_EQ(asked->filter, kFilter);
+    EXPECT_EQ(asked->filterIndex, 1u);
+    EXPECT_EQ(asked->file, PathOf(*name == L'\0' ? L"*.ini" : name));
+    EXPECT_EQ(asked->fileCapacity, 512u);
+    EXPECT_EQ(asked->extension, L"ini");
+    EXPECT_FALSE(asked->hasTitle);
+    EXPECT_EQ(asked->flags, 0x02000C06u);
+  }
 }
 
 TEST_F(SaveMaterialTest, ProposesTheNameOfTheSelectedProfile) {

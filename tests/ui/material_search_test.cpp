@@ -4,6 +4,7 @@
 #include <atomic>
 #include <fstream>
 
+#include "support/replaced_import.h"
 #include "ui/material_profiles_fixture.h"
 
 // Where this program keeps the address of the system's function.
@@ -27,11 +28,7 @@ class FailingDrive {
     failures_.store(failuresBeforeEachFile);
     left_.store(failuresBeforeEachFile);
     asked_.store(0);
-    Replace(&FindNext);
   }
-  ~FailingDrive() { Replace(kReal); }
-  FailingDrive(const FailingDrive&) = delete;
-  FailingDrive& operator=(const FailingDrive&) = delete;
 
   int TimesAsked() const { return asked_; }
 
@@ -48,17 +45,12 @@ class FailingDrive {
     SetLastError(ERROR_NOT_READY);
     return FALSE;
   }
-  static void Replace(Function function) {
-    DWORD before = 0;
-    ASSERT_TRUE(VirtualProtect(&__imp_FindNextFileW, sizeof function, PAGE_READWRITE, &before));
-    __imp_FindNextFileW = function;
-    VirtualProtect(&__imp_FindNextFileW, sizeof function, before, &before);
-  }
 
   static inline const Function kReal = __imp_FindNextFileW;
   static inline std::atomic<int> failures_{0};
   static inline std::atomic<int> left_{0};
   static inline std::atomic<int> asked_{0};
+  const ReplacedImport<Function> replaced_{__imp_FindNextFileW, &FindNext};
 };
 
 using MaterialSearchTest = MaterialProfilesTest;

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "device/record_lock.h"
 #include "support/wait_until.h"
 #include "ui/settings_dialog_fixture.h"
@@ -80,6 +82,26 @@ TEST_F(SettingsDialogTest, StaysOpenWhileTheControllerAnswers) {
   for (const std::string& line : controller_.Lines()) EXPECT_EQ(line, "SmoothieIsConnected\n");
 }
 
+TEST_F(SettingsDialogTest, AnyTimerChecksTheLink) {
+  Open();
+  controller_.Clear();
+  for (int i = 0; i < 20; ++i) SendMessageW(dialog_, WM_TIMER, 7, 0);
+  SendLine(Record(), "mark\n");
+  ASSERT_TRUE(controller_.WaitForLine("mark\n"));
+  EXPECT_GE(std::ranges::count(controller_.Lines(), "SmoothieIsConnected\n"), 20)
+      << "ten seconds of its own timer";
+}
+
+TEST_F(SettingsDialogTest, WithoutADeviceNoTimerClosesIt) {
+  Open();
+  controller_.Answer("SmoothieIsConnected\n", "");
+  dialogDevice = nullptr;
+  Record().lastAnswerTick = 0;
+  for (int i = 0; i < 20; ++i) SendMessageW(dialog_, WM_TIMER, 1041, 0);
+  EXPECT_EQ(driver_->Top(), dialog_);
+  dialogDevice = &Record();
+}
+
 TEST_F(SettingsDialogTest, ASilentControllerClosesItAsCancelled) {
   Open();
   Type(IDC_CS_CUTTER_LIFT, L"0.75");
@@ -112,6 +134,12 @@ TEST_F(SettingsDialogTest, AHeldPlungeMakesItBusy) {
   Record().plungeHold = 1;
   Open();
   EXPECT_EQ(dialogState.busy, 1u);
+}
+
+TEST_F(SettingsDialogTest, OnlyAHoldOfOneMakesItBusy) {
+  Record().plungeHold = 2;
+  Open();
+  EXPECT_EQ(dialogState.busy, 0u);
 }
 
 TEST_F(SettingsDialogTest, EnterAppliesAndExits) {
