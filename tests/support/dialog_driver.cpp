@@ -108,25 +108,35 @@ std::int64_t DialogDriver::Result() const {
   return result_;
 }
 
-HWND DialogDriver::Focused(HWND otherwise) const {
+HWND DialogDriver::Focused() const {
   GUITHREADINFO info{};
   info.cbSize = sizeof info;
-  const bool known = GetGUIThreadInfo(threadId_, &info) && info.hwndFocus != nullptr;
-  return known ? info.hwndFocus : otherwise;
+  return GetGUIThreadInfo(threadId_, &info) ? info.hwndFocus : nullptr;
 }
 
 int DialogDriver::FocusedControl() const {
-  const HWND focused = Focused(nullptr);
+  const HWND focused = Focused();
   return focused == nullptr ? 0 : GetDlgCtrlID(focused);
 }
 
+HWND DialogDriver::WaitForFocusIn(HWND dialog) const {
+  HWND focused = nullptr;
+  WaitUntil([&] {
+    focused = Focused();
+    if (focused == nullptr) SetForegroundWindow(dialog);
+    return IsChild(dialog, focused) != FALSE;
+  });
+  return focused;
+}
+
 void DialogDriver::PressKey(HWND dialog, WPARAM virtualKey) const {
-  PostMessageW(Focused(dialog), WM_KEYDOWN, virtualKey, 1);
+  PostMessageW(WaitForFocusIn(dialog), WM_KEYDOWN, virtualKey, 1);
 }
 
 void DialogDriver::PressAccessKey(HWND dialog, wchar_t letter) const {
   constexpr LPARAM kWithAlt = LPARAM{1} << 29;
-  PostMessageW(Focused(dialog), WM_SYSCHAR, static_cast<WPARAM>(towlower(letter)), kWithAlt | 1);
+  PostMessageW(WaitForFocusIn(dialog), WM_SYSCHAR, static_cast<WPARAM>(towlower(letter)),
+               kWithAlt | 1);
 }
 
 std::vector<int> DialogDriver::TabRound(HWND dialog) const {

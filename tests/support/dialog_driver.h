@@ -56,8 +56,8 @@ class DialogDriver {
   bool WaitForFocus(HWND dialog, int id) const;
   DWORD ThreadId() const { return threadId_; }
 
-  // Keys as the keyboard sends them, to the control that has the focus; the dialog's own loop finds
-  // out what they mean. Neither waits.
+  // Keys as the keyboard sends them, to the control of the dialog that has the focus (waits for
+  // one); the dialog's own loop finds out what they mean. Neither waits for that.
   void PressKey(HWND dialog, WPARAM virtualKey) const;
   void PressAccessKey(HWND dialog, wchar_t letter) const;  // with Alt
   // The controls that the tab key goes through, from the one that has the focus until it comes
@@ -65,7 +65,8 @@ class DialogDriver {
   std::vector<int> TabRound(HWND dialog) const;
 
  private:
-  HWND Focused(HWND otherwise) const;
+  HWND Focused() const;
+  HWND WaitForFocusIn(HWND dialog) const;
 
   std::atomic<std::int64_t> result_{-1000};
   std::atomic<bool> closed_{false};

@@ -321,16 +321,20 @@ TEST_F(TableSetupDialog, TheSwitchesAreAskedEveryFiftyMilliseconds) {
   EXPECT_LE(gapsMs[10], 80);
 }
 
-TEST_F(TableSetupDialog, TheLampsStopAndTheirBrushesGoWithTheDialog) {
+TEST_F(TableSetupDialog, BothBrushesGoWithTheDialog) {
   FitAllSwitches();
+  controller_.Answer("M119\n", "min_x:1 min_y:0 min_z:0 pins: Probe: 0\r\n");
   for (const int button : {IDOK, IDCANCEL}) {
     OpenUnlocked();
     Type(1092, L"2");
-    const HBRUSH brush = BrushOf(1076);
-    EXPECT_EQ(GetObjectType(brush), static_cast<DWORD>(OBJ_BRUSH));
-    EXPECT_TRUE(controller_.WaitForLine("M119\n"));
+    ASSERT_TRUE(WaitUntil([&] { return ColorOf(1076) == kRed; }));
+    const HBRUSH red = BrushOf(1076);
+    const HBRUSH black = BrushOf(1077);
+    EXPECT_EQ(GetObjectType(red), static_cast<DWORD>(OBJ_BRUSH));
+    EXPECT_EQ(GetObjectType(black), static_cast<DWORD>(OBJ_BRUSH));
     EXPECT_EQ(CloseBy(button), button);
-    EXPECT_EQ(GetObjectType(brush), 0u) << button;
+    EXPECT_EQ(GetObjectType(red), 0u) << button;
+    EXPECT_EQ(GetObjectType(black), 0u) << button;
   }
 }
 

@@ -157,6 +157,8 @@ TEST_F(TableSetupFields, AStoredZeroIsShownWithAPoint) {
     if (row.kind != Kind::Whole) continue;
     EXPECT_EQ(Text(row.id), L"0.") << row.id;
   }
+  Save();
+  EXPECT_EQ(Stored(L"Axis X", L"Motor Steps"), L"0.") << "as typed";
 }
 
 // A pitch of 5 mm has more digits than its field.
