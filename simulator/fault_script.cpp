@@ -93,9 +93,6 @@ std::optional<Fault> FaultFromJson(const json& object, std::string& error) {
     error = "fault: needs a 'do': " + fault.source;
   } else if (fault.action == FaultAction::Inject && fault.text.empty()) {
     error = "fault: inject needs a text: " + fault.source;
-  } else if (fault.trigger == FaultTrigger::Time &&
-             (fault.IsAboutReplies() || fault.action == FaultAction::Ignore)) {
-    error = "fault: a time has no reply to act on: " + fault.source;
   } else if (fault.trigger == FaultTrigger::Reply && fault.action == FaultAction::Ignore) {
     error = "fault: a reply cannot be ignored, drop it: " + fault.source;
   } else {

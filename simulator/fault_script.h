@@ -48,6 +48,11 @@ struct Fault {
   bool IsAboutReplies() const {
     return action >= FaultAction::Drop && action <= FaultAction::Fragment;
   }
+  // At a time: acts when it has come. The others act on the lines or replies that come from then
+  // on.
+  bool ActsAtItsTime() const {
+    return trigger == FaultTrigger::Time && !IsAboutReplies() && action != FaultAction::Ignore;
+  }
 };
 
 // Reads one `--fault` argument. Three forms:

@@ -11,7 +11,7 @@ FaultEvent EventOf(const Fault& fault) {
   return {fault.action, fault.text, fault.durationUs};
 }
 
-// The first letter or digit becomes another character: the reply stays one line.
+// The first character that is no blank becomes another: the reply stays one line.
 std::string Corrupted(std::string text) {
   const auto at = std::find_if(text.begin(), text.end(), [](char c) { return c > ' '; });
   if (at != text.end()) *at = *at == '?' ? '!' : '?';
@@ -27,14 +27,18 @@ bool Faults::Counts(State& state) {
   return state.seen >= fault.nth && (fault.count == 0 || state.seen - fault.nth < fault.count);
 }
 
-std::vector<FaultEvent> Faults::OnLine(std::uint64_t lineId, std::string_view line, bool& ignore) {
+std::vector<FaultEvent> Faults::OnLine(std::uint64_t lineId, std::string_view line, TimeUs nowUs,
+                                       bool& ignore) {
   std::vector<FaultEvent> events;
   ignore = false;
   for (std::size_t i = 0; i < states_.size(); ++i) {
     State& state = states_[i];
     const Fault& fault = state.fault;
-    const bool hit = (fault.trigger == FaultTrigger::Line && fault.line == lineId) ||
-                     (fault.trigger == FaultTrigger::Match && line.find(fault.match) != line.npos);
+    const bool hit =
+        (fault.trigger == FaultTrigger::Line && fault.line == lineId) ||
+        (fault.trigger == FaultTrigger::Match && line.find(fault.match) != line.npos) ||
+        (fault.trigger == FaultTrigger::Time && fault.action == FaultAction::Ignore &&
+         fault.atUs <= nowUs);
     if (!hit || !Counts(state)) continue;
     if (fault.IsAboutReplies()) {
       armed_[lineId].push_back(i);
@@ -87,28 +91,39 @@ void Faults::Apply(State& state, std::vector<OutputPiece>& pieces) {
   }
 }
 
-std::vector<OutputPiece> Faults::OnReply(std::uint64_t lineId, std::string_view reply,
+void Faults::ApplyArmed(std::uint64_t lineId, std::vector<OutputPiece>& pieces) {
+  const auto armed = armed_.find(lineId);
+  if (armed == armed_.end()) return;
+  std::vector<std::size_t> kept;
+  for (const std::size_t i : armed->second) {
+    Apply(states_[i], pieces);
+    // Loss and noise hit the first reply to a line; the others stay on for its late replies.
+    const FaultAction action = states_[i].fault.action;
+    if (action != FaultAction::Drop && action != FaultAction::Corrupt) kept.push_back(i);
+  }
+  armed->second = kept;
+  if (kept.empty()) armed_.erase(armed);
+}
+
+std::vector<OutputPiece> Faults::OnReply(std::uint64_t lineId, std::string_view reply, TimeUs nowUs,
                                          std::vector<FaultEvent>& events) {
   std::vector<OutputPiece> pieces = {{std::string(reply), 0, false}};
-  if (const auto armed = armed_.find(lineId); armed != armed_.end()) {
-    std::vector<std::size_t> kept;
-    for (const std::size_t i : armed->second) {
-      Apply(states_[i], pieces);
-      // Loss and noise hit the first reply to a line; the others stay on for its late replies.
-      const FaultAction action = states_[i].fault.action;
-      if (action != FaultAction::Drop && action != FaultAction::Corrupt) kept.push_back(i);
-    }
-    armed->second = kept;
-  }
-  for (State& state : states_) {
-    if (state.fault.trigger != FaultTrigger::Reply) continue;
-    if (reply.find(state.fault.match) == reply.npos || !Counts(state)) continue;
-    if (state.fault.IsAboutReplies()) {
-      Apply(state, pieces);
-    } else {
+  ApplyArmed(lineId, pieces);
+  for (std::size_t i = 0; i < states_.size(); ++i) {
+    State& state = states_[i];
+    const Fault& fault = state.fault;
+    const bool hit =
+        (fault.trigger == FaultTrigger::Reply && reply.find(fault.match) != reply.npos) ||
+        (fault.trigger == FaultTrigger::Time && fault.IsAboutReplies() && fault.atUs <= nowUs);
+    if (!hit || !Counts(state)) continue;
+    if (!fault.IsAboutReplies()) {
       ++state.fired;
-      events.push_back(EventOf(state.fault));
+      events.push_back(EventOf(fault));
+      continue;
     }
+    const bool withheld = fault.action == FaultAction::Withhold && !pieces.empty();
+    Apply(state, pieces);
+    if (withheld && lineId != 0) armed_[lineId].push_back(i);
   }
   return pieces;
 }
@@ -116,8 +131,7 @@ std::vector<OutputPiece> Faults::OnReply(std::uint64_t lineId, std::string_view 
 std::vector<FaultEvent> Faults::OnTime(TimeUs nowUs) {
   std::vector<FaultEvent> events;
   for (State& state : states_) {
-    if (state.fault.trigger != FaultTrigger::Time || state.fired > 0) continue;
-    if (state.fault.atUs > nowUs) continue;
+    if (!state.fault.ActsAtItsTime() || state.fired > 0 || state.fault.atUs > nowUs) continue;
     ++state.fired;
     events.push_back(EventOf(state.fault));
   }
@@ -127,7 +141,7 @@ std::vector<FaultEvent> Faults::OnTime(TimeUs nowUs) {
 TimeUs Faults::NextTime() const {
   TimeUs next = kNever;
   for (const State& state : states_) {
-    if (state.fault.trigger == FaultTrigger::Time && state.fired == 0) {
+    if (state.fault.ActsAtItsTime() && state.fired == 0) {
       next = std::min(next, state.fault.atUs);
     }
   }

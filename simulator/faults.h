@@ -32,11 +32,12 @@ class Faults {
   void Add(const Fault& fault) { states_.push_back({fault, 0, 0}); }
 
   // A line has arrived. Events to carry out before it is handled; `ignore` when it is to be lost.
-  std::vector<FaultEvent> OnLine(std::uint64_t lineId, std::string_view line, bool& ignore);
+  std::vector<FaultEvent> OnLine(std::uint64_t lineId, std::string_view line, TimeUs nowUs,
+                                 bool& ignore);
 
   // A reply is about to go. What goes instead; events that the reply sets off come back in
   // `events`, to be carried out after it.
-  std::vector<OutputPiece> OnReply(std::uint64_t lineId, std::string_view reply,
+  std::vector<OutputPiece> OnReply(std::uint64_t lineId, std::string_view reply, TimeUs nowUs,
                                    std::vector<FaultEvent>& events);
 
   // Events whose time has come.
@@ -60,6 +61,7 @@ class Faults {
 
   bool Counts(State& state);
   void Apply(State& state, std::vector<OutputPiece>& pieces);
+  void ApplyArmed(std::uint64_t lineId, std::vector<OutputPiece>& pieces);
 
   std::vector<State> states_;
   std::map<std::uint64_t, std::vector<std::size_t>> armed_;  // line id: faults on its replies

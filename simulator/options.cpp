@@ -149,7 +149,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
       ->check(CLI::IsMember({"usb", "uart", "tcp"}).description(""))
       ->capture_default_str()
       ->type_name("usb|uart|tcp");
-  app.add_option("--baud", options.setup.baud, "Let the pty carry bytes at this baud rate")
+  app.add_option("--baud", options.setup.baud, "Carry bytes at this baud rate (pty as usb or uart)")
       ->check(CLI::Range(300.0, 1e9).description(""))
       ->type_name("BAUD");
   app.add_option("--speed", raw.speed, "Machine seconds in a second, or max")
@@ -185,11 +185,12 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
       ->allow_extra_args(false)
       ->type_name("NAME=STATE");
 
-  app.add_option("--fault", raw.faults,
-                 "What goes wrong: 'match=G28,do=withhold', JSON, or a file with JSON.\n"
-                 "When: line=N, match=TEXT, reply=TEXT or atMs=N; nth=N, count=N (0: always).\n"
-                 "do=ignore, drop, withhold, delay, duplicate, corrupt, fragment, inject, halt,\n"
-                 "silent or close; ms=N and text=TEXT where they matter")
+  app.add_option(
+         "--fault", raw.faults,
+         "What goes wrong: 'match=G28,do=withhold', JSON, or a file with JSON.\n"
+         "When: line=N, match=TEXT, reply=TEXT or atMs=N; nth=N, count=N (0: from there on).\n"
+         "do=ignore, drop, withhold, delay, duplicate, corrupt, fragment, inject, halt,\n"
+         "silent or close; ms=N and text=TEXT where they matter")
       ->allow_extra_args(false)
       ->type_name("FAULT");
   app.add_option("--control", options.controlPath, "Make a pipe for commands ('help' lists them)")

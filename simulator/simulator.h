@@ -95,10 +95,12 @@ class Simulator final : private ReplySink {
   Stream& At(int stream) { return *streams_[static_cast<std::size_t>(stream)]; }
   const Stream& At(int stream) const { return *streams_[static_cast<std::size_t>(stream)]; }
 
+  // What goes out (simulator_replies.cpp).
   void Reply(int stream, std::uint64_t lineId, std::string_view text) override;
   void Deliver(int stream, const std::vector<OutputPiece>& pieces);
   void CarryOut(const FaultEvent& event);
   void CarryOutPending();
+
   void AdvanceMachine();
   void Consume(int stream);
   bool HasRoom(int stream) const;

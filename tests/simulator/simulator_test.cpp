@@ -1,4 +1,4 @@
-// The board behind its links: greetings, room, pace, loss, faults.
+// The board behind its links: greetings, room, pace, loss.
 #include "simulator/simulator.h"
 
 #include <gmock/gmock.h>
@@ -7,49 +7,13 @@
 #include <fstream>
 #include <sstream>
 
-#include "simulator/report.h"
+#include "tests/simulator/rig.h"
 
 namespace k7sim {
 namespace {
 
-struct Rig {
-  explicit Rig(WireKind kind = WireKind::Usb, SimulatorSetup setup = {},
-               TranscriptTimes times = TranscriptTimes::Off)
-      : transcript(times), simulator(setup, transcript), port(simulator.AddStream(kind, "port")) {}
-
-  void Open() { simulator.HostOpened(port, now); }
-  std::string Take() {
-    simulator.Run(now);
-    const std::string bytes(simulator.Ready(port, now));
-    simulator.Sent(port, bytes.size(), now);
-    return bytes;
-  }
-  std::string Send(std::string_view bytes) {
-    simulator.Receive(port, bytes, now);
-    return Take();
-  }
-  std::string TakeAt(double seconds) {
-    now = UsFromSeconds(seconds);
-    return Take();
-  }
-
-  Transcript transcript;
-  Simulator simulator;
-  int port;
-  TimeUs now = 0;
-};
-
-SimulatorSetup WithFault(const char* text) {
-  SimulatorSetup setup;
-  std::string error;
-  const auto faults = ParseFaults(text, error);
-  if (!faults) {
-    ADD_FAILURE() << error;
-  } else {
-    setup.faults = *faults;
-  }
-  return setup;
-}
+using k7test::Rig;
+using k7test::WithFault;
 
 TEST(Simulator, GreetsEachHostAsItsLinkDoes) {
   Rig usb(WireKind::Usb);
@@ -200,102 +164,6 @@ TEST(Simulator, TheHaltByteActsInTheMiddleOfALine) {
   Rig rig(WireKind::Uart);
   rig.Open();
   EXPECT_EQ(rig.Send("G0 X10\nG0\x18 X2\n"), "ok\n!!\r\n");
-}
-
-struct FaultCase {
-  const char* fault;
-  const char* lines;
-  const char* at0;
-  const char* atHalfSecond;
-};
-
-class FaultOnReplies : public testing::TestWithParam<FaultCase> {};
-
-TEST_P(FaultOnReplies, ChangesWhatTheHostSees) {
-  Rig rig(WireKind::Uart, WithFault(GetParam().fault));
-  rig.Open();
-  EXPECT_EQ(rig.Send(GetParam().lines), GetParam().at0);
-  EXPECT_EQ(rig.TakeAt(0.5), GetParam().atHalfSecond);
-  EXPECT_TRUE(rig.simulator.FaultsOf().AllFired());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Each, FaultOnReplies,
-    testing::Values(FaultCase{"line=2,do=ignore", "G21\nM119\nG90\n", "ok\nok\n", ""},
-                    FaultCase{"match=G90,do=drop", "G21\nG90\nM17\n", "ok\nok\r\n", ""},
-                    FaultCase{"match=Smoothie,nth=2,do=withhold",
-                              "SmoothieIsConnected\nSmoothieIsConnected\nG21\n",
-                              "SmoothieIsConnected\r\nok\n", ""},
-                    FaultCase{"reply=Table,do=delay,ms=200", "TableIsHomed\nG21\n", "ok\n",
-                              "TableIsHomedFALSE\r\n"},
-                    FaultCase{"match=G21,do=duplicate", "G21\n", "ok\nok\n", ""},
-                    FaultCase{"reply=ok,nth=2,do=corrupt", "G21\nG90\n", "ok\n?k\n", ""},
-                    FaultCase{"match=TableIsHomed,do=fragment,ms=100", "TableIsHomed\nG21\n",
-                              "TableIsHom", "edFALSE\r\nok\n"},
-                    FaultCase{"line=1,do=inject,text=ALARM: Hard limit +X\\n", "G21\n",
-                              "ALARM: Hard limit +X\nok\n", ""},
-                    FaultCase{"reply=ok,do=inject,text=Done printing file\\r\\n", "G21\n",
-                              "ok\nDone printing file\r\n", ""},
-                    FaultCase{"atMs=100,do=inject,text=// NOTICE\\n", "G21\n", "ok\n",
-                              "// NOTICE\n"},
-                    FaultCase{"line=2,do=halt", "G21\nG90\nM17\n",
-                              "ok\nALARM: Hard limit +X\n!!\r\n!!\r\n", ""},
-                    FaultCase{"match=G90,do=silent", "G21\nG90\nM17\n", "ok\n", ""},
-                    FaultCase{"reply=ok,count=0,do=drop", "G21\nG90\nTableIsHomed\n",
-                              "TableIsHomedFALSE\r\n", ""}));
-
-TEST(Faults, AWithheldLineKeepsItsLateRepliesToo) {
-  Rig rig(WireKind::Uart, WithFault("match=G28,do=withhold"));
-  rig.Open();
-  rig.Send("G28 Z0\nG28 Y0\n");
-  EXPECT_EQ(rig.TakeAt(10), "");
-  EXPECT_EQ(rig.simulator.FaultsOf().Outcomes()[0].fired, 2u);
-}
-
-TEST(Faults, CanHitTheThirdEndOfABlockAlone) {
-  Rig rig(WireKind::Uart, WithFault("reply=EX,nth=3,do=drop"));
-  rig.Open();
-  rig.Send("SendBlockMessagesOn\nG0 X1\nG0 X2\nG0 X3\nG0 X4\n");
-  const std::string replies = rig.TakeAt(60);
-  EXPECT_EQ(replies, "BX\r\nEX\r\nBX\r\nEX\r\nBX\r\nBX\r\nEX\r\n");
-}
-
-TEST(Faults, SilenceForAWhileEnds) {
-  Rig rig(WireKind::Uart, WithFault("line=1,do=silent,ms=300"));
-  rig.Open();
-  EXPECT_EQ(rig.Send("G21\n"), "");
-  rig.TakeAt(0.4);
-  EXPECT_EQ(rig.Send("G21\n"), "ok\n");
-}
-
-TEST(Faults, CloseAsksTheServerOnce) {
-  Rig rig(WireKind::Uart, WithFault("line=1,do=close,ms=250"));
-  rig.Open();
-  rig.Send("G21\n");
-  const auto requests = rig.simulator.TakeCloseRequests();
-  ASSERT_EQ(requests.size(), 1u);
-  EXPECT_EQ(requests[0].reopenUs, 250'000);
-  EXPECT_TRUE(rig.simulator.TakeCloseRequests().empty());
-}
-
-TEST(Faults, OneThatNeverFiredShowsInTheReport) {
-  Rig rig(WireKind::Uart, WithFault("match=G30,do=drop"));
-  rig.Open();
-  rig.Send("G21\n");
-  const std::string report = WriteReport(rig.simulator);
-  EXPECT_THAT(report, testing::HasSubstr("\"fired\": 0"));
-  EXPECT_THAT(report, testing::HasSubstr("\"allFaultsFired\": false"));
-  rig.Send("G30 F9000\n");
-  rig.TakeAt(10);
-  EXPECT_THAT(WriteReport(rig.simulator), testing::HasSubstr("\"allFaultsFired\": true"));
-}
-
-TEST(Faults, AScriptThatChasesItsOwnTailEnds) {
-  Rig rig(WireKind::Uart, WithFault("reply=ALARM,count=0,do=halt"));
-  rig.Open();
-  rig.simulator.HaltMachine("", 0);
-  rig.Send("G21\n");
-  EXPECT_TRUE(rig.simulator.Board().IsHalted());
 }
 
 TEST(Transcript, HoldsEveryLineInBothDirections) {
