@@ -8,6 +8,7 @@
 #include "app/console.h"
 #include "app/stop_request.h"
 #include "core/hpgl.h"
+#include "core/job_estimate.h"
 #include "core/job_plan.h"
 #include "core/job_runner.h"
 #include "core/text.h"
@@ -87,10 +88,7 @@ Job Prepare(Session& session, const Arguments& arguments, const std::vector<Stro
   job.options.passes = arguments.passes != 0 ? arguments.passes : passes;
   job.options.runKind = arguments.runKind;
   job.options.spindle = arguments.spindle;
-  const std::vector<std::uint32_t> triples = EstimateTriples(job.plan);
-  job.options.estimateSeconds =
-      job.options.passes * session.Device().EstimateJobTime(
-                               triples.data(), static_cast<std::uint32_t>(triples.size() / 3));
+  job.options.estimateSeconds = EstimateJob(session.Device(), job.plan, job.options.passes);
   Print("job", "strokes " + std::to_string(job.plan.strokes) + ", dots " +
                    std::to_string(job.plan.dots) + ", cuts " + std::to_string(job.plan.cuts) +
                    ", passes " + std::to_string(job.options.passes) + ", " +

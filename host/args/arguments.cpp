@@ -48,7 +48,7 @@ void AddEngrave(CLI::App& app, Arguments& out) {
       "and up without moving is a dot. A file with an error, and a drawing that does not fit the\n"
       "table, moves nothing. Ctrl-C lifts the cutter and ends the job; a second Ctrl-C ends the\n"
       "program at once and leaves the machine to itself.\n"
-      "Prints: job: ..., pass: ..., progress: ..., done: ... or stopped: ...");
+      "Prints: job: ..., estimate: ..., pass: ..., progress: ..., done: ... or stopped: ...");
   AddFile(sub, out);
   sub->add_option("--passes", out.passes,
                   "Engrave only passes 1 to N of those that the engrave settings make;\n"
@@ -159,10 +159,10 @@ void AddCommands(CLI::App& app, Arguments& out) {
                        "passes, location, fitted, settings.");
   info->add_option("controller", out.id, "Identity of the controller")->type_name("ID");
   AddEngrave(app, out);
-  CLI::App* estimate =
-      Add(app, out, Command::Estimate, "estimate", "Estimate how long a drawing takes",
-          "Moves nothing. Prints: job: ..., estimate: SECONDS s (H:MM:SS) for all passes;\n"
-          "estimate: unknown when X and Y differ in resolution.");
+  CLI::App* estimate = Add(
+      app, out, Command::Estimate, "estimate", "Estimate how long a drawing takes",
+      "Moves nothing. Prints: job: ..., estimate: SECONDS s (H:MM:SS) for all passes and the way\n"
+      "back to the table home; estimate: unknown when X and Y differ in resolution.");
   AddFile(estimate, out);
   estimate->add_option("--passes", out.passes, "Only passes 1 to N")
       ->type_name("N")

@@ -114,17 +114,6 @@ PlanResult BuildPlan(const std::vector<Stroke>& strokes, const Table& table) {
   return result;
 }
 
-std::vector<std::uint32_t> EstimateTriples(const JobPlan& plan) {
-  std::vector<std::uint32_t> triples;
-  triples.reserve(plan.moves.size() * 3);
-  for (const Move& move : plan.moves) {
-    if (move.kind == MoveKind::Plunge) continue;
-    triples.insert(triples.end(),
-                   {move.xSteps, move.ySteps, move.kind == MoveKind::Travel ? 1u : 2u});
-  }
-  return triples;
-}
-
 std::string ExtentText(const JobPlan& plan, const Table& table) {
   return ExtentOf({{plan.minXSteps, plan.minYSteps}, {plan.maxXSteps, plan.maxYSteps}}, table);
 }

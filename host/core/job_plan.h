@@ -45,10 +45,6 @@ struct PlanResult {
 // refused whole. [any]
 PlanResult BuildPlan(const std::vector<Stroke>& strokes, const Table& table);
 
-// The plan as EstimateJobTime takes it: triples (x, y, kind), kind 1 for travel, 2 for cut; dots
-// have no length and no triple. [any]
-std::vector<std::uint32_t> EstimateTriples(const JobPlan& plan);
-
 // "X 0.250 to 7.750, Y 0.250 to 4.750" in inches. [any]
 std::string ExtentText(const JobPlan& plan, const Table& table);
 

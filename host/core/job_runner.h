@@ -28,7 +28,7 @@ struct JobOptions {
   std::uint32_t passes = 1;
   std::uint32_t runKind = k7::kRunEngraving;
   bool spindle = false;               // on at the engraving speed before the first move
-  std::uint32_t estimateSeconds = 0;  // for all passes
+  std::uint32_t estimateSeconds = 0;  // for the whole job; 0: unknown
 };
 
 // What the runner asks of the program around it. [host]

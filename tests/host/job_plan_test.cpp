@@ -117,10 +117,5 @@ TEST(JobPlan, ADriverWithoutAResolutionIsRefused) {
   }
 }
 
-TEST(JobPlan, TheEstimateTakesTravelsAndCuts) {
-  const auto triples = EstimateTriples(Plan("PU10,20;PD30,40;PU5,6;PD").plan);
-  EXPECT_EQ(triples, (std::vector<std::uint32_t>{10, 20, 1, 30, 40, 2, 5, 6, 1}));
-}
-
 }  // namespace
 }  // namespace k7host

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/hpgl.h"
+#include "core/job_estimate.h"
 #include "core/job_plan.h"
 #include "job/time_estimate.h"
 #include "motion/units.h"
@@ -106,7 +107,8 @@ TEST_P(EstimateAgainstPlanner, AgreesWithinFivePercent) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, EstimateAgainstPlanner,
-                         testing::Values("plate.plt", "grid.plt", "spiral.plt", "lettering.plt"));
+                         testing::Values("plate.plt", "grid.plt", "spiral.plt", "lettering.plt",
+                                         "braille.plt"));
 
 }  // namespace
 }  // namespace k7

@@ -1,0 +1,20 @@
+// How long a whole job will take, by the driver's own estimate of a drawing.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "core/job_plan.h"
+#include "k7/driver.h"
+
+namespace k7host {
+
+// One pass as EstimateJobTime takes it: triples (x, y, kind), kind 1 for travel, 2 for cut; a dot
+// is a cut to where the travel before it ends. [any]
+std::vector<std::uint32_t> EstimateTriples(const JobPlan& plan);
+
+// Seconds for all passes and the way back to the table home; 0 when the driver gives no estimate.
+// Sends nothing to the machine. [host]
+std::uint32_t EstimateJob(k7::IEngraver& device, const JobPlan& plan, std::uint32_t passes);
+
+}  // namespace k7host
