@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
+#include <ostream>
+#include <string>
+
 #include "recording_engraver.h"
 
 namespace k7host {
@@ -127,54 +131,108 @@ TEST(JobRunner, ARefusedBeginSendsNothing) {
   EXPECT_EQ(f.device.Log(), "SetGridMode(0) BeginJob SetGridMode(0)");
 }
 
-TEST(JobRunner, AnArmedFirstTravelGoesOn) {
+// What the runner makes of each answer of the device to "PU10,20;PD30,40" or a drawing like it.
+using Answers = std::deque<std::uint32_t>;
+struct AnswerCase {
+  const char* name;
+  const char* file;
+  Answers move, engrave, lower;
+  JobEnd end;
+  const char* calls;  // between the travel to (10, 20) and the end of the run
+};
+
+void PrintTo(const AnswerCase& c, std::ostream* out) {
+  *out << c.name;
+}
+
+class JobRunnerAnswers : public testing::TestWithParam<AnswerCase> {};
+
+TEST_P(JobRunnerAnswers, AreFollowed) {
+  const AnswerCase& c = GetParam();
   Fixture f;
-  f.device.moveAnswers = {k7::kStatusArmed};
-  const JobResult result = f.Run("PU10,20;PD30,40");
-  EXPECT_EQ(result.end, JobEnd::Done);
-  EXPECT_EQ(result.progress.movesDone, 2u);
+  f.device.moveAnswers = c.move;
+  f.device.engraveAnswers = c.engrave;
+  f.device.lowerAnswers = c.lower;
+  const JobResult result = f.Run(c.file);
+  EXPECT_EQ(result.end, c.end);
+  EXPECT_EQ(f.device.Log(), "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) " +
+                                std::string(c.calls) + " SetGridMode(0)");
   EXPECT_EQ(result.progress.outstanding, 0u);
+  if (c.end == JobEnd::Done) {
+    EXPECT_EQ(result.progress.movesDone, 2u);
+  }
 }
 
-TEST(JobRunner, AProbedStrokeIsIssuedAgain) {
-  Fixture f;
-  f.device.moveAnswers = {k7::kStatusArmed};
-  f.device.engraveAnswers = {k7::kStatusProbed};
-  const JobResult result = f.Run("PU10,20;PD30,40");
-  EXPECT_EQ(result.end, JobEnd::Done);
-  EXPECT_EQ(f.device.Log(),
-            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) "
-            "EngraveTo(30,40) MoveTo(0,0) EndJob SetGridMode(0)");
-}
+constexpr std::uint32_t kSent = k7::kStatusSent;
+constexpr std::uint32_t kProbed = k7::kStatusProbed;
+constexpr std::uint32_t kRefused = k7::kStatusRefused;
 
-TEST(JobRunner, AProbedDotIsIssuedAgain) {
-  Fixture f;
-  f.device.lowerAnswers = {k7::kStatusProbed};
-  EXPECT_EQ(f.Run("PU10,20;PD").end, JobEnd::Done);
-  EXPECT_EQ(f.device.Log(),
-            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) LowerCutter LowerCutter "
-            "MoveTo(0,0) EndJob SetGridMode(0)");
-}
-
-TEST(JobRunner, AStrokeProbedTwiceEndsTheJob) {
-  Fixture f;
-  f.device.engraveAnswers = {k7::kStatusProbed, k7::kStatusProbed};
-  EXPECT_EQ(f.Run("PU10,20;PD30,40").end, JobEnd::NotProbed);
-  EXPECT_EQ(f.device.Log(),
-            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) "
-            "EngraveTo(30,40) EndJob SetGridMode(0)");
-}
-
-TEST(JobRunner, AManualCutterIsSetBetweenTwoJobs) {
-  Fixture f;
-  f.device.moveAnswers = {k7::kStatusOneShot};
-  const JobResult result = f.Run("PU10,20;PD30,40");
-  EXPECT_EQ(result.end, JobEnd::Done);
-  EXPECT_EQ(f.device.Log(),
-            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EndJob ManualCutter "
-            "BeginJob EngraveTo(30,40) MoveTo(0,0) EndJob SetGridMode(0)");
-  EXPECT_EQ(result.progress.movesDone, 2u);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Each, JobRunnerAnswers,
+    testing::Values(AnswerCase{"AnArmedFirstTravelGoesOn",
+                               "PU10,20;PD30,40",
+                               {k7::kStatusArmed},
+                               {},
+                               {},
+                               JobEnd::Done,
+                               "EngraveTo(30,40) MoveTo(0,0) EndJob"},
+                    AnswerCase{"AProbedStrokeIsIssuedAgain",
+                               "PU10,20;PD30,40",
+                               {k7::kStatusArmed},
+                               {kProbed},
+                               {},
+                               JobEnd::Done,
+                               "EngraveTo(30,40) EngraveTo(30,40) MoveTo(0,0) EndJob"},
+                    AnswerCase{"AProbedDotIsIssuedAgain",
+                               "PU10,20;PD",
+                               {},
+                               {},
+                               {kProbed},
+                               JobEnd::Done,
+                               "LowerCutter LowerCutter MoveTo(0,0) EndJob"},
+                    AnswerCase{"AStrokeProbedTwiceEndsTheJob",
+                               "PU10,20;PD30,40",
+                               {},
+                               {kProbed, kProbed},
+                               {},
+                               JobEnd::NotProbed,
+                               "EngraveTo(30,40) EngraveTo(30,40) EndJob"},
+                    AnswerCase{"ADotProbedTwiceEndsTheJob",
+                               "PU10,20;PD",
+                               {},
+                               {},
+                               {kProbed, kProbed},
+                               JobEnd::NotProbed,
+                               "LowerCutter LowerCutter EndJob"},
+                    AnswerCase{"AManualCutterIsSetBetweenTwoJobs",
+                               "PU10,20;PD30,40",
+                               {k7::kStatusOneShot},
+                               {},
+                               {},
+                               JobEnd::Done,
+                               "EndJob ManualCutter BeginJob EngraveTo(30,40) MoveTo(0,0) EndJob"},
+                    AnswerCase{"AStrokeIntoTheTableEndsTheJob",
+                               "PU10,20;PD30,40,50,60",
+                               {},
+                               {kRefused},
+                               {},
+                               JobEnd::TableViolation,
+                               "EngraveTo(30,40) EndJob"},
+                    AnswerCase{"ADeeperPassIntoTheTableLiftsTheCutterFirst",
+                               "PU10,20;PD30,40,50,60",
+                               {},
+                               {kSent, kRefused},
+                               {},
+                               JobEnd::TableViolation,
+                               "EngraveTo(30,40) EngraveTo(50,60) MoveTo(29,40) EndJob"},
+                    AnswerCase{"ATravelThatIsRefusedEndsTheJob",
+                               "PU10,20;PD30,40",
+                               {kRefused},
+                               {},
+                               {},
+                               JobEnd::TableViolation,
+                               "EndJob"}),
+    [](const auto& test) { return std::string(test.param.name); });
 
 TEST(JobRunner, GivingUpAtTheManualCutterLeavesNoJobOpen) {
   Fixture f;
@@ -194,24 +252,6 @@ TEST(JobRunner, ARefusalAfterTheManualCutterLeavesNoJobOpen) {
   EXPECT_EQ(f.device.log[f.device.log.size() - 2], "BeginJob");
 }
 
-TEST(JobRunner, AStrokeIntoTheTableEndsTheJob) {
-  Fixture f;
-  f.device.engraveAnswers = {k7::kStatusRefused};
-  EXPECT_EQ(f.Run("PU10,20;PD30,40,50,60").end, JobEnd::TableViolation);
-  EXPECT_EQ(f.device.Log(),
-            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) EndJob "
-            "SetGridMode(0)");
-}
-
-TEST(JobRunner, ADeeperPassIntoTheTableLiftsTheCutterFirst) {
-  Fixture f;
-  f.device.engraveAnswers = {k7::kStatusSent, k7::kStatusRefused};
-  EXPECT_EQ(f.Run("PU10,20;PD30,40,50,60").end, JobEnd::TableViolation);
-  EXPECT_EQ(f.device.Log(),
-            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) "
-            "EngraveTo(50,60) MoveTo(29,40) EndJob SetGridMode(0)");
-}
-
 TEST(JobRunner, ALostControllerEndsTheJob) {
   Fixture f;
   f.device.connected = false;
@@ -221,15 +261,26 @@ TEST(JobRunner, ALostControllerEndsTheJob) {
             "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EndJob SetGridMode(0)");
 }
 
-TEST(JobRunner, StoppingWithTheCutterDownLiftsItOneStepAside) {
-  Fixture f;
-  f.stopAfterViews = 2;  // after the travel and the first cut
-  const JobResult result = f.Run("PU10,20;PD30,40,50,60");
-  EXPECT_EQ(result.end, JobEnd::Stopped);
-  EXPECT_EQ(f.device.Log(),
-            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) "
-            "MoveTo(29,40) EndJob SetGridMode(0)");
-  EXPECT_EQ(result.progress.movesDone, 2u);
+struct StopCase {
+  int views;  // progress views until the user stops
+  const char* calls;
+  std::uint32_t movesDone;
+};
+
+TEST(JobRunner, StoppingLiftsACutterThatIsDownOneStepAside) {
+  constexpr StopCase kCases[] = {
+      {1, "", 1},  // the cutter is up: nothing moves
+      {2, "EngraveTo(30,40) MoveTo(29,40) ", 2},
+  };
+  for (const StopCase& c : kCases) {
+    Fixture f;
+    f.stopAfterViews = c.views;
+    const JobResult result = f.Run("PU10,20;PD30,40,50,60");
+    EXPECT_EQ(result.end, JobEnd::Stopped);
+    EXPECT_EQ(f.device.Log(), "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) " +
+                                  std::string(c.calls) + "EndJob SetGridMode(0)");
+    EXPECT_EQ(result.progress.movesDone, c.movesDone);
+  }
 }
 
 TEST(JobRunner, StoppingAtTheLeftEdgeLiftsToTheRight) {
@@ -239,26 +290,22 @@ TEST(JobRunner, StoppingAtTheLeftEdgeLiftsToTheRight) {
   EXPECT_EQ(f.device.log[f.device.log.size() - 3], "MoveTo(1,7)");
 }
 
-TEST(JobRunner, StoppingWithTheCutterUpMovesNothing) {
-  Fixture f;
-  f.stopAfterViews = 1;
-  EXPECT_EQ(f.Run("PU10,20;PD30,40").end, JobEnd::Stopped);
-  EXPECT_EQ(f.device.Log(),
-            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EndJob SetGridMode(0)");
-}
-
 TEST(JobRunner, AJobThatEndsOverTheTableHomeIsLiftedThereToo) {
   Fixture f;
   f.Run("PU9,9;PD0,0");
   EXPECT_EQ(f.device.log[f.device.log.size() - 3], "MoveTo(1,0)");
 }
 
+std::string LineOfFortyCuts() {
+  std::string file = "PU0,10;PD";
+  for (int i = 1; i <= 40; ++i) file += std::to_string(i) + ",10" + (i < 40 ? "," : "");
+  return file;
+}
+
 TEST(JobRunner, WaitsItselfWhileThirtyTwoLinesHaveNotBegun) {
   Fixture f;
   f.device.holdReports = true;
-  std::string file = "PU0,10;PD";
-  for (int i = 1; i <= 40; ++i) file += std::to_string(i) + ",10" + (i < 40 ? "," : "");
-  const JobResult result = f.Run(file);
+  const JobResult result = f.Run(LineOfFortyCuts());
   EXPECT_EQ(result.end, JobEnd::Done);
   EXPECT_EQ(result.progress.movesDone, 41u);
   EXPECT_EQ(f.waits, 41);  // nine for room, the rest for the end
@@ -268,9 +315,7 @@ TEST(JobRunner, StopsWhileItWaits) {
   Fixture f;
   f.device.holdReports = true;
   f.stopAfterViews = 34;  // 32 sent; the second wait
-  std::string file = "PU0,10;PD";
-  for (int i = 1; i <= 40; ++i) file += std::to_string(i) + ",10" + (i < 40 ? "," : "");
-  EXPECT_EQ(f.Run(file).end, JobEnd::Stopped);
+  EXPECT_EQ(f.Run(LineOfFortyCuts()).end, JobEnd::Stopped);
   EXPECT_EQ(f.device.log[f.device.log.size() - 2], "EndJob");
 }
 
