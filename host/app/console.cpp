@@ -68,10 +68,10 @@ HANDLE ConsoleInput() {
 
 WORD TakeKey(bool* shift) {
   const HANDLE input = ConsoleInput();
-  DWORD waiting = 0;
-  while (input != nullptr && GetNumberOfConsoleInputEvents(input, &waiting) && waiting > 0) {
-    INPUT_RECORD record{};
-    DWORD read = 0;
+  INPUT_RECORD record{};
+  DWORD read = 0;
+  // By looking at the next event: a terminal that nobody reads from does not count its keys.
+  while (input != nullptr && PeekConsoleInputW(input, &record, 1, &read) && read > 0) {
     if (!ReadConsoleInputW(input, &record, 1, &read) || read == 0) return 0;
     if (record.EventType != KEY_EVENT || !record.Event.KeyEvent.bKeyDown) continue;
     if (shift != nullptr) *shift = (record.Event.KeyEvent.dwControlKeyState & SHIFT_PRESSED) != 0;

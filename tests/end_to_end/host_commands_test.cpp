@@ -1,0 +1,152 @@
+// Each command of the reference host against the real driver and the simulated machine.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <ostream>
+#include <sstream>
+
+#include "harness.h"
+#include "machines.h"
+
+namespace k7test {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+
+constexpr char kId[] = "ENDTOENDHOST0001";
+
+class HostCommand : public testing::Test {
+ protected:
+  // What a command prints; its exit code is checked here.
+  static std::string Host(const std::vector<std::string>& arguments, int exitCode = 0) {
+    const HostRun run = RunHost(arguments);
+    EXPECT_EQ(run.exitCode, exitCode) << run.output;
+    return run.output;
+  }
+
+  FreshController controller{kId, FullMachine(), FullTable()};
+};
+
+TEST_F(HostCommand, ListNamesTheController) {
+  EXPECT_EQ(Host({"list"}), "0\t" + std::string(kId) + "\tK7 System Controller\n");
+}
+
+TEST_F(HostCommand, InfoTellsTheMachine) {
+  // KEEP: the driver rounds half up below zero, too: the zero of the switches is 0.999 in away.
+  const std::string want = "id: " + std::string(kId) +
+                           "\nname: K7 System Controller\nport: \\\\.\\COM7\nlink: serial\n"
+                           "table: 25.000 x 16.000 inches\n"
+                           "resolution: 4000.000 x 4000.000 x 4000.000 steps per inch\npasses: 3\n"
+                           "location: -0.999 -0.999 inches\nfitted: spindle\nsettings: ";
+  const std::string output = Host({"info", kId});
+  EXPECT_EQ(output.substr(0, want.size()), want);
+  EXPECT_THAT(output, EndsWith("\\Controllers\\" + std::string(kId) + ".ini\n"));
+}
+
+TEST_F(HostCommand, HomeDrivesToTheSwitches) {
+  EXPECT_EQ(Host({"home"}), "position: -0.999 -0.999\n");
+  EXPECT_THAT(controller.Transcript(), HasSubstr("G28 Z0\nM43\nG28 Y0\nG28 X0\nSetTableHomed\n"));
+  EXPECT_EQ(controller.Number("homed"), 1);
+}
+
+TEST_F(HostCommand, SwitchesAreShownOnceOrWatched) {
+  EXPECT_EQ(Host({"switches"}), "switches: x=0 y=0 z=0 prox=0\n");
+  Process watch({"wine", "k7host.exe", "switches", "--watch"}, Places::Get().windowsPrograms);
+  EXPECT_THAT(watch.ReadUntil("\n"), HasSubstr("switches: x=0 y=0 z=0 prox=0"));
+  controller.Control("switch y 1");
+  EXPECT_THAT(watch.ReadUntil("y=1"), HasSubstr("switches: x=0 y=1"));
+  controller.Control("switch probe 1");
+  EXPECT_THAT(watch.ReadUntil("prox=1"), HasSubstr("switches: x=0 y=1 z=0 prox=1"));
+  watch.Signal(SIGINT);
+  EXPECT_EQ(watch.Wait(), 0);
+}
+
+TEST_F(HostCommand, JogMakesAtLeastOneStep) {
+  EXPECT_EQ(Host({"jog", "--direction", "x+", "--key", "120"}), "position: -0.975 -1.000\n");
+  EXPECT_EQ(Host({"jog", "--direction", "y+", "--slow"}), "position: -0.975 -0.995\n");
+  EXPECT_EQ(Host({"jog", "--direction", "down"}), "z: 100\n");
+  EXPECT_EQ(Host({"jog", "--direction", "x-"}), "position: -1.000 -0.995\n");
+  EXPECT_EQ(Host({"jog", "--direction", "x-"}, 1),
+            "k7host: the jog was refused or stands at its limit\n");
+}
+
+TEST_F(HostCommand, GotoTravelsToAPlaceOnTheTable) {
+  EXPECT_EQ(Host({"goto", "2", "1.5"}), "position: 2.000 1.500\n");
+  EXPECT_THAT(Host({"goto", "26", "1"}, 2), HasSubstr("is off the table"));
+  EXPECT_NEAR(controller.Number("positionInches.x"), 4 + 2, 0.001);
+  EXPECT_EQ(ReadSettings(kId).at("Current Location/X Axis"), "12000");
+}
+
+TEST_F(HostCommand, SpindleRunsWhileTheCommandDoes) {
+  EXPECT_EQ(Host({"spindle", "on", "--seconds", "0.2"}), "spindle: 9000\nspindle: 0\n");
+  EXPECT_EQ(Host({"spindle", "full", "--seconds", "0.2"}), "spindle: 13000\nspindle: 0\n");
+  EXPECT_THAT(Host({"spindle", "ramp", "up"}), EndsWith("spindle: 0\n"));
+  EXPECT_EQ(Host({"spindle", "off"}), "spindle: 0\n");
+  const std::string lines = controller.Transcript();
+  EXPECT_THAT(lines, HasSubstr("M42\nM44 S175\nM43\n"));
+  EXPECT_THAT(lines, HasSubstr("M42\nM44 S252\nM43\n"));
+  EXPECT_EQ(controller.Number("spindle.on"), 0);
+}
+
+TEST_F(HostCommand, EstimateMovesNothing) {
+  const std::string output = Host({"estimate", Sample("grid.plt"), "--passes", "1"});
+  EXPECT_THAT(output, testing::ContainsRegex("^job: strokes [0-9]+, dots 0, cuts [0-9]+, passes 1, "
+                                             "X [0-9.]+ to [0-9.]+, Y [0-9.]+ to [0-9.]+ inches\n"
+                                             "estimate: [0-9]+ s \\([0-9]:[0-9][0-9]:[0-9][0-9]\\)"
+                                             "\n$"));
+  EXPECT_EQ(controller.Number("blocks"), 0);
+}
+
+constexpr char kWaitForDialog[] = "dialog-wait K7 System Controller";
+constexpr char kRunJob[] = "1", kCancel[] = "2", kApply[] = "1059", kTableSetup[] = "1068";
+
+// Opens the dialog by the command, looks whether "Run Job" and "Table Setup..." can be pressed and
+// presses a button; what the command has printed.
+struct DialogRun {
+  const char* command;
+  const char* runEnabled;
+  const char* setupEnabled;
+  const char* button;
+  const char* want;
+};
+
+void PrintTo(const DialogRun& run, std::ostream* out) {
+  *out << run.command;
+}
+
+class HostSettings : public HostCommand, public testing::WithParamInterface<DialogRun> {};
+
+TEST_P(HostSettings, OpensTheDialogAndPrintsItsResult) {
+  const DialogRun& run = GetParam();
+  std::vector<std::string> words = {"wine", "k7host.exe"};
+  std::istringstream split(run.command);
+  for (std::string word; split >> word;) words.push_back(word);
+  Slots desk;
+  Process host(words, Places::Get().windowsPrograms);
+  ASSERT_EQ(desk.Ask(kWaitForDialog), "open");
+  EXPECT_EQ(desk.Ask(std::string("dialog-enabled ") + kRunJob), run.runEnabled);
+  EXPECT_EQ(desk.Ask(std::string("dialog-enabled ") + kTableSetup), run.setupEnabled);
+  EXPECT_EQ(desk.Ask(std::string("dialog-press ") + run.button), "closed");
+  EXPECT_THAT(host.ReadAll(60), HasSubstr(run.want));
+  EXPECT_EQ(host.Wait(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, HostSettings,
+    testing::Values(DialogRun{"settings", "0", "1", kApply, "settings: applied"},
+                    DialogRun{"settings --before-job", "1", "1", kRunJob, "settings: run job"},
+                    DialogRun{"settings --before-job --read-only", "0", "0", kCancel,
+                              "settings: cancelled"},
+                    DialogRun{"setup", "0", "1", kCancel, "settings: cancelled"}),
+    [](const auto& test) {
+      std::string name = test.param.command;
+      for (char& c : name) {
+        if (c == '-' || c == ' ') c = '_';
+      }
+      return name;
+    });
+
+}  // namespace
+}  // namespace k7test
