@@ -46,11 +46,9 @@ void ApplyKindOfZ(HWND dialog, const SettingsFile& file) noexcept {
   EnableControl(dialog, IDC_CS_MULTI_PASS_MODE, !airZ);
   if (airZ) {
     Select(dialog, IDC_CS_MULTI_PASS_MODE, 1);
-    SetText(dialog, IDC_CS_PASS_LABEL, L"Pass Copies");
     dialogState.passCopies = ReadPassCopies(file);
-    SetDecimal(dialog, IDC_CS_PASS_DEPTH_OR_COPIES, static_cast<float>(dialogState.passCopies), 0);
-    ShowControl(dialog, IDC_CS_FINISH_DEPTH_LABEL, false);
-    ShowControl(dialog, IDC_CS_FINISH_DEPTH, false);
+    ShowPassCopies(dialog);
+    ShowFinishDepth(dialog, false);
   }
   // KEEP: with a Z motor this shows "Set Cutter..." and the spindle speed on every machine.
   ShowControls(dialog, kCutterControls, !airZ);

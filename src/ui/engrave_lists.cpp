@@ -87,6 +87,21 @@ std::int32_t ReadPassCopies(const SettingsFile& file) noexcept {
   return file.ReadInt(keys::kEngraveSettings, keys::kMultiPassCopies, kDefaultCopies);
 }
 
+void ShowPassCopies(HWND dialog) noexcept {
+  SetText(dialog, IDC_CS_PASS_LABEL, L"Pass Copies");
+  SetDecimal(dialog, IDC_CS_PASS_DEPTH_OR_COPIES, static_cast<float>(dialogState.passCopies), 0);
+}
+
+void ShowFinishDepth(HWND dialog, bool show) noexcept {
+  ShowControl(dialog, IDC_CS_FINISH_DEPTH, show);
+  ShowControl(dialog, IDC_CS_FINISH_DEPTH_LABEL, show);
+}
+
+void ShowCircumference(HWND dialog, bool show) noexcept {
+  ShowControl(dialog, IDC_CS_CIRCUMFERENCE, show);
+  ShowControl(dialog, IDC_CS_CIRCUMFERENCE_LABEL, show);
+}
+
 std::int32_t MaxSpindleRpm(const wchar_t* path) noexcept {
   if (dialogDevice == nullptr) return 0;
   const SettingsFile file = EngraveFile(path);

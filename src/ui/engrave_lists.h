@@ -28,6 +28,15 @@ void FillCutterModeList(HWND dialog, const wchar_t* path) noexcept;
 // Copies of a multi-pass run, as stored; 2 when nothing is.
 std::int32_t ReadPassCopies(const SettingsFile& file) noexcept;
 
+// One field holds the copies or the depth of a pass. This labels it and shows the copies of
+// dialogState.
+void ShowPassCopies(HWND dialog) noexcept;
+// Shows or hides the depth of the last pass, which only passes by depth have.
+void ShowFinishDepth(HWND dialog, bool show) noexcept;
+
+// Shows or hides the circumference of the round fixture with its label.
+void ShowCircumference(HWND dialog, bool show) noexcept;
+
 // Motor speed times gear ratio.
 std::int32_t MaxSpindleRpm(const wchar_t* path) noexcept;
 // The stored speed of `path`, bounded by the controller's own maximum, and whether it is shown.

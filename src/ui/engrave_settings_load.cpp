@@ -85,8 +85,7 @@ void LoadMultiPass(HWND dialog, const SettingsFile& file) noexcept {
   Select(dialog, IDC_CS_MULTI_PASS_MODE, mode);
   dialogState.passCopies = ReadPassCopies(file);
   if (mode != 0) {
-    SetText(dialog, IDC_CS_PASS_LABEL, L"Pass Copies");
-    SetDecimal(dialog, IDC_CS_PASS_DEPTH_OR_COPIES, static_cast<float>(dialogState.passCopies), 0);
+    ShowPassCopies(dialog);
   } else {
     SetText(dialog, IDC_CS_PASS_LABEL, L"Maximum Pass Depth");
     if (IsPresent(maxDepth)) {
@@ -101,8 +100,7 @@ void LoadMultiPass(HWND dialog, const SettingsFile& file) noexcept {
   ShowControl(dialog, IDC_CS_MULTI_PASS_MODE_LABEL, multiPass);
   if (multiPass) ShowControl(dialog, IDC_CS_MULTI_PASS_MODE, true);
   const bool depths = multiPass && mode == 0;
-  ShowControl(dialog, IDC_CS_FINISH_DEPTH, depths);
-  ShowControl(dialog, IDC_CS_FINISH_DEPTH_LABEL, depths);
+  ShowFinishDepth(dialog, depths);
   if (depths || !multiPass) ShowControl(dialog, IDC_CS_PASS_LABEL, depths);
 }
 
@@ -118,8 +116,7 @@ void LoadRoundFixture(HWND dialog, const SettingsFile& file) noexcept {
   hasRoundAttachment = fitted ? 1 : 0;
   ShowControl(dialog, IDC_CS_ROUND_FIXTURE_LABEL, fitted);
   ShowControl(dialog, IDC_CS_ROUND_FIXTURE, fitted);
-  ShowControl(dialog, IDC_CS_CIRCUMFERENCE_LABEL, fitted && mode != 0);
-  ShowControl(dialog, IDC_CS_CIRCUMFERENCE, fitted && mode != 0);
+  ShowCircumference(dialog, fitted && mode != 0);
   FieldText circumference;
   file.ReadText(keys::kAxisRound, keys::kCircumference, L"", circumference.text, kFieldCapacity);
   SetText(dialog, IDC_CS_CIRCUMFERENCE, circumference.text);

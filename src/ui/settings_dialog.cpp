@@ -130,8 +130,7 @@ void OnMultiPass(HWND dialog) noexcept {
   const bool multiPass = IsChecked(dialog, IDC_CS_MULTI_PASS);
   const bool depths = multiPass && Selection(dialog, IDC_CS_MULTI_PASS_MODE) == 0;
   ShowControls(dialog, kMultiPassControls, multiPass);
-  ShowControl(dialog, IDC_CS_FINISH_DEPTH, depths);
-  ShowControl(dialog, IDC_CS_FINISH_DEPTH_LABEL, depths);
+  ShowFinishDepth(dialog, depths);
 }
 
 // One field holds the copies or the depth; the other number is remembered meanwhile.
@@ -139,22 +138,19 @@ void OnMultiPassMode(HWND dialog) noexcept {
   ClearMaterialSelection(dialog);
   const float typed = ReadDecimal(dialog, IDC_CS_PASS_DEPTH_OR_COPIES);
   const bool depths = Selection(dialog, IDC_CS_MULTI_PASS_MODE) == 0;
-  SetText(dialog, IDC_CS_PASS_LABEL, depths ? L"Maximum Pass Depth" : L"Pass Copies");
-  ShowControl(dialog, IDC_CS_FINISH_DEPTH, depths);
-  ShowControl(dialog, IDC_CS_FINISH_DEPTH_LABEL, depths);
+  ShowFinishDepth(dialog, depths);
   if (depths) {
     dialogState.passCopies = RoundHalfUp(typed);
+    SetText(dialog, IDC_CS_PASS_LABEL, L"Maximum Pass Depth");
     SetDecimal(dialog, IDC_CS_PASS_DEPTH_OR_COPIES, dialogState.maxPassDepth, 4);
   } else {
     dialogState.maxPassDepth = typed;
-    SetDecimal(dialog, IDC_CS_PASS_DEPTH_OR_COPIES, static_cast<float>(dialogState.passCopies), 0);
+    ShowPassCopies(dialog);
   }
 }
 
 void OnRoundFixture(HWND dialog) noexcept {
-  const bool round = Selection(dialog, IDC_CS_ROUND_FIXTURE) != 0;
-  ShowControl(dialog, IDC_CS_CIRCUMFERENCE, round);
-  ShowControl(dialog, IDC_CS_CIRCUMFERENCE_LABEL, round);
+  ShowCircumference(dialog, Selection(dialog, IDC_CS_ROUND_FIXTURE) != 0);
 }
 
 constexpr CommandRow kCommands[] = {
