@@ -3,10 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <chrono>
-#include <utility>
-
 #include "support/host_helper/install.h"
 #include "ui/sub_dialog_fixture.h"
 #include "ui/table_setup_layout.h"
@@ -31,8 +27,6 @@ constexpr int kMotorZ[] = {1190, 1191, 1133, 1134, 1135, 1136, 1030, 1006, 1009,
                            1082, 1083, 1084, 1085, 1086, 1089, 1090, 1094, -1,   1154, 1155,
                            1156, 1157, 1188, 1189, 1164, 1161, 1165, 1166, 1167, 1169, 1170,
                            1037, 1038, 1039, 1087, 1088, 1095, 1073, 1074};
-constexpr COLORREF kRed = RGB(255, 0, 0);
-constexpr COLORREF kBlack = RGB(0, 0, 0);
 
 class TableSetupDialog : public SubDialogTest {
  protected:
@@ -45,16 +39,6 @@ class TableSetupDialog : public SubDialogTest {
   template <typename Ids>
   void ExpectShown(const Ids& ids, bool shown) {
     for (const int id : ids) EXPECT_EQ(Shown(id), shown) << id;
-  }
-
-  COLORREF PixelOf(int id) {
-    const HWND lamp = GetDlgItem(dialog_, id);
-    RECT place{};
-    GetClientRect(lamp, &place);
-    const HDC device = GetDC(lamp);
-    const COLORREF pixel = GetPixel(device, place.right / 2, place.bottom / 2);
-    ReleaseDC(lamp, device);
-    return pixel;
   }
 };
 
@@ -260,89 +244,6 @@ TEST_F(TableSetupDialog, SetTableHomeForbidsJobsAlsoWhenAnsweredNo) {
   EXPECT_TRUE(WaitUntil([&] { return dialogState.applyResult == 2; }));
 }
 
-TEST_F(TableSetupDialog, LampsAreDarkWithoutSwitches) {
-  OpenSetup();
-  for (const int id : {1076, 1077, 1078, 1079}) EXPECT_EQ(ColorOf(id), kBlack) << id;
-  EXPECT_THAT(SentLines(), testing::Not(testing::Contains("M119\n"))) << "nothing is asked";
-}
-
-TEST_F(TableSetupDialog, EachLampShowsItsSwitch) {
-  FitAllSwitches();
-  OpenSetup();
-  const struct {
-    int id;
-    const char* report;
-  } kReports[] = {
-      {1076, "min_x:1 min_y:0 min_z:0 pins: Probe: 0\r\n"},
-      {1077, "min_x:0 min_y:1 min_z:0 pins: Probe: 0\r\n"},
-      {1078, "min_x:0 min_y:0 min_z:1 pins: Probe: 0\r\n"},
-      {1079, "min_x:0 min_y:0 min_z:0 pins: Probe: 1\r\n"},
-  };
-  for (const auto& row : kReports) {
-    controller_.Answer("M119\n", row.report);
-    EXPECT_TRUE(WaitUntil([&] {
-      int red = 0;
-      for (const int id : {1076, 1077, 1078, 1079}) red += ColorOf(id) == kRed ? 1 : 0;
-      return red == 1 && ColorOf(row.id) == kRed;
-    })) << row.id;
-  }
-}
-
-TEST_F(TableSetupDialog, ALampIsPaintedAsItsSwitchCloses) {
-  FitAllSwitches();
-  OpenSetup();
-  EXPECT_TRUE(WaitUntil([&] { return PixelOf(1076) == kBlack; }));
-  controller_.Answer("M119\n", "min_x:1 min_y:0 min_z:0 pins: Probe: 0\r\n");
-  EXPECT_TRUE(WaitUntil([&] { return PixelOf(1076) == kRed; }));
-  EXPECT_EQ(PixelOf(1077), kBlack);
-  controller_.Answer("M119\n", "min_x:0 min_y:0 min_z:0 pins: Probe: 0\r\n");
-  EXPECT_TRUE(WaitUntil([&] { return PixelOf(1076) == kBlack; }));
-}
-
-// A quarter of the gaps is shorter than what is checked: a busy computer only lengthens them, or
-// shortens the one that follows.
-TEST_F(TableSetupDialog, TheSwitchesAreAskedEveryFiftyMilliseconds) {
-  using Clock = std::chrono::steady_clock;
-  FitAllSwitches();
-  OpenSetup();
-  std::vector<std::int64_t> gapsMs;
-  std::ptrdiff_t asked = 0;
-  Clock::time_point last = Clock::now();
-  EXPECT_TRUE(WaitUntil([&] {
-    const auto count = std::ranges::count(controller_.Lines(), "M119\n");
-    if (count == asked) return false;
-    asked = count;
-    const auto gap = Clock::now() - std::exchange(last, Clock::now());
-    gapsMs.push_back(std::chrono::duration_cast<std::chrono::milliseconds>(gap).count());
-    return gapsMs.size() == 40;
-  }));
-  std::ranges::sort(gapsMs);
-  EXPECT_GE(gapsMs[10], 30);
-  EXPECT_LE(gapsMs[10], 80);
-}
-
-TEST_F(TableSetupDialog, BothBrushesGoWithTheDialog) {
-  FitAllSwitches();
-  controller_.Answer("M119\n", "min_x:1 min_y:0 min_z:0 pins: Probe: 0\r\n");
-  for (const int button : {IDOK, IDCANCEL}) {
-    OpenUnlocked();
-    Type(1092, L"2");
-    ASSERT_TRUE(WaitUntil([&] { return ColorOf(1076) == kRed; }));
-    const HBRUSH red = BrushOf(1076);
-    const HBRUSH black = BrushOf(1077);
-    EXPECT_EQ(GetObjectType(red), static_cast<DWORD>(OBJ_BRUSH));
-    EXPECT_EQ(GetObjectType(black), static_cast<DWORD>(OBJ_BRUSH));
-    EXPECT_EQ(CloseBy(button), button);
-    EXPECT_EQ(GetObjectType(red), 0u) << button;
-    EXPECT_EQ(GetObjectType(black), 0u) << button;
-  }
-}
-
-TEST_F(TableSetupDialog, OtherControlsArePaintedAsUsual) {
-  OpenSetup();
-  EXPECT_NE(ColorOf(1065), kBlack);
-}
-
 TEST_F(TableSetupDialog, UnknownCommandsAreIgnored) {
   OpenSetup();
   SendCommand(dialog_, 1002);
@@ -408,7 +309,7 @@ TEST_F(TableSetupDialog, WithoutADeviceItsButtonsDoNothing) {
   for (const int id : {1043, 1155, 1165}) SendCommand(dialog_, id);
   EXPECT_EQ(driver_->Top(), dialog_);
   EXPECT_EQ(dialogState.applyResult, 101);
-  for (const int id : {1076, 1077, 1078, 1079}) EXPECT_EQ(ColorOf(id), kBlack) << id;
+  for (const int id : {1076, 1077, 1078, 1079}) EXPECT_EQ(ColorOf(id), RGB(0, 0, 0)) << id;
 }
 
 }  // namespace
