@@ -86,6 +86,15 @@ TEST_F(TravelToTest, MarksTheFirstFourTagsAsMoves) {
   EXPECT_EQ(machine_->ackRing[4], CommandTag::Lift);
 }
 
+// The lift before the job is a lift where the ring stands; only the first four are marked.
+TEST_F(TravelToTest, TagsItsOwnLiftWhereTheRingStands) {
+  machine_->ackRingIndex = 10;
+  machine_->cutterState = kCutterDown;
+  TravelTo(*machine_, 4000, 8000);
+  EXPECT_EQ(machine_->ackRing[10], CommandTag::Lift);
+  EXPECT_EQ(machine_->ackRing[11], CommandTag::None);  // raising Z to the top has no tag
+}
+
 TEST_F(TravelToTest, CountsAndTagsTheLiftOfAHeldPlunge) {
   machine_->plungeHold = 1;
   TravelTo(*machine_, 4000, 8000);
