@@ -26,7 +26,14 @@ constexpr wchar_t kDiodeCaption[] = L"Diode Pointer";
 // The library stays loaded for the life of a process, so each of these runs in one of its own.
 #define K7_ALONE(body) EXPECT_EXIT(RunAlone(body), testing::ExitedWithCode(0), "")
 
+// A crash ends the child at once: nobody attends the debugger that would be started for it.
+LONG WINAPI EndCrashed(EXCEPTION_POINTERS*) {
+  TerminateProcess(GetCurrentProcess(), 3);
+  return EXCEPTION_EXECUTE_HANDLER;
+}
+
 [[noreturn]] void RunAlone(void (*body)()) {
+  SetUnhandledExceptionFilter(EndCrashed);
   _dup2(_fileno(stderr), _fileno(stdout));  // the parent shows the failures of its child
   body();
   std::fflush(stdout);
