@@ -147,6 +147,8 @@ struct SubLayout {
 
 void FitEveryTool(DeviceState& record, const SettingsFile& file) {
   FitEverything(record, file);
+  file.WriteText(keys::kSettings, keys::kFriendlyName, L"North Bench");
+  file.WriteFloat(keys::kAxisZ, keys::kTableHome, 1.75f);
   file.WriteInt(keys::kBraille, keys::kBeadInsertTool, 1);
   file.WriteInt(keys::kBraille, keys::kBeadInsertToolX, -1250);
   file.WriteInt(keys::kBraille, keys::kBeadInsertToolY, 750);
@@ -216,6 +218,8 @@ void Pose(const char* name, std::function<std::int64_t()> show, void (*arrange)(
   if (std::fgets(line, sizeof line, stdin) == nullptr) return;
 }
 
+constexpr wchar_t kControllerId[] = L"7QM2K4T9XB31RW6H";
+
 // A machine with a settings file of its own, prepared and loaded as at a connect.
 class Machine {
  public:
@@ -223,7 +227,8 @@ class Machine {
     controller_.BehaveWell();
     controller_.Answer("M119\n", "min_x:1 min_y:0 min_z:0 pins: Probe: 1\r\n");
     k7test::GiveDefaults(*device_);
-    device_->controllerId.Set(k7test::FreshControllerId().c_str());
+    DeleteFileW(k7test::SettingsFileOf(kControllerId).c_str());  // of the machine before
+    device_->controllerId.Set(kControllerId);
     device_->tableHomed = 1;
     dialogState = {};
     prepare(*device_, SettingsFile{*device_});
