@@ -15,7 +15,8 @@ class IEngraver : public ISurface {
   // travel of a job it probes the surface, lifts and returns kStatusProbed without plunging.
   // Result: a kStatus number. Without a record, a connection or an open job: 0. [host]
   virtual uint32_t LowerCutter() noexcept = 0;
-  // 34: as LowerCutter, but in cutter mode 3 it probes, lifts and then goes on to plunge. [host]
+  // 34: as LowerCutter, but in cutter mode 3 it probes, lifts and then goes on to plunge, and
+  // answers kStatusSent whatever became of lift and plunge. [host]
   virtual uint32_t LowerCutterContinue() noexcept = 0;
   // 35: placeholder, does nothing. [any]
   virtual void Reserved35() noexcept = 0;
@@ -91,7 +92,8 @@ class IEngraver : public ISurface {
   virtual void StartJog(uint32_t direction, uint32_t speedMode, uint32_t key,
                         uint32_t endMessage) noexcept = 0;
   // 55: waits, without bound, until every move has been carried out, then keeps `hold` (1: the next
-  // lifts go to machine Z 0). Without a record: nothing. [host]
+  // lifts go to machine Z 0). Moves sent with no job open are not reported, so they count until the
+  // next job begins. Without a record: nothing. [host]
   virtual void SetPlungeHold(uint8_t hold) noexcept = 0;
   // 56: drives Z, Y and X to their limit switches and declares that place 0, 0, 0. Waits, without
   // bound, for each switch. Result 0. Refused with a message while a round fixture is active on a
@@ -106,7 +108,7 @@ class IEngraver : public ISurface {
   // that it replaces shows where that axis was parked. Without a record: outputs untouched. [host]
   virtual void GetTableHome(int32_t* x, int32_t* y, int32_t* third) noexcept = 0;
   // 59: takes the present Z as the cutter home (at least the lift or depth below the switch), keeps
-  // it in the settings file and lifts the cutter. Result: a lift was asked for. Without a record or
+  // it in the settings file and lifts the cutter. Result: a lift was sent. Without a record or
   // a connection, or while a job is open: false. [host]
   virtual bool FindCutterHome() noexcept = 0;
   // 60: placeholder, does nothing. [any]

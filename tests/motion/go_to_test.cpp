@@ -52,6 +52,12 @@ TEST_F(GoToTest, AHeldPlungeLiftsToTheTop) {
   EXPECT_EQ(machine_.Sent(), "G0 F381.000\nG0 Z0.000000\nG0 F1524.000\nG0 X0.000000 Y0.000000\n");
 }
 
+TEST_F(GoToTest, AHoldIsExactlyOne) {
+  record_.plungeHold = 2;
+  GoTo(record_, 0, 0, 0);
+  EXPECT_EQ(record_.lastZ, 3500);
+}
+
 TEST_F(GoToTest, AnAirZHeadIsWaitedForInAJob) {
   machine_.OpenJob();
   record_.cutterMode = kCutterAirZ;

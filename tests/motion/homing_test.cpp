@@ -1,5 +1,7 @@
 #include "motion/homing.h"
 
+#include <atomic>
+
 #include "device/record_lock.h"
 #include "settings/settings_file.h"
 #include "support/host_call.h"
@@ -132,6 +134,20 @@ TEST_F(Homing, IsQuietInAJobOrWithoutAConnection) {
   EXPECT_EQ(machine_.Sent(), "");
   EXPECT_EQ(x, 9);
   EXPECT_EQ(record_.cutterHome, 4000);
+}
+
+// The controller is given time to settle the home before the position is declared.
+TEST_F(Homing, DeclaresThePositionTwoHundredMillisecondsAfterTheHome) {
+  AnswerEveryAxis();
+  std::atomic<DWORD> homed{0}, declared{0};
+  machine_.controller.OnPrefix("SetTableHomed", [&](k7test::FakeController&, const std::string&) {
+    homed = GetTickCount();
+  });
+  machine_.controller.OnPrefix(
+      "G92 ", [&](k7test::FakeController&, const std::string&) { declared = GetTickCount(); });
+  MechanicalHome(record_);
+  EXPECT_TRUE(WaitUntil([&] { return declared != 0; }));
+  EXPECT_GE(declared - homed, 150u);  // less what the fake was late for the first
 }
 
 // The host's window may live on the thread that homes: the reader's messages must get through.
