@@ -69,6 +69,38 @@ TEST(ReadLocked, AnswersTheOtherValueWhenThereIsNoMutex) {
   EXPECT_EQ(LinesInFlight(record), 0);
   EXPECT_EQ(BlocksRunning(record), 0);
   EXPECT_EQ(JobOpen(record), 0);
+  EXPECT_FALSE(MovesRemain(record));
+  WaitForFewerInFlight(record, 1);  // does not wait
+  ForgetMoves(record);
+  EXPECT_EQ(record.linesInFlight, 5);
+}
+
+TEST(MovesRemain, WhileALineHasNotBegunOrABegunOneHasNotEnded) {
+  DeviceState record;
+  for (void*& mutex : record.mutexes) mutex = CreateMutexW(nullptr, FALSE, nullptr);
+  constexpr struct {
+    std::int32_t linesInFlight, blocksRunning;
+    bool want;
+  } kCases[] = {{0, 0, false}, {1, 0, true}, {0, 1, true}, {-1, -1, false}, {1, -1, true}};
+  for (const auto& c : kCases) {
+    record.linesInFlight = c.linesInFlight;
+    record.blocksRunning = c.blocksRunning;
+    EXPECT_EQ(MovesRemain(record), c.want) << c.linesInFlight << ' ' << c.blocksRunning;
+  }
+  ForgetMoves(record);
+  EXPECT_FALSE(MovesRemain(record));
+  for (void* const mutex : record.mutexes) CloseHandle(mutex);
+}
+
+TEST(IsIdle, WithAConnectionAndNoJob) {
+  DeviceState record;
+  EXPECT_FALSE(IsIdle(record));
+  record.connected = 1;
+  EXPECT_TRUE(IsIdle(record));
+  record.mutexes[jobMutex] = CreateMutexW(nullptr, FALSE, nullptr);
+  record.jobOpen = 1;
+  EXPECT_FALSE(IsIdle(record));
+  CloseHandle(record.mutexes[jobMutex]);
 }
 
 TEST(ClearAliveTicks, ClearsThemEvenWithoutTheMutex) {

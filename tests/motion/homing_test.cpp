@@ -40,8 +40,8 @@ TEST_F(Homing, SendsZThenYThenXEachOnlyAfterThePreviousHasReported) {
   FitSpindle();
   record_.tableHomeX = 400;
   record_.lastCheckTick = record_.lastAnswerTick = 5;
-  // Left over from a switch report.
-  for (auto* flag : {&record_.switchX, &record_.switchY, &record_.switchZ}) *flag = 1;
+  // Every switch is closed when asked: that says nothing of the homing to come.
+  machine_.controller.Answer("M119\n", "min_x:1 min_y:1 min_z:1 Probe: 0\r\n");
   machine_.StandAt(11, 22, 33, kCutterUp);
   const HostCall host{[&] { MechanicalHome(record_); }};
   Reach("G28 Z0\n", "Z_Limit 1\r\n");
@@ -193,7 +193,8 @@ TEST_F(Switches, LaterQueriesDoNotWait) {
   record_.switchesRead = 1;
   record_.switchProbe = 1;
   std::uint8_t prox = 9;
-  QuerySwitches(record_, nullptr, nullptr, nullptr, &prox);
+  const HostCall host{[&] { QuerySwitches(record_, nullptr, nullptr, nullptr, &prox); }};
+  EXPECT_TRUE(host.Returns());
   EXPECT_EQ(prox, 1);
   EXPECT_EQ(machine_.Sent(), "M119\n");
 }
