@@ -49,7 +49,7 @@ K7_API k7::IEngraver* ConnectToController(const wchar_t* controllerId) noexcept;
 
 // Ends a jog or ramp under way, switches the motors off, closes the link, keeps the present
 // location in the settings file and destroys the device; null is ignored. Never from a notification
-// callback. [host]
+// callback and never while a dialog of the device is open. [host]
 K7_API void ReleaseController(k7::IEngraver* device) noexcept;
 
 }  // extern "C"
