@@ -91,21 +91,6 @@ TEST_P(Reader, AnAbandonedMutexStillCounts) {
   EXPECT_EQ(BlocksRunning(*device_), 4);
 }
 
-TEST_P(Reader, AMutexThatCannotBeTakenSkipsItsUpdateOnly) {
-  HANDLE flight = device_->mutexes[flightMutex];
-  HANDLE ring = device_->mutexes[ringMutex];
-  device_->mutexes[flightMutex] = nullptr;
-  device_->mutexes[ringMutex] = nullptr;
-  device_->linesInFlight = 3;
-  device_->ackRing[0] = CommandTag::Move;
-  ASSERT_TRUE(device_.Hear("QX\r\nBX\r\n"));
-  EXPECT_EQ(device_->linesInFlight, 3);
-  EXPECT_EQ(BlocksRunning(*device_), 1);
-  EXPECT_EQ(device_->queuedIndex, 0);
-  device_->mutexes[flightMutex] = flight;
-  device_->mutexes[ringMutex] = ring;
-}
-
 TEST_P(Reader, TellsTheConnectWindow) {
   HostWindow window{HostWindow::Lives::OnThisThread};
   device_->connectNotifyWindow = window.Handle();

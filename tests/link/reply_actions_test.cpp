@@ -9,6 +9,7 @@
 #include <ostream>
 #include <string>
 #include <tuple>
+#include <utility>
 
 #include "support/attached_device.h"
 #include "support/both_links.h"
@@ -94,6 +95,7 @@ struct Case {
   std::string said;
   State before;   // beside the record's defaults
   State changes;  // to what stood there before
+  int missingMutex = -1;
 };
 
 const std::string kNoise =
@@ -159,6 +161,17 @@ const Case kCases[] = {
      {{"switchY", 1}}, {}},
 
     {"NoiseChangesNothing", kNoise, {}, {}},
+
+    // A mutex that cannot be taken skips its update only.
+    {"WithoutFlightMutexTheLinesStay", "BX\r\n",
+     {{"linesInFlight", 3}}, {{"blocksRunning", 1}, {"startedIndex", 1}}, flightMutex},
+    {"WithoutRunMutexTheBlocksStay", "BX\r\n",
+     {{"linesInFlight", 3}}, {{"linesInFlight", 2}, {"startedIndex", 1}}, runMutex},
+    {"WithoutJobMutexTheJobStays", "SendBlockMessagesOn\r\n",
+     {{"linesInFlight", 3}}, {{"linesInFlight", 0}, {"resetMarkX", 9}, {"resetMarkY", 9}}, jobMutex},
+    {"WithoutRingMutexTheIndexStays", "QX\r\n", {}, {}, ringMutex},
+    {"WithoutAliveMutexTheTicksStay", "SmoothieIsConnected\r\n",
+     {{"lastCheckTick", 5}, {"lastAnswerTick", 6}}, {{"connected", 1}}, aliveMutex},
 };
 // clang-format on
 
@@ -185,7 +198,10 @@ TEST_P(ReplyActions, AreTheseAndNoOthers) {
   for (const auto& [name, value] : row.before) kFields.at(name).set(*device_, value);
   State want = StateOf(*device_);
   for (const auto& [name, value] : row.changes) want.at(name) = value;
+  void* mutex = nullptr;
+  if (row.missingMutex >= 0) std::swap(device_->mutexes[row.missingMutex], mutex);
   ASSERT_TRUE(device_.Hear(row.said));
+  if (row.missingMutex >= 0) std::swap(device_->mutexes[row.missingMutex], mutex);
   EXPECT_EQ(StateOf(*device_), want);
   EXPECT_TRUE(device_->controllerId.Is(kUnsetControllerId));
   EXPECT_TRUE(controller_.Lines().empty());
