@@ -92,7 +92,7 @@ class ReadSide {
   LinkIo io_;
   UniqueHandle event_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
   OVERLAPPED block_{};
-  DWORD flags_ = 0x8000;  // KEEP: "partial", as the first read of a TCP link has always asked for
+  DWORD flags_ = 0x8000;  // "partial", as the first read of a TCP link has always asked for
   LineAssembler assembler_;
 };
 

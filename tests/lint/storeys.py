@@ -71,7 +71,7 @@ def main():
                 todo.extend(includes.get(item, ()))
     for fault in faults:
         print("ERROR", fault)
-    print(f"storeys: {checked - len(faults)} passed, {len(faults)} failed")
+    print(f"{checked} includes, {len(faults)} faults")
     return 1 if faults or checked == 0 else 0
 
 
