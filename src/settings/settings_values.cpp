@@ -35,7 +35,7 @@ double LeadingNumber(const wchar_t* text) {
   // from_chars would take a sign of its own; there is one already.
   if (*text == L'+' || *text == L'-') return 0.0;
 
-  char digits[kLongestNumber];
+  char digits[kLongestNumber]{};
   int length = 0;
   while (length < kLongestNumber && IsNumberCharacter(text[length])) {
     digits[length] = static_cast<char>(text[length]);
@@ -54,7 +54,7 @@ double LeadingNumber(const wchar_t* text) {
 }  // namespace
 
 IntText TextOfInt(std::int32_t value) noexcept {
-  char digits[12];
+  char digits[12]{};
   const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, value);
   IntText result{};
   int length = 0;
