@@ -13,7 +13,8 @@ namespace k7host {
 // is a cut to where the travel before it ends. [any]
 std::vector<std::uint32_t> EstimateTriples(const JobPlan& plan);
 
-// Seconds for all passes and the way back to the table home; 0 when the driver gives no estimate.
+// Seconds for which the head is under way in all passes and back to the table home, without lifts,
+// plunges and delays, as the driver counts; 0 when it gives no estimate.
 // Sends nothing to the machine. [host]
 std::uint32_t EstimateJob(k7::IEngraver& device, const JobPlan& plan, std::uint32_t passes);
 

@@ -133,13 +133,17 @@ double EstimateIn(const std::string& output) {
 
 class JobEstimate : public testing::TestWithParam<const char*> {};
 
-// The work lies an eighth of an inch under the switch, so that the head starts at the lift height
-// as after an earlier job: the estimate leaves the way to the first plunge out.
+// Of a machine whose cutter goes up and down in no time: the estimate is the time for which the
+// head is under way, and leaves lifts and plunges out.
 TEST_P(JobEstimate, IsWithinFivePercentOfTheMachinesOwnPlan) {
   Settings settings = EngraversSettings();
-  settings["Axis Z/Cutter Home"] = "1040187392";  // 0.125
+  settings["Axis Z/Cutter Home"] = "981668463";                   // 0.001
+  settings["Engrave Settings/Engrave Depth"] = "981668463";       // 0.001
+  settings["Engrave Settings/Cutter Lift"] = "981668463";         // 0.001
+  settings["Engrave Settings/Cutter Up Speed"] = "1092616192";    // 10.0
+  settings["Engrave Settings/Cutter Down Speed"] = "1092616192";  // 10.0
   FreshController controller(kId, settings,
-                             {"--homed", "--table-home", "1,1", "--surface", "plane:0.125"});
+                             {"--homed", "--table-home", "1,1", "--surface", "plane:0.001"});
   const HostRun host = RunHost({"engrave", Sample(GetParam()), "--id", kId, "--batch"}, 300);
   EXPECT_EQ(host.exitCode, 0) << host.output;
   const double planned = controller.Number("jobs.0.plannedSeconds");
