@@ -91,9 +91,9 @@ class IEngraver : public ISurface {
   // record: nothing; without a connection nothing moves, and the end message comes. [host]
   virtual void StartJog(uint32_t direction, uint32_t speedMode, uint32_t key,
                         uint32_t endMessage) noexcept = 0;
-  // 55: waits, without bound, until every move has been carried out, then keeps `hold` (1: the next
-  // lifts go to machine Z 0). Moves sent with no job open are not reported, so they count until the
-  // next job begins. Without a record: nothing. [host]
+  // 55: waits, in a job without bound, until every move has been carried out, then keeps `hold` (1:
+  // the next lifts go to machine Z 0). With no job open the controller reports no moves: no wait.
+  // Without a record: nothing. [host]
   virtual void SetPlungeHold(uint8_t hold) noexcept = 0;
   // 56: drives Z, Y and X to their limit switches and declares that place 0, 0, 0. Waits, without
   // bound, for each switch. Result 0. Refused with a message while a round fixture is active on a

@@ -73,9 +73,8 @@ bool MovesRemain(const DeviceState& record) noexcept {
 }
 
 void WaitForFewerInFlight(const DeviceState& record, std::int32_t lines) noexcept {
-  // KEEP: with no job open just the same, although the controller then reports no block: what was
-  // sent since the last job counts until the next one begins.
   PollUntil(0, [&] {
+    if (JobOpen(record) == 0) return true;
     const RecordLock<flightMutex> lock{record};
     return !lock || lock.WasAbandoned() || record.linesInFlight < lines;
   });

@@ -59,7 +59,8 @@ bool IsIdle(const DeviceState& record) noexcept;
 // A line has not begun, or a begun one has not ended. A mutex that cannot be taken says no. [any]
 bool MovesRemain(const DeviceState& record) noexcept;
 // Spins, without bound, until fewer than `lines` are in flight; a mutex that cannot be taken, or
-// that its holder abandoned, ends the wait. [any]
+// that its holder abandoned, ends the wait. So does the end of the job: outside one the controller
+// reports no block, and what was sent counts until the next job begins. [any]
 void WaitForFewerInFlight(const DeviceState& record, std::int32_t lines) noexcept;
 // Sets both counts to 0: nothing will be reported of what they still count. [any]
 void ForgetMoves(DeviceState& record) noexcept;

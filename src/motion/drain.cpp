@@ -5,7 +5,8 @@
 namespace k7 {
 
 void DrainQueue(DeviceState& record, std::uint8_t hold) noexcept {
-  PollUntil(50, [&] { return !MovesRemain(record); });
+  // With no job open the controller reports no block, so that nothing would end the wait.
+  PollUntil(50, [&] { return JobOpen(record) == 0 || !MovesRemain(record); });
   ClearAliveTicks(record);
   record.plungeHold = hold;
 }

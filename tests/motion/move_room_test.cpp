@@ -19,17 +19,14 @@ std::uint32_t MoveX(DeviceState& record, std::int32_t x) {
   return EmitMove(record, &x, nullptr, nullptr, 1, CommandTag::Move);
 }
 
-class MoveRoom : public testing::TestWithParam<bool> {
+class MoveRoom : public testing::Test {
  protected:
-  MoveRoom() {
-    if (GetParam()) machine_.OpenJob();
-    machine_.controller.AnswerMoves(false);
-  }
+  MoveRoom() { machine_.controller.AnswerMoves(false); }
   TestMachine machine_;
 };
 
-// KEEP: with no job open too, although the controller then reports no block by itself.
-TEST_P(MoveRoom, TheThirtyThirdLineWaitsUntilOneHasBegun) {
+TEST_F(MoveRoom, InAJobTheThirtyThirdLineWaitsUntilOneHasBegun) {
+  machine_.OpenJob();
   for (std::int32_t i = 1; i <= 32; ++i) ASSERT_EQ(MoveX(*machine_, 1000 * i), kStatusSent);
   ASSERT_TRUE(machine_.controller.WaitForLines(32));
   const HostCall host{[&] { MoveX(*machine_, 40000); }};
@@ -43,7 +40,28 @@ TEST_P(MoveRoom, TheThirtyThirdLineWaitsUntilOneHasBegun) {
   EXPECT_EQ(LinesInFlight(*machine_), 32);
 }
 
-TEST_P(MoveRoom, AnAbandonedQueueMutexEndsTheWaitAndTheLineIsSentAnyway) {
+// The controller reports no block then: the wait would never end.
+TEST_F(MoveRoom, WithNoJobOpenTheThirtyThirdLineGoesOut) {
+  const HostCall host{[&] {
+    for (std::int32_t i = 1; i <= 33; ++i) MoveX(*machine_, 1000 * i);
+  }};
+  EXPECT_TRUE(host.Returns());
+  EXPECT_TRUE(machine_.controller.WaitForLines(33));
+  EXPECT_EQ(LinesInFlight(*machine_), 33);
+}
+
+TEST_F(MoveRoom, TheEndOfTheJobEndsTheWait) {
+  machine_.OpenJob();
+  machine_->linesInFlight = 32;
+  const HostCall host{[&] { MoveX(*machine_, 2000); }};
+  EXPECT_TRUE(host.Waits());
+  machine_.controller.Say("SendBlockMessagesOff\r\n");
+  EXPECT_TRUE(host.Returns());
+  EXPECT_EQ(machine_.Sent(), "G0 X12.700000\n");
+}
+
+TEST_F(MoveRoom, AnAbandonedQueueMutexEndsTheWaitAndTheLineIsSentAnyway) {
+  machine_.OpenJob();
   std::thread{[&] {
     WaitForSingleObject(machine_->mutexes[flightMutex], INFINITE);
     machine_->linesInFlight = 40;
@@ -52,9 +70,6 @@ TEST_P(MoveRoom, AnAbandonedQueueMutexEndsTheWaitAndTheLineIsSentAnyway) {
   EXPECT_EQ(machine_.Sent(), "G0 X12.700000\n");
   EXPECT_EQ(LinesInFlight(*machine_), 41);
 }
-
-INSTANTIATE_TEST_SUITE_P(Jobs, MoveRoom, testing::Bool(),
-                         [](const auto& job) { return job.param ? "InAJob" : "WithNoJobOpen"; });
 
 }  // namespace
 }  // namespace k7

