@@ -173,6 +173,8 @@ void Server::Wait(TimeUs nowUs) {
   timespec time{};
   time.tv_sec = static_cast<time_t>(waitUs == kNever ? 0 : waitUs / kUsPerSecond);
   time.tv_nsec = static_cast<long>(waitUs == kNever ? 0 : waitUs % kUsPerSecond * 1000);
+  // Nothing to do for a while: whoever follows the transcript sees all that has been said.
+  if (waitUs > 0) transcript_.Flush();
   const int woken = ppoll(fds.data(), fds.size(), waitUs == kNever ? nullptr : &time, nullptr);
   // At the highest speed machine time moves on whenever the host has nothing to say.
   if (woken == 0) simulator_.JumpAhead(nowUs);

@@ -57,7 +57,6 @@ void Transcript::Write(char mark, std::string_view port, std::string_view text) 
   file_ << mark << ' ';
   if (!port.empty()) file_ << port << ' ';
   file_ << Shown(text) << '\n';
-  if (mark == '!') file_.flush();  // rare, and somebody may be waiting for it
 }
 
 }  // namespace k7sim

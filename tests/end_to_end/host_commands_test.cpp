@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <cctype>
 #include <ostream>
 #include <sstream>
 
@@ -14,6 +15,7 @@ namespace {
 
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 
 constexpr char kId[] = "ENDTOENDHOST0001";
 
@@ -70,6 +72,42 @@ TEST_F(HostCommand, JogMakesAtLeastOneStep) {
   EXPECT_EQ(Host({"jog", "--direction", "x-"}), "position: -1.000 -0.995\n");
   EXPECT_EQ(Host({"jog", "--direction", "x-"}, 1),
             "k7host: the jog was refused or stands at its limit\n");
+}
+
+// What a terminal shows of the bytes: control sequences left out, a step to the right as a blank.
+std::string Shown(const std::string& bytes) {
+  std::string shown;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes[i] != '\x1b') {
+      shown += bytes[i];
+      continue;
+    }
+    while (++i < bytes.size() && !std::isalpha(static_cast<unsigned char>(bytes[i]))) {
+    }
+    if (i < bytes.size() && bytes[i] == 'C') shown += ' ';
+  }
+  return shown;
+}
+
+// A person at a terminal: a tap of the arrow key is one step, a held one many, Esc ends.
+TEST_F(HostCommand, JogFollowsTheArrowKeysWhileTheyAreHeld) {
+  Process host({"wine", "k7host.exe", "jog"}, Places::Get().windowsPrograms, Talk::Terminal);
+  // The terminal takes keys once something is shown on it.
+  EXPECT_THAT(Shown(host.ReadUntil("\n")), HasSubstr("Arrow keys: X and Y"));
+  const std::string right = "\x1b[C", up = "\x1b[A", escape = "\x1b";
+  host.Write(up);
+  ASSERT_TRUE(controller.WaitForTranscript("> G0 Y0.635000"));
+  EXPECT_TRUE(controller.WaitForTranscript("> M107"));
+  Slots desk;
+  desk.Ask("key 39 down");
+  host.Write(right);
+  ASSERT_TRUE(controller.WaitForTranscript("> G0 X6.350000"));  // the tenth step
+  desk.Ask("key 39 up");
+  EXPECT_TRUE(controller.WaitForTranscript("> M107", 2));
+  host.Write(escape);
+  EXPECT_EQ(host.Wait(), 0);
+  EXPECT_THAT(controller.Transcript(), Not(HasSubstr("G0 Y1.270000")));  // a tap is one step
+  EXPECT_GE(controller.Number("blocks"), 11);
 }
 
 TEST_F(HostCommand, GotoTravelsToAPlaceOnTheTable) {

@@ -1,113 +1,22 @@
 // The program itself on a real pty, a real socket and a real pipe.
 #include <arpa/inet.h>
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
-#include <poll.h>
-#include <signal.h>
-#include <spawn.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 
-#include <chrono>
 #include <fstream>
-#include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "simulator/unique_fd.h"
+#include "tests/simulator/program.h"
 
-extern char** environ;
-
-namespace k7sim {
+namespace k7test {
 namespace {
 
+using k7sim::UniqueFd;
 using testing::HasSubstr;
-
-constexpr int kDeadlineMs = 20'000;
-
-// Reads until the text has come or the deadline has passed; what came.
-std::string ReadUntil(int fd, const std::string& wanted, int deadlineMs = kDeadlineMs) {
-  using Clock = std::chrono::steady_clock;
-  const auto end = Clock::now() + std::chrono::milliseconds(deadlineMs);
-  std::string got;
-  while (got.find(wanted) == got.npos) {
-    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
-    pollfd wait = {fd, POLLIN, 0};
-    if (left.count() <= 0 || poll(&wait, 1, static_cast<int>(left.count())) <= 0) break;
-    char bytes[512];
-    const ssize_t count = read(fd, bytes, sizeof bytes);
-    if (count <= 0) break;
-    got.append(bytes, static_cast<std::size_t>(count));
-  }
-  return got;
-}
-
-class Program {
- public:
-  explicit Program(std::vector<std::string> arguments) {
-    int out[2];
-    EXPECT_EQ(pipe2(out, O_CLOEXEC), 0);
-    out_.Reset(out[0]);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, out[1], 1);
-    posix_spawn_file_actions_adddup2(&actions, out[1], 2);
-    arguments.insert(arguments.begin(), K7SIM_PROGRAM);
-    std::vector<char*> argv;
-    for (std::string& argument : arguments) argv.push_back(argument.data());
-    argv.push_back(nullptr);
-    EXPECT_EQ(posix_spawn(&pid_, K7SIM_PROGRAM, &actions, nullptr, argv.data(), environ), 0);
-    posix_spawn_file_actions_destroy(&actions);
-    close(out[1]);
-  }
-  ~Program() {
-    if (pid_ > 0) Stop();
-  }
-
-  std::string Output(const std::string& until) { return ReadUntil(out_.Get(), until); }
-  void Signal(int number) const { kill(pid_, number); }
-  int Wait() {
-    int status = 0;
-    waitpid(pid_, &status, 0);
-    pid_ = 0;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
-  int Stop() {
-    Signal(SIGTERM);
-    return Wait();
-  }
-
- private:
-  pid_t pid_ = 0;
-  UniqueFd out_;
-};
-
-std::string Folder() {
-  std::string name = testing::TempDir() + "k7sim_XXXXXX";
-  EXPECT_NE(mkdtemp(name.data()), nullptr);
-  return name + "/";
-}
-
-std::string Content(const std::string& path) {
-  std::stringstream text;
-  text << std::ifstream(path).rdbuf();
-  return text.str();
-}
-
-std::string Ask(int fd, const std::string& line, const std::string& until) {
-  EXPECT_EQ(write(fd, line.data(), line.size()), static_cast<ssize_t>(line.size()));
-  return ReadUntil(fd, until);
-}
-
-UniqueFd OpenPort(const std::string& path) {
-  UniqueFd fd(open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK));
-  EXPECT_TRUE(fd) << path;
-  return fd;
-}
 
 TEST(Program, AnswersOnItsPtyEachTimeAHostOpensIt) {
   const std::string link = Folder() + "tty";
@@ -180,6 +89,35 @@ TEST(Program, WritesPictureTranscriptAndReportWhenItIsStopped) {
   }
 }
 
+TEST(Program, LetsItsTranscriptBeFollowed) {
+  const std::string folder = Folder();
+  Program program(
+      {"--pty", folder + "tty", "--transcript", folder + "t.txt", "--transcript-times", "off"});
+  program.Output("ready\n");
+  const UniqueFd port = OpenPort(folder + "tty");
+  Ask(port.Get(), "G21\n", "ok\n");
+  const std::string want = "< Smoothie\\r\\nok\\r\\n\n> G21\n< ok\\n\n";
+  EXPECT_TRUE(WaitFor([&] { return Content(folder + "t.txt") == want; }))
+      << Content(folder + "t.txt");
+}
+
+TEST(Program, KeepsItsIdentityInItsFileAcrossARestart) {
+  const std::string folder = Folder();
+  const std::vector<std::string> arguments = {"--pty", folder + "tty", "--wire",
+                                              "uart",  "--config",     folder + "card"};
+  {
+    Program program(arguments);
+    program.Output("ready\n");
+    const UniqueFd port = OpenPort(folder + "tty");
+    Ask(port.Get(), "config-set sd controller_id 0123456789ABCDEF\n", "\n");
+  }
+  Program program(arguments);
+  program.Output("ready\n");
+  const UniqueFd port = OpenPort(folder + "tty");
+  EXPECT_EQ(Ask(port.Get(), "config-get sd controller_id\n", "\n"),
+            "sd: controller_id is set to 0123456789ABCDEF\r\n");
+}
+
 TEST(Program, TakesCommandsThroughItsPipeWhileItRuns) {
   const std::string folder = Folder();
   Program program(
@@ -226,4 +164,4 @@ TEST(Program, LeavesAFileThatIsNoLinkAlone) {
 }
 
 }  // namespace
-}  // namespace k7sim
+}  // namespace k7test
