@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "harness.h"
 #include "machines.h"
 
@@ -110,6 +112,47 @@ TEST(Machine, ARoundFixtureIsSwitchedOffAndOnAgainWithoutLosingTheLinearPosition
   Settings expected = settings;
   expected["Current Location/R Axis"] = "0";  // the fixture counts as just mounted at each connect
   EXPECT_EQ(ReadSettings(kId), expected);
+}
+
+// The fixture put on and taken off again in the settings dialog, over one axis or over both: the
+// file is as it was but for the mode, key by key, after every step and at the end.
+TEST(Machine, TheRoundFixtureChosenInTheDialogAndTakenOffAgainLeavesEveryOtherSettingAsItWas) {
+  Settings settings = FullMachine();
+  settings["Axis Round/Has Round Attachment"] = "1";
+  settings["Axis Round/Mode"] = "0";
+  settings["Axis Round/Circumference"] = "2D";
+  settings["Current Location/X Axis"] = "6000";
+  settings["Current Location/Y Axis"] = "5000";
+  settings["Current Location/R Axis"] = "1234";
+  ConnectedMachine machine(kId, settings, FullTable());
+  auto& [controller, slots] = machine;
+  Slots desk;
+  const auto choose = [&](int mode) {
+    slots.Tell("settings 0 1");
+    ASSERT_EQ(desk.Ask("dialog-wait K7 System Controller"), "open");
+    EXPECT_EQ(desk.Ask("dialog-choose 1172 " + std::to_string(mode)), std::to_string(mode));
+    EXPECT_EQ(desk.Ask("dialog-press 1059"), "closed");
+    EXPECT_EQ(slots.Answer(), "101");  // applied
+  };
+  choose(0);
+  const Settings before = ReadSettings(kId);  // with the keys that the dialog writes
+  for (const int mode : {1, 0, 1, 2, 0}) {
+    choose(mode);
+    Settings expected = before;
+    expected["Axis Round/Mode"] = std::to_string(mode);
+    EXPECT_EQ(ReadSettings(kId), expected) << mode;
+  }
+  EXPECT_EQ(slots.Ask("release"), "released");
+  EXPECT_EQ(ReadSettings(kId), before);
+  // The axes as mapped one after the other; an opening dialog sends the present mapping again.
+  std::string mappings, last;
+  std::istringstream lines(controller.Transcript());
+  for (std::string line; std::getline(lines, line);) {
+    if (line.rfind("M800", 0) != 0 || line == last) continue;
+    last = line;
+    mappings += line.substr(4);
+  }
+  EXPECT_EQ(mappings, " X1 Y2 X5 Y2 X1 Y2 X5 Y2 X1 Y5 X1 Y2");
 }
 
 TEST(Release, InTheMiddleOfAJogStopsItAndReturns) {
