@@ -137,6 +137,29 @@ TEST_F(HostCommand, EstimateMovesNothing) {
   EXPECT_EQ(controller.Number("blocks"), 0);
 }
 
+TEST_F(HostCommand, EngraveRunsAGridInAllItsPasses) {
+  const std::string output = Host({"engrave", Sample("grid.plt"), "--grid", "--home"});
+  EXPECT_THAT(output, HasSubstr("\npass: Pass 1 of 3 - 0.010 - GRID\n"));
+  EXPECT_THAT(output, HasSubstr("\npass: Pass 2 of 3 - 0.020 - GRID\n"));
+  EXPECT_THAT(output, HasSubstr("\npass: Pass 3 of 3 - 0.030 - GRID\n"));
+  EXPECT_THAT(output,
+              testing::ContainsRegex("\ndone: strokes 54/54, moves [0-9]+/[0-9]+, passes 3"));
+  EXPECT_EQ(controller.Number("errors.total"), 0) << controller.Report();
+  EXPECT_NEAR(controller.Number("depthInches.deepest"), 0.03, 0.0006);
+}
+
+TEST_F(HostCommand, EngraveDrillsBrailleInTheFirstPassesAlone) {
+  const std::string output =
+      Host({"engrave", Sample("braille.plt"), "--braille-drill", "--passes", "2", "--home"});
+  EXPECT_THAT(output, HasSubstr("\npass: Pass 2 of 3 - 0.020 - BRAILLE DRILL\n"));
+  EXPECT_THAT(output, Not(HasSubstr("pass: Pass 3")));
+  EXPECT_THAT(output, HasSubstr("\ndone: strokes 50/50"));
+  EXPECT_EQ(Host({"engrave", Sample("braille.plt"), "--braille-bead"}, 1),
+            "k7host: the machine has no bead insert tool\n");
+  EXPECT_EQ(controller.Number("errors.total"), 0) << controller.Report();
+  EXPECT_EQ(controller.Number("cutInches"), 0);
+}
+
 constexpr char kWaitForDialog[] = "dialog-wait K7 System Controller";
 constexpr char kRunJob[] = "1", kCancel[] = "2", kApply[] = "1059", kTableSetup[] = "1068";
 

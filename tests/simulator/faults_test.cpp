@@ -111,12 +111,15 @@ TEST(Faults, AWithheldReplyTakesTheLateOnesOfItsLineWithIt) {
   EXPECT_EQ(rig.TakeAt(60), "BX\r\nEX\r\n");
 }
 
-TEST(Faults, AWithheldLineKeepsItsLateRepliesToo) {
-  Rig rig(WireKind::Uart, WithFault("match=G28,do=withhold"));
-  rig.Open();
-  rig.Send("G28 Z0\nG28 Y0\n");
-  EXPECT_EQ(rig.TakeAt(10), "");
-  EXPECT_EQ(rig.simulator.FaultsOf().Outcomes()[0].fired, 2u);
+TEST(Faults, AWithheldHomingOrProbeKeepsItsLateRepliesToo) {
+  for (const char* line : {"G28 Z0\n", "G30 F12.700\n"}) {
+    Rig rig(WireKind::Uart, WithFault("match=G,do=withhold"));
+    rig.Open();
+    rig.Send(line);
+    EXPECT_EQ(rig.TakeAt(30), "") << line;
+    EXPECT_TRUE(rig.simulator.Board().IsIdle());
+    EXPECT_EQ(rig.simulator.FaultsOf().Outcomes()[0].fired, 2u);
+  }
 }
 
 TEST(Faults, CanHitTheThirdEndOfABlockAlone) {
