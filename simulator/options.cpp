@@ -10,7 +10,8 @@ namespace {
 constexpr const char* kAbout =
     "A simulated engraving machine: controller, motors, switches and a plate to engrave.\n"
     "Serves a pty (default) and, when asked, a TCP port, until SIGINT, SIGTERM or 'quit' on the\n"
-    "control pipe. Prints 'pty PATH', 'tcp PORT' and 'ready' when hosts may connect.";
+    "control pipe. Prints 'pty PATH', 'tcp PORT' and 'ready' when hosts may connect.\n"
+    "Exit codes: 0 stopped as asked, 2 wrong usage, or a port or file that could not be opened.";
 
 // What the command line parser fills before it is turned into the setup.
 struct Raw {
@@ -166,10 +167,11 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
   app.add_option("--table-home", raw.tableHome, "Corner of the plate, inches from the switches")
       ->capture_default_str()
       ->type_name("X,Y");
-  app.add_option("--travel", raw.travel, "Length of each axis in inches (default: the table's)")
+  app.add_option("--travel", raw.travel,
+                 "Length of each axis in inches (default: a little\nmore than the table's)")
       ->type_name("X,Y,Z");
   app.add_option("--surface", raw.surface,
-                 "The work: plane:Z, tilt:Z,DX,DY, none, or a height-map file (inches of Z)")
+                 "The work: plane:Z, tilt:Z,DX,DY, none, or a\nheight-map file (inches of Z)")
       ->capture_default_str()
       ->type_name("WORK");
   app.add_option("--tool", raw.tool, "What cuts: spindle or air")
@@ -185,12 +187,12 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
       ->allow_extra_args(false)
       ->type_name("NAME=STATE");
 
-  app.add_option(
-         "--fault", raw.faults,
-         "What goes wrong: 'match=G28,do=withhold', JSON, or a file with JSON.\n"
-         "When: line=N, match=TEXT, reply=TEXT or atMs=N; nth=N, count=N (0: from there on).\n"
-         "do=ignore, drop, withhold, delay, duplicate, corrupt, fragment, inject, halt,\n"
-         "silent or close; ms=N and text=TEXT where they matter")
+  app.add_option("--fault", raw.faults,
+                 "What goes wrong: 'match=G28,do=withhold', JSON, or a file with JSON.\n"
+                 "When: line=N, match=TEXT, reply=TEXT or atMs=N; nth=N the first,\n"
+                 "count=N so many (0: all from there). do=ignore, drop, withhold, delay,\n"
+                 "duplicate, corrupt, fragment, inject, halt, silent or close; ms=N and\n"
+                 "text=TEXT where they matter")
       ->allow_extra_args(false)
       ->type_name("FAULT");
   app.add_option("--control", options.controlPath, "Make a pipe for commands ('help' lists them)")

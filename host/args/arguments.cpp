@@ -156,7 +156,7 @@ void AddCommands(CLI::App& app, Arguments& out) {
       "Prints a line for each: index, identity and name, separated by tabs.");
   CLI::App* info = Add(app, out, Command::Info, "info", "Show a controller and its machine",
                        "Prints lines \"name: value\": id, name, port, link, table, resolution, "
-                       "passes, location, fitted, settings.");
+                       "passes,\nlocation, fitted, settings.");
   info->add_option("controller", out.id, "Identity of the controller")->type_name("ID");
   AddEngrave(app, out);
   CLI::App* estimate = Add(
@@ -177,12 +177,24 @@ void AddCommands(CLI::App& app, Arguments& out) {
   AddSpindle(app, out);
   CLI::App* settings = Add(app, out, Command::Settings, "settings", "Show the settings dialog",
                            "Prints: settings: run job, applied or cancelled");
-  settings->add_flag("--before-job", out.beforeJob,
-                     "As before a job: offers to set the table home first");
-  settings->add_flag("--read-only", out.readOnly, "Without \"Run Job\" and changes of settings");
+  settings->add_flag(
+      "--before-job", out.beforeJob,
+      "As before a job: sees to the table home first, then \"Run Job\" can be\npressed");
+  settings->add_flag("--read-only", out.readOnly,
+                     "Without \"Run Job\", \"Table Setup...\" and changes of settings");
   Add(app, out, Command::Setup, "setup",
       "Show the settings dialog so that \"Table Setup...\" can be opened",
-      "Prints: settings: run job, applied or cancelled");
+      "Prints: settings: applied or cancelled");
+}
+
+// The help of a command and of all below it; `before` are the words that lead there.
+std::string HelpOfAll(const CLI::App& app, const std::string& before) {
+  const std::vector<CLI::App*> named = app.get_subcommands();
+  const std::string name = (before.empty() ? "" : before + " ") + app.get_name();
+  if (!named.empty()) return HelpOfAll(*named.back(), name);
+  std::string text = app.help(before);
+  for (const CLI::App* sub : app.get_subcommands({})) text += "\n" + HelpOfAll(*sub, name);
+  return text;
 }
 
 std::string OneLine(std::string text) {
@@ -213,7 +225,7 @@ ParsedArguments ParseArguments(const std::vector<std::string>& words) {
   } catch (const CLI::CallForHelp&) {
     parsed.help = app.help();
   } catch (const CLI::CallForAllHelp&) {
-    parsed.help = app.help("", CLI::AppFormatMode::All);
+    parsed.help = HelpOfAll(app, "");
   } catch (const CLI::ParseError& error) {
     parsed.exitCode = kExitUsage;
     parsed.error = "k7host: " + OneLine(error.what()) + " (see k7host --help)";

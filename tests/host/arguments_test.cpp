@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
 #include "k7/driver.h"
@@ -131,6 +132,13 @@ TEST(Arguments, WrongUsageIsOneLineAndExitCodeTwo) {
   }
 }
 
+std::size_t LongestLine(const std::string& text) {
+  std::size_t longest = 0;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) longest = std::max(longest, line.size());
+  return longest;
+}
+
 TEST(Arguments, EveryCommandHasHelp) {
   constexpr const char* kCommands[] = {"",
                                        "list",
@@ -157,8 +165,16 @@ TEST(Arguments, EveryCommandHasHelp) {
     EXPECT_NE(parsed.help.find("Usage: k7host" + (command.empty() ? "" : " " + command)),
               std::string::npos)
         << parsed.help;
+    EXPECT_LE(LongestLine(parsed.help), 100u) << parsed.help;
   }
   EXPECT_NE(Parse("--help").help.find("Exit codes: 0 done, 1"), std::string::npos);
+  const std::string all = Parse("--help-all").help;
+  for (const char* option : {"--braille-bead", "--direction", "--seconds", "--before-job"}) {
+    EXPECT_NE(all.find(option), std::string::npos) << option;
+  }
+  const std::string spindle = Parse("spindle --help-all").help;
+  EXPECT_EQ(spindle.find("Usage: k7host engrave"), std::string::npos);
+  EXPECT_NE(spindle.find("Usage: k7host spindle ramp up"), std::string::npos) << spindle;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <fstream>
 #include <initializer_list>
+#include <sstream>
 #include <vector>
 
 #include "simulator/control.h"
@@ -160,6 +161,8 @@ TEST(Options, HelpNamesEveryOption) {
   EXPECT_FALSE(Parse({"--help"}, exitCode));
   const std::string help = testing::internal::GetCapturedStdout();
   EXPECT_EQ(exitCode, 0);
+  std::istringstream lines(help);
+  for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 100u) << line;
   for (const char* option : {"--pty PATH",
                              "--tcp PORT",
                              "--wire usb|uart|tcp",
