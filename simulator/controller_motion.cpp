@@ -65,7 +65,6 @@ bool Controller::StartMove(const Waiting& line, TimeUs nowUs) {
     }
     target_ = to;
     motorsOn_ = true;
-    // Before the push: a push that fills the ring may begin a block in the same moment.
     if (block.announced) sink_.Reply(line.stream, line.lineId, "QX\r\n");
     planner_.Push(block, nowUs);
     counts_.deepestQueue = std::max(counts_.deepestQueue, planner_.Size());

@@ -23,6 +23,7 @@ struct Fixture : JobObserver {
   std::vector<std::string> passes;
   ProgressView last;
   int waits = 0;
+  std::uint32_t queuedAtFirstWait = 0;
   int stopAfterViews = -1;  // progress views until StopRequested
   int views = 0;
   bool manualAnswer = true;
@@ -39,7 +40,7 @@ struct Fixture : JobObserver {
 
   bool StopRequested() override { return stopAfterViews >= 0 && views >= stopAfterViews; }
   void WaitForProgress() override {
-    ++waits;
+    if (waits++ == 0) queuedAtFirstWait = counters.queued;
     // The machine carries one more move out.
     if (counters.started < counters.queued) ++counters.started;
     if (counters.finished < counters.started) ++counters.finished;
@@ -308,6 +309,7 @@ TEST(JobRunner, WaitsItselfWhileThirtyTwoLinesHaveNotBegun) {
   const JobResult result = f.Run(LineOfFortyCuts());
   EXPECT_EQ(result.end, JobEnd::Done);
   EXPECT_EQ(result.progress.movesDone, 41u);
+  EXPECT_EQ(f.queuedAtFirstWait, 32u);
   EXPECT_EQ(f.waits, 41);  // nine for room, the rest for the end
 }
 

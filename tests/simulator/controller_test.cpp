@@ -140,6 +140,16 @@ TEST(Controller, ClampsFeedsToTheMaximumOfEachAxis) {
   EXPECT_NEAR(SecondsFromUs(bench.now - start), 0.1 + 100 / 100.0 + 100 / 500.0, 1e-5);
 }
 
+TEST(Controller, ClampsASlantedMoveByTheShareOfEachAxis) {
+  Bench bench;
+  bench.Send("M203 X600 Y30480 Z30480");  // 10 mm/s
+  bench.Send("G0 F6000");
+  bench.Send("G0 X30 Y40");
+  bench.PassAll();
+  const double feed = 10 / 0.6;  // of 50 mm, 30 along X
+  EXPECT_NEAR(SecondsFromUs(bench.now), 0.1 + 50 / feed + feed / 500, 1e-5);
+}
+
 TEST(Controller, AnswersM400WhenAllMotionHasEnded) {
   Bench bench;
   bench.Send("G0 F3000");
@@ -189,6 +199,15 @@ TEST(Controller, AHaltStopsWhereTheHeadIsAndNeverAnswersWhatItFlushed) {
   // Motion began at once: 0.1 s and 2.5 mm of ramp, then a second at 50 mm/s.
   EXPECT_EQ(bench.Send("M114"), Lines{"ok C: X:52.5000 Y:0.0000 Z:0.0000\n"});
   EXPECT_EQ(bench.Send("G0 X60"), (Lines{"QX\r\n", "ok\n"}));
+}
+
+TEST(Controller, AHaltSwitchesTheSpindleAndTheOutputOff) {
+  Bench bench;
+  bench.Send("M42");
+  bench.Send("M106");
+  bench.board.Halt(0);
+  EXPECT_FALSE(bench.board.SpindleOn());
+  EXPECT_FALSE(bench.board.OutputOn());
 }
 
 TEST(Controller, SurvivesFeedsAndPlacesThatNoMachineHas) {

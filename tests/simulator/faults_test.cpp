@@ -111,6 +111,27 @@ TEST(Faults, AWithheldReplyTakesTheLateOnesOfItsLineWithIt) {
   EXPECT_EQ(rig.TakeAt(60), "BX\r\nEX\r\n");
 }
 
+// Loss and noise hit one reply of a line, what holds replies up or repeats them hits all of them.
+TEST(Faults, ALineWithSeveralRepliesLosesItsFirstAlone) {
+  constexpr struct {
+    const char* fault;
+    const char* at0;
+    const char* then;
+  } kCases[] = {
+      {"match=G0,do=drop", "ok\n", "BX\r\nEX\r\n"},
+      {"match=G0,do=corrupt", "?X\r\nok\n", "BX\r\nEX\r\n"},
+      {"match=G0,do=duplicate", "QX\r\nQX\r\nok\nok\n", "BX\r\nBX\r\nEX\r\nEX\r\n"},
+      {"match=G0,do=withhold", "", ""},
+  };
+  for (const auto& c : kCases) {
+    Rig rig(WireKind::Uart, WithFault(c.fault));
+    rig.Open();
+    rig.Send("SendBlockMessagesOn\n");
+    EXPECT_EQ(rig.Send("G0 X1\n"), c.at0) << c.fault;
+    EXPECT_EQ(rig.TakeAt(60), c.then) << c.fault;
+  }
+}
+
 TEST(Faults, AWithheldHomingOrProbeKeepsItsLateRepliesToo) {
   for (const char* line : {"G28 Z0\n", "G30 F12.700\n"}) {
     Rig rig(WireKind::Uart, WithFault("match=G,do=withhold"));

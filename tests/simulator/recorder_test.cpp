@@ -88,6 +88,18 @@ TEST(Recorder, CountsADryPlungeAndNoneWithTheSpindleOn) {
   }
 }
 
+// A cut that meets higher work goes deeper without having plunged.
+TEST(Recorder, ACutThatDeepensOverTiltedWorkIsNoPlunge) {
+  MachineSetup setup;
+  std::string error;
+  setup.surface = *Surface::Parse("tilt:1,-0.01,0", 25, 16, error);
+  Bench bench(setup);
+  for (const char* line : {"SetTableHomed", "G20", "G0 Z0.95", "G0 X10"}) bench.Send(line);
+  bench.PassAll();
+  EXPECT_NEAR(bench.board.Record().DeepestInches(), 0.05, 1e-9);
+  EXPECT_EQ(bench.board.Record().MistakeTotal(), 0u);
+}
+
 TEST(Recorder, CountsACutBesideTheTable) {
   MachineSetup setup = InchDeep();
   setup.geometry.size = {2, 2, 1.5};
