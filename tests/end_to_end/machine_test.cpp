@@ -94,15 +94,20 @@ TEST(Machine, ARampRaisesTheSpindleAndKeepsTheSpeed) {
   EXPECT_EQ(ReadSettings(kId).at("Spindle/Spindle RPM"), std::to_string(reached));
 }
 
-// A round fixture in place of X: asking for the location switches it off and on again.
-TEST(Machine, ARoundFixtureIsSwitchedOffAndOnAgainWithoutLosingTheLinearPosition) {
+Settings RoundMachine(int mode) {
   Settings settings = FullMachine();
   settings["Axis Round/Has Round Attachment"] = "1";
-  settings["Axis Round/Mode"] = "1";
+  settings["Axis Round/Mode"] = std::to_string(mode);
   settings["Axis Round/Circumference"] = "2D";
   settings["Current Location/X Axis"] = "6000";
   settings["Current Location/Y Axis"] = "5000";
   settings["Current Location/R Axis"] = "1234";
+  return settings;
+}
+
+// A round fixture in place of X: asking for the location switches it off and on again.
+TEST(Machine, ARoundFixtureIsSwitchedOffAndOnAgainWithoutLosingTheLinearPosition) {
+  const Settings settings = RoundMachine(1);
   ConnectedMachine machine(kId, settings, FullTable());
   auto& [controller, slots] = machine;
   // KEEP: of the home the load has kept 6366 steps of the fixture.
@@ -117,13 +122,7 @@ TEST(Machine, ARoundFixtureIsSwitchedOffAndOnAgainWithoutLosingTheLinearPosition
 // The fixture put on and taken off again in the settings dialog, over one axis or over both: the
 // file is as it was but for the mode, key by key, after every step and at the end.
 TEST(Machine, TheRoundFixtureChosenInTheDialogAndTakenOffAgainLeavesEveryOtherSettingAsItWas) {
-  Settings settings = FullMachine();
-  settings["Axis Round/Has Round Attachment"] = "1";
-  settings["Axis Round/Mode"] = "0";
-  settings["Axis Round/Circumference"] = "2D";
-  settings["Current Location/X Axis"] = "6000";
-  settings["Current Location/Y Axis"] = "5000";
-  settings["Current Location/R Axis"] = "1234";
+  const Settings settings = RoundMachine(0);
   ConnectedMachine machine(kId, settings, FullTable());
   auto& [controller, slots] = machine;
   Slots desk;

@@ -1,15 +1,12 @@
-// What a person can ask for: options, fault scripts, control commands.
+// What a person can ask for on the command line.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <initializer_list>
 #include <sstream>
 #include <vector>
 
-#include "simulator/control.h"
-#include "simulator/fault_script.h"
 #include "simulator/options.h"
 
 namespace k7sim {
@@ -188,103 +185,6 @@ TEST(Options, HelpNamesEveryOption) {
                              "--report FILE.json"}) {
     EXPECT_THAT(help, HasSubstr(option));
   }
-}
-
-TEST(FaultScript, ReadsAListJsonAndAFile) {
-  std::string error;
-  auto faults = ParseFaults("match=G28,nth=2,do=delay,ms=500", error);
-  ASSERT_TRUE(faults) << error;
-  EXPECT_EQ((*faults)[0].trigger, FaultTrigger::Match);
-  EXPECT_EQ((*faults)[0].nth, 2u);
-  EXPECT_EQ((*faults)[0].action, FaultAction::Delay);
-  EXPECT_EQ((*faults)[0].durationUs, 500'000);
-  faults = ParseFaults(R"([{"reply":"EX","do":"drop"},{"atMs":10,"do":"halt"}])", error);
-  ASSERT_TRUE(faults) << error;
-  EXPECT_EQ(faults->size(), 2u);
-  const std::string path = testing::TempDir() + "k7sim_faults.json";
-  std::ofstream(path) << R"({"faults":[{"line":3,"do":"inject","text":"ALARM: x\n"}]})";
-  faults = ParseFaults(path, error);
-  ASSERT_TRUE(faults) << error;
-  EXPECT_EQ((*faults)[0].text, "ALARM: x\n");
-}
-
-TEST(FaultScript, KnowsEveryActionByItsName) {
-  for (const char* name : kFaultActionNames) {
-    std::string error;
-    EXPECT_TRUE(ParseFaults("line=1,text=x,do=" + std::string(name), error)) << error;
-  }
-}
-
-TEST(FaultScript, SaysWhatIsWrong) {
-  constexpr struct {
-    const char* text;
-    const char* want;
-  } kCases[] = {
-      {"do=drop", "needs exactly one of line, match, reply, atMs"},
-      {"line=1,match=G0,do=drop", "needs exactly one of line, match, reply, atMs"},
-      {"line=0,do=drop", "bad value for 'line'"},
-      {"line=x,do=drop", "bad value for 'line'"},
-      {"line=1,do=explode", "bad value for 'do'"},
-      {"line=1,when=now,do=drop", "unknown key 'when'"},
-      {"line=1,do=inject", "inject needs a text"},
-      {"reply=ok,do=ignore", "a reply cannot be ignored"},
-      {"line=1,ms=-1,do=delay", "bad value for 'ms'"},
-      {"[1]", "not an object"},
-      {"{", "not valid JSON"},
-      {"/nonexistent", "cannot read /nonexistent"},
-  };
-  for (const auto& c : kCases) {
-    std::string error;
-    EXPECT_FALSE(ParseFaults(c.text, error)) << c.text;
-    EXPECT_THAT(error, HasSubstr(c.want));
-    EXPECT_EQ(error.find('\n'), error.npos);
-  }
-}
-
-struct Running {
-  ControlResult Do(std::string_view line) { return RunControlLine(line, simulator, 0, message); }
-  Transcript transcript;
-  Simulator simulator{SimulatorSetup{}, transcript};
-  std::string message;
-};
-
-TEST(Control, WorksTheMachineByHand) {
-  Running running;
-  Mechanics& machine = running.simulator.Board().Machine();
-  EXPECT_EQ(running.Do("position 1,2,0.5"), ControlResult::Done);
-  EXPECT_NEAR(machine.PlaceAt({0, 0, 0}).y, 2, 1e-9);
-  EXPECT_FALSE(machine.SwitchClosed(0, {0, 0, 0}));
-  EXPECT_EQ(running.Do("switch x 1\r"), ControlResult::Done);
-  EXPECT_TRUE(machine.SwitchClosed(0, {0, 0, 0}));
-  running.Do("switch x auto");
-  EXPECT_FALSE(machine.SwitchClosed(0, {0, 0, 0}));
-  running.Do("switch probe 1");
-  EXPECT_TRUE(machine.ProbeClosed({0, 0, 0}));
-  running.Do("homed 1");
-  EXPECT_TRUE(running.simulator.Board().IsHomed());
-  running.Do("surface plane:0.25");
-  EXPECT_EQ(machine.Work().DepthAt(1, 1), 0.25);
-  running.Do("halt");
-  EXPECT_TRUE(running.simulator.Board().IsHalted());
-  running.Do("resume");
-  EXPECT_FALSE(running.simulator.Board().IsHalted());
-  running.Do("close 100");
-  EXPECT_EQ(running.simulator.TakeCloseRequests().size(), 1u);
-  EXPECT_EQ(running.Do("report"), ControlResult::WriteFiles);
-  EXPECT_EQ(running.Do("quit"), ControlResult::Quit);
-  EXPECT_EQ(running.Do("help"), ControlResult::Done);
-  EXPECT_EQ(running.message, kControlHelp);
-}
-
-TEST(Control, RefusesWhatItDoesNotKnow) {
-  for (const char* line : {"dance", "switch", "switch q 1", "switch x 2", "position 1,2",
-                           "homed maybe", "surface plane:", "fault do=drop"}) {
-    Running running;
-    EXPECT_EQ(running.Do(line), ControlResult::Bad) << line;
-    EXPECT_FALSE(running.message.empty());
-  }
-  Running running;
-  EXPECT_EQ(running.Do(""), ControlResult::Done);
 }
 
 }  // namespace
