@@ -7,7 +7,8 @@
 
 namespace k7 {
 
-// Slot 55: waits, in a job without bound, until every move has been carried out; clears the liveness ticks, stores plungeHold = hold. [host]
+// Slot 55: waits, in a job without bound, until every move has been carried out; clears the
+// liveness ticks, stores plungeHold = hold. [host]
 void DrainQueue(DeviceState& record, std::uint8_t hold) noexcept;
 
 }  // namespace k7

@@ -8,7 +8,8 @@
 namespace k7 {
 
 // Probes downwards at the present place and declares the touch point to be cutterHome. Waits, in a
-// job, until every line has begun, and for the answer, both without bound. Without a connection: nothing. [host]
+// job, until every line has begun, and for the answer, both without bound. Without a connection:
+// nothing. [host]
 void ProbeSurface(DeviceState& record) noexcept;
 // cutterHome -= probeOffset in steps. [host]
 void SubtractProbeOffset(DeviceState& record) noexcept;
