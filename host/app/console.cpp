@@ -80,4 +80,17 @@ WORD TakeKey(bool* shift) {
   return 0;
 }
 
+void DropRepeats(WORD key) {
+  const HANDLE input = ConsoleInput();
+  INPUT_RECORD record{};
+  DWORD read = 0;
+  while (input != nullptr && PeekConsoleInputW(input, &record, 1, &read) && read > 0) {
+    if (record.EventType == KEY_EVENT && record.Event.KeyEvent.bKeyDown &&
+        record.Event.KeyEvent.wVirtualKeyCode != key) {
+      return;
+    }
+    if (!ReadConsoleInputW(input, &record, 1, &read)) return;
+  }
+}
+
 }  // namespace k7host

@@ -34,4 +34,7 @@ HANDLE ConsoleInput();
 // set to whether Shift is held. [host]
 WORD TakeKey(bool* shift);
 
+// Forgets what a held key has added while it repeated itself, up to the next other key. [host]
+void DropRepeats(WORD key);
+
 }  // namespace k7host

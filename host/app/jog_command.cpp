@@ -55,7 +55,7 @@ bool JogByKeys(Session& session, bool allAxes, bool slow) {
     for (const JogKey& row : kJogKeys) {
       if (row.key != key || !(row.isZ || allAxes)) continue;
       if (!JogOnce(session, row.direction, slow || shift, key)) Print("jog", "no movement");
-      FlushConsoleInputBuffer(ConsoleInput());  // the held key has repeated itself meanwhile
+      DropRepeats(key);
     }
     if (key == 0) session.Window().Wait(kWaitMs);
   }
