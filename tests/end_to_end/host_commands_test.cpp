@@ -186,7 +186,7 @@ TEST_P(HostSettings, OpensTheDialogAndPrintsItsResult) {
   for (std::string word; split >> word;) words.push_back(word);
   Slots desk;
   Process host(words, Places::Get().windowsPrograms);
-  ASSERT_EQ(desk.Ask(kWaitForDialog), "open");
+  ASSERT_EQ(desk.Ask(kWaitForDialog), "open") << host.ReadAll(1);
   EXPECT_EQ(desk.Ask(std::string("dialog-enabled ") + kRunJob), run.runEnabled);
   EXPECT_EQ(desk.Ask(std::string("dialog-enabled ") + kTableSetup), run.setupEnabled);
   EXPECT_EQ(desk.Ask(std::string("dialog-press ") + run.button), "closed");
