@@ -40,6 +40,16 @@ if(K7_FUZZ)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+# Gives a program that opens dialogs the manifest of today's applications.
+function(k7_add_manifest target)
+  target_sources(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/desktop.rc)
+  set_source_files_properties(${CMAKE_SOURCE_DIR}/cmake/desktop.rc PROPERTIES OBJECT_DEPENDS
+                              ${CMAKE_SOURCE_DIR}/cmake/desktop.manifest)
+  if(MSVC)
+    target_link_options(${target} PRIVATE /MANIFEST:NO)  # it has this one
+  endif()
+endfunction()
+
 # Headers of Debian packages for the cross compiler: links to the libraries wanted, never the
 # system's whole include folder, whose C headers are not those of Windows.
 set(K7_HEADER_STAGING ${CMAKE_BINARY_DIR}/staging/include)
