@@ -52,10 +52,10 @@ void OnQueued(DeviceState& record) noexcept {
 }
 
 void OnBegun(DeviceState& record) noexcept {
-  // Up before down: who waits for the last move looks at the lines, then at the blocks, and must
-  // not find it in neither.
-  AddToBlocksRunning(record, 1);
+  // KEEP: down before up. For a moment the last move is in neither count, and a wait that looks
+  // just then ends while it has begun.
   AddToLinesInFlight(record, -1);
+  AddToBlocksRunning(record, 1);
   if (IsSilent(record)) return;
   if (IsHostTold(TakeTag(record, &DeviceState::startedIndex))) {
     NotifyHost(record, record.msgStarted);

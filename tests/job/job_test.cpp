@@ -194,20 +194,23 @@ TEST(EndJob, WithoutMutexesEndsAtOnceAndClearsTheTicksAllTheSame) {
 }
 
 TEST(EndJob, WaitsUntilEveryMoveHasBegunAndEnded) {
-  TestMachine machine;
-  machine.OpenJob();
-  machine.controller.AnswerMoves(false);
-  MoveTo(*machine, 2000, 4000);
-  machine.Sent();
-  const HostCall host{[&] { EndJob(*machine); }};
-  EXPECT_TRUE(host.Waits());
-  machine.controller.Say("QX\r\nBX\r\n");
-  EXPECT_TRUE(WaitUntil([&] { return LinesInFlight(*machine) == 0; }));
-  EXPECT_TRUE(host.Waits());
-  EXPECT_TRUE(machine.controller.Lines().empty());
-  machine.controller.Say("EX\r\n");
-  EXPECT_TRUE(host.Returns());
-  EXPECT_EQ(machine.Sent(), kEnd);
+  for (const bool begun : {false, true}) {
+    TestMachine machine;
+    machine.OpenJob();
+    machine.controller.AnswerMoves(false);
+    MoveTo(*machine, 2000, 4000);
+    machine.Sent();
+    if (begun) {
+      machine.controller.Say("QX\r\nBX\r\n");
+      EXPECT_TRUE(WaitUntil([&] { return BlocksRunning(*machine) == 1; }));
+    }
+    const HostCall host{[&] { EndJob(*machine); }};
+    EXPECT_TRUE(host.Waits()) << begun;
+    EXPECT_TRUE(machine.controller.Lines().empty()) << begun;
+    machine.controller.Say(begun ? "EX\r\n" : "QX\r\nBX\r\nEX\r\n");
+    EXPECT_TRUE(host.Returns()) << begun;
+    EXPECT_EQ(machine.Sent(), kEnd) << begun;
+  }
 }
 
 TEST(EndJob, WaitsUntilTheControllerHasConfirmedBeforeItSwitchesTheOutputOff) {

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <string>
 
+#include "device/polling.h"
 #include "support/host_call.h"
 #include "support/test_machine.h"
 
@@ -116,15 +117,17 @@ TEST_F(StartPassTest, WithoutAConnectionDoesNothing) {
 }
 
 TEST_F(StartPassTest, WaitsUntilEveryMoveOfThePassBeforeIsCarriedOut) {
-  machine_->linesInFlight = 1;
-  const k7test::HostCall pass{[&] { StartPass(*machine_, 2, 0, 0, nullptr, 0); }};
-  EXPECT_TRUE(pass.Waits());
-  machine_.controller.Say("BX\r\n");  // begun, not ended
-  EXPECT_TRUE(pass.Waits());
-  EXPECT_EQ(machine_->currentPass, 0u);
-  machine_.controller.Say("EX\r\n");
-  EXPECT_TRUE(pass.Returns());
-  EXPECT_EQ(machine_->currentPass, 2u);
+  for (const bool begun : {false, true}) {
+    machine_->currentPass = 0;
+    (begun ? machine_->blocksRunning : machine_->linesInFlight) = 1;
+    const k7test::HostCall pass{[&] { StartPass(*machine_, 2, 0, 0, nullptr, 0); }};
+    EXPECT_TRUE(pass.Waits()) << begun;
+    EXPECT_EQ(machine_->currentPass, 0u) << begun;
+    machine_.controller.Say(begun ? "EX\r\n" : "BX\r\nEX\r\n");
+    EXPECT_TRUE(pass.Returns()) << begun;
+    EXPECT_EQ(machine_->currentPass, 2u) << begun;
+    EXPECT_TRUE(k7test::WaitUntil([&] { return !MovesRemain(*machine_); })) << begun;
+  }
 }
 
 TEST_F(StartPassTest, WithAnEngraveDelayWaitsForTheToolAction) {

@@ -84,20 +84,23 @@ TEST_F(Tools, WithoutASpindleOrWithAirZTheSpindleIsIgnored) {
 TEST_F(Tools, DrainQueueWaitsForBegunAndEndedMovesThenHolds) {
   machine_.OpenJob();
   machine_.controller.AnswerMoves(false);
-  const std::int32_t x = 4000;
-  EmitMove(record_, &x, nullptr, nullptr, 1, CommandTag::Move);
   record_.lastCheckTick = record_.lastAnswerTick = 5;
-  {
+  for (const bool begun : {false, true}) {
+    const std::int32_t x = begun ? 4000 : 8000;
+    EmitMove(record_, &x, nullptr, nullptr, 1, CommandTag::Move);
+    if (begun) {
+      machine_.controller.Say("QX\r\nBX\r\n");
+      EXPECT_TRUE(k7test::WaitUntil([&] { return BlocksRunning(record_) == 1; }));
+    }
+    record_.plungeHold = 0;
     const HostCall host{[&] { DrainQueue(record_, 1); }};
-    EXPECT_TRUE(host.Waits());
-    machine_.controller.Say("QX\r\nBX\r\n");
-    EXPECT_TRUE(k7test::WaitUntil([&] { return BlocksRunning(record_) == 1; }));
-    EXPECT_TRUE(host.Waits());
-    EXPECT_EQ(record_.plungeHold, 0);
-    machine_.controller.Say("EX\r\n");
-    EXPECT_TRUE(host.Returns());
+    EXPECT_TRUE(host.Waits()) << begun;
+    EXPECT_EQ(record_.plungeHold, 0) << begun;
+    machine_.controller.Say(begun ? "EX\r\n" : "QX\r\nBX\r\nEX\r\n");
+    EXPECT_TRUE(host.Returns()) << begun;
+    EXPECT_EQ(record_.plungeHold, 1) << begun;
+    EXPECT_TRUE(k7test::WaitUntil([&] { return !MovesRemain(record_); })) << begun;
   }
-  EXPECT_EQ(record_.plungeHold, 1);
   EXPECT_EQ(record_.lastCheckTick, 0u);
   EXPECT_EQ(record_.lastAnswerTick, 0u);
   DrainQueue(record_, 0);
