@@ -1,9 +1,9 @@
 // What one line costs the driver, leaving the link aside.
 #include <benchmark/benchmark.h>
 
-#include "motion/number_text.h"
-#include "motion/units.h"
-#include "ui/format_decimal.h"
+#include "base/format_decimal.h"
+#include "base/number_text.h"
+#include "motion/axes.h"
 
 namespace {
 

@@ -2,32 +2,34 @@
 # is built natively with every sanitizer and again for Windows; a test of the same name under
 # tests/ is built for both.
 set(K7_PURE
-    device/bounded_copy
+    base/arithmetic
+    base/bounded_copy
+    base/format_decimal
+    base/number_text
+    base/polled
+    base/shared_text
+    base/short_lock
+    base/typed_number
     device/device_state
-    device/identity_generator
-    device/polled
-    device/shared_text
+    device/guarded
+    device/per_axis
+    settings/encodings
+    settings/keys
+    settings/profile_name
+    link/commands
+    link/line_assembler
+    link/reply
+    motion/axes
+    motion/move_plan
+    motion/round_positions
+    motion/spindle_level
+    job/jog_plan
     job/pass_status
     job/planner_model
     job/time_estimate
-    motion/jog_plan
-    motion/line_text
-    motion/location
-    motion/move_plan
-    link/line_assembler
-    link/reply
-    motion/number_text
-    motion/round_positions
-    motion/spindle_level
-    motion/units
-    settings/load_plan/pass_table
-    settings/profile_name
-    settings/settings_keys
-    settings/settings_values
-    ui/engrave_rules
-    ui/format_decimal
-    ui/profile_path
+    session/identity_generator
+    session/pass_table
     ui/resource_ids
-    ui/typed_number
-    ui/validation
+    ui/settings/engrave_rules
+    ui/settings/validation
 )

@@ -7,10 +7,11 @@
 #include <cstring>
 #include <string>
 
-#include "motion/line_text.h"
+#include "base/arithmetic.h"
+#include "base/number_text.h"
+#include "link/commands.h"
+#include "motion/axes.h"
 #include "motion/move_plan.h"
-#include "motion/number_text.h"
-#include "motion/units.h"
 
 namespace {
 
@@ -79,8 +80,8 @@ void CheckPlan(const k7::DeviceState& record, std::int32_t x, std::int32_t y, st
   const std::string line = plan.line;
   Require(line.compare(0, 2, "G0") == 0 && line.back() == '\n' && line.size() < 180);
   Require(plan.changed == (line.size() > 3));
-  const bool moved =
-      plan.lastX != record.lastX || plan.lastY != record.lastY || plan.lastZ != record.lastZ;
+  const bool moved = plan.lastX != record.position.last.x || plan.lastY != record.position.last.y ||
+                     plan.lastZ != record.position.last.z;
   Require(plan.changed == moved);
 }
 
@@ -95,35 +96,39 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   k7::DeviceState record;
   const auto single = input.Take<float>();
-  record.stepsPerMmX = input.Take<float>();
-  record.stepsPerMmY = single;
-  record.stepsPerMmZ = record.stepsPerMmX;
-  record.screwPitchX = record.screwPitchY = record.screwPitchZ = input.Take<float>();
-  record.roundCircumference = single;
-  record.roundGearRatio = record.screwPitchX;
-  record.motorStepsX = record.motorStepsY = record.motorStepsZ = record.motorStepsRound =
-      input.Take<std::int32_t>();
-  record.microStepsX = record.microStepsY = record.microStepsZ = record.microStepsRound =
-      input.Take<std::int32_t>();
-  record.roundAxisMode = input.Take<std::uint8_t>() % 4;
-  record.xAxisFactor = record.yAxisFactor = input.Take<std::int32_t>();
-  record.tableWidth = input.Take<std::int32_t>();
-  record.tableHomeX = record.tableWidth;
-  record.cutterHome = record.tableWidth;
-  record.tableSurface = input.Take<std::int32_t>();
-  record.lastX = input.Take<std::int32_t>();
-  record.passDepth = record.engraveDepth = record.cutterLift = single;
-  record.cutterMode = input.Take<std::uint8_t>() % 5;
+  record.position.stepsPerMm.x = input.Take<float>();
+  record.position.stepsPerMm.y = single;
+  record.position.stepsPerMm.z = record.position.stepsPerMm.x;
+  record.mechanics.axis.x.screwPitch = record.mechanics.axis.y.screwPitch =
+      record.mechanics.axis.z.screwPitch = input.Take<float>();
+  record.mechanics.roundCircumference = single;
+  record.mechanics.roundGearRatio = record.mechanics.axis.x.screwPitch;
+  record.mechanics.axis.x.motorSteps = record.mechanics.axis.y.motorSteps =
+      record.mechanics.axis.z.motorSteps = record.mechanics.motorStepsRound =
+          input.Take<std::int32_t>();
+  record.mechanics.axis.x.microSteps = record.mechanics.axis.y.microSteps =
+      record.mechanics.axis.z.microSteps = record.mechanics.microStepsRound =
+          input.Take<std::int32_t>();
+  record.mechanics.roundAxisMode = input.Take<std::uint8_t>() % 4;
+  record.mechanics.xAxisFactor = record.mechanics.yAxisFactor = input.Take<std::int32_t>();
+  record.mechanics.tableWidth = input.Take<std::int32_t>();
+  record.position.tableHome.x = record.mechanics.tableWidth;
+  record.position.cutterHome = record.mechanics.tableWidth;
+  record.position.tableSurface = input.Take<std::int32_t>();
+  record.position.last.x = input.Take<std::int32_t>();
+  record.passes.passDepth = record.tools.engraveDepth = record.tools.cutterLift = single;
+  record.tools.cutterMode = input.Take<std::uint8_t>() % 5;
   const auto host = input.Take<std::uint32_t>();
 
   CheckText(static_cast<double>(single), 3);
-  CheckTruncation(static_cast<double>(k7::StepsPerInchX(record)));
-  k7::TableWidthSteps(record);
-  k7::TableHeightSteps(record);
+  CheckTruncation(static_cast<double>(k7::StepsPerInch(record.mechanics, Axis::X)));
+  k7::TableWidthSteps(record.mechanics);
+  k7::TableHeightSteps(record.mechanics);
   CheckPlan(record, k7::MachineX(record, host), k7::MachineY(record, host), k7::LiftZ(record));
   CheckPlan(record, static_cast<std::int32_t>(host), 0, k7::PlungeZ(record));
   Require(std::string{k7::FeedLine(k7::FeedText(single).c_str()).c_str()}.back() == '\n');
-  Require(std::string{k7::MaxSpeedsLine(single, record.screwPitchX, 0).c_str()}.back() == '\n');
+  Require(std::string{k7::MaxSpeedsLine(single, record.mechanics.axis.x.screwPitch, 0).c_str()}
+              .back() == '\n');
   Require(std::string{k7::StepsPerMmLine("X", single).c_str()}.back() == '\n');
 
   k7::ParseFixed(input.Rest().c_str());

@@ -8,9 +8,9 @@
 #include <string>
 
 #include "job/pass_status.h"
-#include "settings/load_plan/pass_table.h"
+#include "session/pass_table.h"
 #include "settings/profile_name.h"
-#include "settings/settings_values.h"
+#include "settings/encodings.h"
 
 namespace {
 

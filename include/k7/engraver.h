@@ -279,7 +279,7 @@ class IEngraver : public ISurface {
   // 122: a kLink number. Without a record: 0. [any]
   virtual uint32_t GetLinkType() noexcept = 0;
   // 123: copies the serial path or network address of the link. Result: 0; `size` when the buffer
-  // is null, `size` is below 1 or there is no record. [any]
+  // is null or `size` is below 1. Without a record: 0, the buffer stays as it was. [any]
   virtual int32_t GetPortName(wchar_t* buffer, int32_t size) noexcept = 0;
   // 124: the link's handle, null when detached or without a record. [any]
   virtual LinkHandle GetLinkHandle() noexcept = 0;

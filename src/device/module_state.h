@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "device/polled.h"
+#include "base/polled.h"
 
 namespace k7 {
 

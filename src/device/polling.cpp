@@ -52,43 +52,4 @@ void SpinOnce() noexcept {
   SwitchToThread();
 }
 
-std::int32_t LinesInFlight(const DeviceState& record) noexcept {
-  return ReadLocked<flightMutex>(record, 0, [&] { return record.linesInFlight; });
-}
-
-std::int32_t BlocksRunning(const DeviceState& record) noexcept {
-  return ReadLocked<runMutex>(record, 0, [&] { return record.blocksRunning; });
-}
-
-std::uint8_t JobOpen(const DeviceState& record) noexcept {
-  return ReadLocked<jobMutex>(record, std::uint8_t{0}, [&] { return record.jobOpen; });
-}
-
-bool IsIdle(const DeviceState& record) noexcept {
-  return record.connected == 1 && JobOpen(record) == 0;
-}
-
-bool MovesRemain(const DeviceState& record) noexcept {
-  return LinesInFlight(record) > 0 || BlocksRunning(record) >= 1;
-}
-
-void WaitForFewerInFlight(const DeviceState& record, std::int32_t lines) noexcept {
-  PollUntil(0, [&] {
-    if (JobOpen(record) == 0) return true;
-    const RecordLock<flightMutex> lock{record};
-    return !lock || lock.WasAbandoned() || record.linesInFlight < lines;
-  });
-}
-
-void ForgetMoves(DeviceState& record) noexcept {
-  if (const RecordLock<flightMutex> lock{record}) record.linesInFlight = 0;
-  if (const RecordLock<runMutex> lock{record}) record.blocksRunning = 0;
-}
-
-void ClearAliveTicks(DeviceState& record) noexcept {
-  const RecordLock<aliveMutex> lock{record};
-  record.lastCheckTick = 0;
-  record.lastAnswerTick = 0;
-}
-
 }  // namespace k7

@@ -6,7 +6,7 @@
 #include <memory>
 #include <new>
 
-#include "device/handles.h"
+#include "base/handles.h"
 #include "device/polling.h"
 
 namespace k7 {
@@ -27,6 +27,22 @@ unsigned __stdcall Run(void* argument) noexcept {
   return 0;
 }
 
+// Waits, without bound but letting sent messages through, until the worker of `slot` has ended, and
+// closes its handle.
+void AwaitWorker(void*& slot) noexcept {
+  if (slot == nullptr) return;
+  // The host may be releasing the device from within a message of this very worker.
+  if (InSendMessage()) ReplyMessage(0);
+  PollUntil(5, [&] {
+    if (WaitForSingleObject(slot, 0) != WAIT_TIMEOUT) return true;
+    // Closes a message box that the worker shows, now or later.
+    PostThreadMessageW(GetThreadId(slot), WM_QUIT, 0, 0);
+    return false;
+  });
+  CloseHandle(slot);
+  slot = nullptr;
+}
+
 }  // namespace
 
 bool StartWorker(DeviceState& record, void*& slot, WorkerBody body) noexcept {
@@ -41,18 +57,11 @@ bool StartWorker(DeviceState& record, void*& slot, WorkerBody body) noexcept {
   return true;
 }
 
-void AwaitWorker(void*& slot) noexcept {
-  if (slot == nullptr) return;
-  // The host may be releasing the device from within a message of this very worker.
-  if (InSendMessage()) ReplyMessage(0);
-  PollUntil(5, [&] {
-    if (WaitForSingleObject(slot, 0) != WAIT_TIMEOUT) return true;
-    // Closes a message box that the worker shows, now or later.
-    PostThreadMessageW(GetThreadId(slot), WM_QUIT, 0, 0);
-    return false;
-  });
-  CloseHandle(slot);
-  slot = nullptr;
+void EndWorkers(DeviceState& record) noexcept {
+  record.stopWorkers = 1;
+  AwaitWorker(record.jog.jogThread);
+  AwaitWorker(record.spindle.rampThread);
+  record.stopWorkers = 0;
 }
 
 bool WorkerKeyHeld(std::uint32_t virtualKey) noexcept {

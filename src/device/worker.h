@@ -15,9 +15,9 @@ using WorkerBody = void (*)(DeviceState& record) noexcept;
 // False: no thread could be had. [host]
 bool StartWorker(DeviceState& record, void*& slot, WorkerBody body) noexcept;
 
-// Waits, without bound but letting sent messages through, until the worker of `slot` has ended, and
-// closes its handle. stopWorkers must be set. Null: nothing. [host]
-void AwaitWorker(void*& slot) noexcept;
+// Asks a running jog and ramp to end and waits for their threads; prompt also when the controller
+// is silent. Called before the link goes. [host]
+void EndWorkers(DeviceState& record) noexcept;
 
 // Whether the key that keeps a worker going is held; false once the worker is asked to stop. [any]
 bool WorkerKeyHeld(std::uint32_t virtualKey) noexcept;

@@ -4,7 +4,7 @@
 // After windows.h, whose types it needs.
 #include <shlobj.h>
 
-#include "settings/settings_paths.h"
+#include "settings/paths.h"
 
 namespace k7 {
 

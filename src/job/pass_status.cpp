@@ -2,8 +2,8 @@
 
 #include <charconv>
 
-#include "device/bounded_copy.h"
-#include "ui/format_decimal.h"
+#include "base/bounded_copy.h"
+#include "base/format_decimal.h"
 
 namespace k7 {
 

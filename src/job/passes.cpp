@@ -1,10 +1,12 @@
 #include "job/passes.h"
 
+#include "base/arithmetic.h"
 #include "device/polling.h"
+#include "device/progress.h"
 #include "job/pass_status.h"
+#include "motion/axes.h"
+#include "motion/cutter.h"
 #include "motion/move.h"
-#include "motion/tool_wait.h"
-#include "motion/units.h"
 
 namespace k7 {
 
@@ -12,37 +14,37 @@ namespace {
 
 constexpr std::uint32_t kPollMs = 50;
 
-void TakePassDepth(DeviceState& record, std::uint32_t pass) {
-  record.currentPass = pass;
-  if (!record.passDepths || pass < 1 || pass > record.passCount) return;
-  record.passDepth = record.passDepths[pass - 1];
+void TakePassDepth(PassState& passes, std::uint32_t pass) {
+  passes.currentPass = pass;
+  if (!passes.passDepths || pass < 1 || pass > passes.passCount) return;
+  passes.passDepth = passes.passDepths[pass - 1];
 }
 
 // The cutter is still in the work from the pass before. KEEP: only when it stands on the first
 // point is it plunged here, and the least depth of a stroke's plunge does not hold.
 void PlungeAgain(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) {
-  const std::int32_t x = MachineX(record, hostX);
-  const std::int32_t y = MachineY(record, hostY);
-  if (EmitMove(record, &x, &y, nullptr, 0) != kStatusNothing) return;
+  const MachinePlace place = MachinePosition(record, hostX, hostY);
+  if (CheckMove(record, {.x = place.x, .y = place.y}) != kStatusNothing) return;
   const std::int32_t z =
-      WrapAdd(record.cutterHome, InchesToSteps(record.passDepth, StepsPerInchZ(record)));
-  SetFeedRate(record, record.cutterDownSpeed);
-  MoveCutter(record, z, CommandTag::Plunge, kCutterDown, record.engraveDelayMs > 0);
+      WrapAdd(record.position.cutterHome,
+              InchesToSteps(record.passes.passDepth, StepsPerInch(record.mechanics, Axis::Z)));
+  SetFeedRate(record, record.tools.cutterDownSpeed);
+  MoveCutter(record, z, CommandTag::Plunge, kCutterDown, record.tools.engraveDelayMs > 0);
 }
 
 }  // namespace
 
 std::uint32_t StartPass(DeviceState& record, std::uint32_t pass, std::uint32_t hostX,
                         std::uint32_t hostY, wchar_t* status, std::int32_t size) noexcept {
-  if (record.connected != 1) return 0;
-  PollUntil(kPollMs, [&] { return !MovesRemain(record); });
-  TakePassDepth(record, pass);
-  if (record.cutterState == kCutterDown) PlungeAgain(record, hostX, hostY);
+  if (record.link.connected != 1) return 0;
+  PollUntil(kPollMs, [&] { return !MovesRemain(record.job); });
+  TakePassDepth(record.passes, pass);
+  if (record.tools.cutterState == kCutterDown) PlungeAgain(record, hostX, hostY);
   const PassStatus line{.pass = pass,
-                        .count = record.passCount,
-                        .depthInches = record.passDepth,
-                        .airZ = record.cutterMode == kCutterAirZ,
-                        .runKind = record.gridMode};
+                        .count = record.passes.passCount,
+                        .depthInches = record.passes.passDepth,
+                        .airZ = record.tools.cutterMode == kCutterAirZ,
+                        .runKind = record.host.gridMode};
   WritePassStatus(line, status, size);
   return 0;
 }

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/arithmetic.h"
 #include "job/planner_model.h"
-#include "motion/units.h"
+#include "motion/axes.h"
 
 namespace k7 {
 
@@ -14,18 +15,18 @@ constexpr std::uint32_t kTravel = 1;
 constexpr std::uint32_t kCut = 2;
 
 // Both axes within a part in a thousand.
-bool HasOneResolution(const DeviceState& record) {
-  const float ratio = HostStepsPerInchY(record) / HostStepsPerInchX(record);
+bool HasOneResolution(const Mechanics& mechanics) {
+  const float ratio = HostStepsPerInch(mechanics, Axis::Y) / HostStepsPerInch(mechanics, Axis::X);
   return RoundToSteps(ratio * 1000.0f) == 1000;
 }
 
 // Walks the pieces of a drawing; each is held back until the next one shows how it ends.
 class Walk {
  public:
-  explicit Walk(const DeviceState& record)
-      : stepsPerInch_(HostStepsPerInchX(record)),
-        travelSpeed_(record.traverseSpeed),
-        cutSpeed_(record.engraveSpeed) {}
+  Walk(const Mechanics& mechanics, const Tools& tools)
+      : stepsPerInch_(HostStepsPerInch(mechanics, Axis::X)),
+        travelSpeed_(tools.traverseSpeed),
+        cutSpeed_(tools.engraveSpeed) {}
 
   // The next point of the path, host steps.
   void GoOn(std::int32_t x, std::int32_t y, std::uint32_t kind) {
@@ -119,7 +120,7 @@ float RunLength(float dx, float dy) noexcept {
 }
 
 float RunSeconds(float lengthSteps, float stepsPerInch, float inchesPerSecond) noexcept {
-  const float length = lengthSteps - (stepsPerInch * 0.05f / 25.4f + 0.5f);
+  const float length = lengthSteps - (stepsPerInch * 0.05f / kMmPerInch + 0.5f);
   if (!(length > 0.0f)) return 0.0f;
   const float ramp = inchesPerSecond * inchesPerSecond / 39.37008f * stepsPerInch;
   if (length > 2.0f * ramp) {
@@ -130,10 +131,10 @@ float RunSeconds(float lengthSteps, float stepsPerInch, float inchesPerSecond) n
   return 2.0f * static_cast<float>(std::sqrt(static_cast<double>(scale * length))) / scale;
 }
 
-std::uint32_t EstimateJobTime(const DeviceState& record, const std::uint32_t* triples,
-                              std::uint32_t count) noexcept {
-  if (triples == nullptr || !HasOneResolution(record)) return 0;
-  Walk walk{record};
+std::uint32_t EstimateJobTime(const Mechanics& mechanics, const Tools& tools,
+                              const std::uint32_t* triples, std::uint32_t count) noexcept {
+  if (triples == nullptr || !HasOneResolution(mechanics)) return 0;
+  Walk walk{mechanics, tools};
   for (std::uint32_t i = 0; i < count; ++i) {
     const std::uint32_t* triple = triples + std::size_t{3} * i;
     if (triple[2] != kTravel && triple[2] != kCut) continue;

@@ -24,8 +24,8 @@ namespace k7 {
 // probing, the start of the queue), further passes, and the grid speed (the engraving speed stands
 // for it). KEEP: a run that is still open when the array ends costs the engraving speed, also when
 // it is a travel.
-std::uint32_t EstimateJobTime(const DeviceState& record, const std::uint32_t* triples,
-                              std::uint32_t count) noexcept;
+std::uint32_t EstimateJobTime(const Mechanics& mechanics, const Tools& tools,
+                              const std::uint32_t* triples, std::uint32_t count) noexcept;
 
 // Length in steps of a straight piece of (dx, dy) steps. KEEP: one factor of the first square is
 // truncated; whole steps do not notice. [any]

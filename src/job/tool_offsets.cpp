@@ -2,13 +2,14 @@
 
 #include <windows.h>
 
-#include "device/bounded_copy.h"
-#include "device/polling.h"
+#include "base/arithmetic.h"
+#include "base/bounded_copy.h"
+#include "device/progress.h"
 #include "job/host_helper.h"
+#include "motion/axes.h"
 #include "motion/strokes.h"
-#include "motion/units.h"
-#include "settings/settings_file.h"
-#include "settings/settings_keys.h"
+#include "settings/file.h"
+#include "settings/keys.h"
 
 namespace k7 {
 
@@ -21,8 +22,8 @@ struct Accessory {
   const wchar_t* section;
   const wchar_t* keyX;
   const wchar_t* keyY;
-  std::int32_t DeviceState::*offsetX;
-  std::int32_t DeviceState::*offsetY;
+  std::int32_t Tools::*offsetX;
+  std::int32_t Tools::*offsetY;
 };
 
 constexpr Accessory kBeadTool = {
@@ -31,8 +32,8 @@ constexpr Accessory kBeadTool = {
     keys::kBraille,
     keys::kBeadInsertToolX,
     keys::kBeadInsertToolY,
-    &DeviceState::beadToolOffsetX,
-    &DeviceState::beadToolOffsetY,
+    &Tools::beadToolOffsetX,
+    &Tools::beadToolOffsetY,
 };
 
 constexpr Accessory kDiodePointerTool = {
@@ -41,53 +42,55 @@ constexpr Accessory kDiodePointerTool = {
     keys::kDiode,
     keys::kDiodePointerX,
     keys::kDiodePointerY,
-    &DeviceState::diodeOffsetX,
-    &DeviceState::diodeOffsetY,
+    &Tools::diodeOffsetX,
+    &Tools::diodeOffsetY,
 };
 
-// From the cutter, at `last` steps, to `place`, in thousandths of an inch from the home.
-std::int32_t OffsetTo(std::uint32_t place, std::int32_t last, std::int32_t home,
-                      float stepsPerInch) {
-  const std::int32_t thousandSteps = WrapMultiply(WrapSubtract(last, home), 1000);
-  const std::int32_t cutter = RoundToSteps(static_cast<float>(thousandSteps) / stepsPerInch);
+// From the cutter to `place`, in thousandths of an inch from the home.
+std::int32_t OffsetTo(const DeviceState& record, Axis axis, std::uint32_t place) {
+  const Positions& position = record.position;
+  const std::int32_t thousandSteps =
+      WrapMultiply(WrapSubtract(position.last[axis], position.tableHome[axis]), 1000);
+  const std::int32_t cutter =
+      RoundToSteps(static_cast<float>(thousandSteps) / StepsPerInch(record.mechanics, axis));
   return WrapSubtract(static_cast<std::int32_t>(place), cutter);
 }
 
-bool UserAccepts(const DeviceState& record, const Accessory& accessory, const HostHelper& helper,
+bool UserAccepts(const NotifyState& notify, const Accessory& accessory, const HostHelper& helper,
                  std::int32_t offsetX, std::int32_t offsetY) {
   wchar_t question[1024] = L"";
   AppendText(question, accessory.question);
   AppendText(question, helper.FormatLength(offsetX).text);
   AppendText(question, L"\nY: ");
   AppendText(question, helper.FormatLength(offsetY).text);
-  return MessageBoxW(static_cast<HWND>(record.ownerWindow.Get()), question, accessory.caption,
+  return MessageBoxW(static_cast<HWND>(notify.ownerWindow.Get()), question, accessory.caption,
                      MB_YESNO) == IDYES;
 }
 
 std::uint32_t AskForOffset(DeviceState& record, const Accessory& accessory, std::uint32_t x,
                            std::uint32_t y) {
-  if (record.connected != 1 || JobOpen(record) != 0) return 0;
+  if (record.link.connected != 1 || JobOpen(record.job) != 0) return 0;
   const HostHelper helper;
   if (!helper) return 0;
-  const std::int32_t offsetX = OffsetTo(x, record.lastX, record.tableHomeX, StepsPerInchX(record));
-  const std::int32_t offsetY = OffsetTo(y, record.lastY, record.tableHomeY, StepsPerInchY(record));
-  if (!UserAccepts(record, accessory, helper, offsetX, offsetY)) return 0;
-  const SettingsFile file{record};
+  const std::int32_t offsetX = OffsetTo(record, Axis::X, x);
+  const std::int32_t offsetY = OffsetTo(record, Axis::Y, y);
+  if (!UserAccepts(record.notify, accessory, helper, offsetX, offsetY)) return 0;
+  const SettingsFile file{record.link};
   file.WriteInt(accessory.section, accessory.keyX, offsetX);
   file.WriteInt(accessory.section, accessory.keyY, offsetY);
-  record.*accessory.offsetX = offsetX;
-  record.*accessory.offsetY = offsetY;
+  record.tools.*accessory.offsetX = offsetX;
+  record.tools.*accessory.offsetY = offsetY;
   return 1;
 }
 
 std::uint32_t MoveAccessoryTo(DeviceState& record, const Accessory& accessory, std::uint32_t hostX,
                               std::uint32_t hostY) {
-  const auto steps = [](float perInch, std::int32_t thousandths) {
-    return static_cast<std::uint32_t>(
-        RoundToSteps(perInch * static_cast<float>(thousandths) / 1000.0f));
+  const auto steps = [&](Axis axis, std::int32_t thousandths) {
+    return static_cast<std::uint32_t>(RoundToSteps(HostStepsPerInch(record.mechanics, axis) *
+                                                   static_cast<float>(thousandths) / 1000.0f));
   };
-  return MoveTo(record, hostX - steps(HostStepsPerInchX(record), record.*accessory.offsetX),
-                hostY - steps(HostStepsPerInchY(record), record.*accessory.offsetY));
+  return MoveTo(record, hostX - steps(Axis::X, record.tools.*accessory.offsetX),
+                hostY - steps(Axis::Y, record.tools.*accessory.offsetY));
 }
 
 }  // namespace

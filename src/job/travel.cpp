@@ -1,13 +1,12 @@
 #include "job/travel.h"
 
 #include "device/module_state.h"
-#include "device/record_lock.h"
 #include "job/job.h"
+#include "motion/axes.h"
+#include "motion/cutter.h"
 #include "motion/move.h"
 #include "motion/spindle.h"
 #include "motion/strokes.h"
-#include "motion/tool_wait.h"
-#include "motion/units.h"
 
 namespace k7 {
 
@@ -21,39 +20,39 @@ void RunSpindleUp(DeviceState& record) {
 }
 
 // The lifts sent ahead of the job can be answered inside it: their answers are to read as moves.
-void MarkEarlyTagsAsMoves(DeviceState& record) {
-  const RecordLock<ringMutex> lock{record};
-  if (!lock) return;
-  for (int i = 0; i < kEarlyTags; ++i) record.ackRing[i] = CommandTag::Move;
+void MarkEarlyTagsAsMoves(JobState& job) {
+  const auto ring = job.tagRing.Lock();
+  if (!ring) return;
+  for (int i = 0; i < kEarlyTags; ++i) ring->ackRing[i] = CommandTag::Move;
 }
 
 }  // namespace
 
 std::uint32_t TravelTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) noexcept {
-  if (record.connected != 1) return kStatusNothing;
+  if (record.link.connected != 1) return kStatusNothing;
   const MachinePlace place = GoToPlace(record, hostX, hostY);
   const std::int32_t lift = LiftZ(record);
 
-  if (record.plungeHold == 1) {
+  if (record.job.plungeHold == 1) {
     RunSpindleUp(record);
-    SetFeedRate(record, record.cutterUpSpeed);
+    SetFeedRate(record, record.tools.cutterUpSpeed);
     MoveCutter(record, kMachineTop, CommandTag::Lift, kCutterUp, false);
     return kStatusNothing;
   }
-  if (record.cutterState == kCutterDown) {
+  if (record.tools.cutterState == kCutterDown) {
     RunSpindleUp(record);
-    SetFeedRate(record, record.cutterUpSpeed);
+    SetFeedRate(record, record.tools.cutterUpSpeed);
     MoveCutter(record, lift, CommandTag::Lift, kCutterUp, false);
   }
   RunSpindleUp(record);
-  SetFeedRate(record, record.traverseSpeed);
-  EmitMove(record, nullptr, nullptr, &kMachineTop, 1);
+  SetFeedRate(record, record.tools.traverseSpeed);
+  SendMove(record, {.z = kMachineTop});
   BeginJob(record);
   // KEEP: MoveTo takes a host position, so factor and home apply a second time there; the origin
   // gets the home here alone.
   const std::uint32_t status =
       MoveTo(record, static_cast<std::uint32_t>(place.x), static_cast<std::uint32_t>(place.y));
-  MarkEarlyTagsAsMoves(record);
+  MarkEarlyTagsAsMoves(record.job);
   return status;
 }
 

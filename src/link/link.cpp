@@ -5,11 +5,12 @@
 #include <cstring>
 #include <new>
 
-#include "device/bounded_copy.h"
-#include "device/handles.h"
+#include "base/bounded_copy.h"
+#include "base/handles.h"
 #include "device/polling.h"
+#include "link/commands.h"
+#include "link/queue.h"
 #include "link/reader.h"
-#include "link/write_queue.h"
 
 namespace k7 {
 
@@ -24,65 +25,64 @@ constexpr std::uint32_t kReaderPollMs = 200;
 
 void AttachLink(DeviceState& record, LinkHandle link, std::uint32_t linkType,
                 const wchar_t* portName) noexcept {
-  if (record.linkHandle != nullptr) DetachLink(record, kLinkNone);
-  CopyText(record.portName, portName);
-  record.linkHandle = link;
-  record.linkType = linkType;
-  for (void*& mutex : record.mutexes) mutex = CreateMutexW(nullptr, FALSE, nullptr);
-  record.lastCheckTick = 0;
-  record.lastAnswerTick = 0;
-  record.readerRun = 1;
-  record.writeQueue = new (std::nothrow) WriteQueue{link, linkType};
+  LinkState& state = record.link;
+  if (state.linkHandle != nullptr) DetachLink(record, kLinkNone);
+  CopyText(state.portName, portName);
+  state.linkHandle = link;
+  state.linkType = linkType;
+  ForEachGuarded(record, [](auto& guarded) { guarded.Open(); });
+  state.alive.Set({});
+  state.readerRun = 1;
+  state.writeQueue.Set(new (std::nothrow) WriteQueue{link, linkType});
   StartReader(record);
 }
 
 void DetachLink(DeviceState& record, std::uint32_t linkType) noexcept {
-  CopyText(record.portName, static_cast<const wchar_t*>(nullptr));
-  record.readerRun = 0;
-  PollUntil(kReaderPollMs, [&] { return record.readerAlive != 1; });
+  LinkState& state = record.link;
+  CopyText(state.portName, static_cast<const wchar_t*>(nullptr));
+  state.readerRun = 0;
+  PollUntil(kReaderPollMs, [&] { return state.readerAlive != 1; });
   JoinReader(record);
   {
-    const RecordLock<sendMutex> lock{record};
-    delete record.writeQueue;
-    record.writeQueue = nullptr;
-    record.linkHandle = nullptr;
-    record.linkType = linkType;
+    const auto queue = state.writeQueue.Lock();
+    delete *queue;
+    *queue = nullptr;
+    state.linkHandle = nullptr;
+    state.linkType = linkType;
   }
-  for (void*& mutex : record.mutexes) {
-    if (mutex != nullptr) CloseHandle(mutex);
-    mutex = nullptr;
-  }
+  ForEachGuarded(record, [](auto& guarded) { guarded.Close(); });
 }
 
-void SendLine(DeviceState& record, const char* line) noexcept {
+void SendLine(LinkState& state, const char* line) noexcept {
   if (line == nullptr) return;
-  const RecordLock<sendMutex> lock{record};
-  if (!lock || record.linkHandle == nullptr || record.writeQueue == nullptr) return;
-  if (record.linkType != kLinkSerial && record.linkType != kLinkTcp) return;
-  if (record.writeQueue->Write(line, std::strlen(line)) == WriteResult::Lost) {
-    record.readerRun = 0;
+  const auto queue = state.writeQueue.Lock();
+  if (!queue || state.linkHandle == nullptr || *queue == nullptr) return;
+  if (state.linkType != kLinkSerial && state.linkType != kLinkTcp) return;
+  if ((*queue)->Write(line, std::strlen(line)) == WriteResult::Lost) {
+    state.readerRun = 0;
     Sleep(kLostLinkPauseMs);
   }
 }
 
-void PumpWrites(DeviceState& record) noexcept {
-  WriteQueue* const queue = record.writeQueue;
-  if (queue == nullptr || !queue->HasOutstanding()) return;
-  if (WaitForSingleObject(queue->DoneEvent(), 0) != WAIT_OBJECT_0) return;
-  if (const RecordLock<sendMutex> lock{record}) queue->Pump();
+void PumpWrites(LinkState& state) noexcept {
+  // The queue outlives the reader, which alone is here.
+  WriteQueue* const outstanding = state.writeQueue.Alone();
+  if (outstanding == nullptr || !outstanding->HasOutstanding()) return;
+  if (WaitForSingleObject(outstanding->DoneEvent(), 0) != WAIT_OBJECT_0) return;
+  if (const auto queue = state.writeQueue.Lock()) (*queue)->Pump();
 }
 
-std::int32_t CheckAlive(DeviceState& record) noexcept {
+std::int32_t CheckAlive(LinkState& state) noexcept {
   std::int32_t alive = 1;
-  if (const RecordLock<aliveMutex> lock{record}) {
-    record.lastCheckTick = TickMs();
-    if (record.lastAnswerTick == 0) {
-      record.lastAnswerTick = record.lastCheckTick;
+  if (const auto ticks = state.alive.Lock()) {
+    ticks->lastCheckTick = TickMs();
+    if (ticks->lastAnswerTick == 0) {
+      ticks->lastAnswerTick = ticks->lastCheckTick;
     } else {
-      alive = IsRecentAnswer(record.lastCheckTick, record.lastAnswerTick) ? 1 : 0;
+      alive = IsRecentAnswer(ticks->lastCheckTick, ticks->lastAnswerTick) ? 1 : 0;
     }
   }
-  SendLine(record, "SmoothieIsConnected\n");
+  SendLine(state, commands::kSignOfLife);
   return alive;
 }
 

@@ -10,9 +10,9 @@ namespace k7 {
 // The network port of a controller that is reached by TCP.
 inline constexpr wchar_t kControllerService[] = L"23";
 
-// Attaches an open serial handle or socket: makes the seven mutexes and the write queue, and starts
-// the reader thread; returns once that has announced itself or could not be started. A link that is
-// still attached is detached first. [host]
+// Attaches an open serial handle or socket: opens the record's guarded values, makes the write
+// queue, and starts the reader thread; returns once that has announced itself or could not be
+// started. A link that is still attached is detached first. [host]
 void AttachLink(DeviceState& record, LinkHandle link, std::uint32_t linkType,
                 const wchar_t* portName) noexcept;
 
@@ -25,15 +25,15 @@ void DetachLink(DeviceState& record, std::uint32_t linkType) noexcept;
 // Sends the bytes of one zero-terminated line, its line feed included; null ignored. Waits up to
 // 100 ms; a write that is still outstanding then keeps its own bytes and goes out in order. A write
 // that fails stops the reader. Without a link: nothing. [any]
-void SendLine(DeviceState& record, const char* line) noexcept;
+void SendLine(LinkState& state, const char* line) noexcept;
 
 // Goes on with writes whose senders no longer wait for them. Cheap when there are none. [reader]
-void PumpWrites(DeviceState& record) noexcept;
+void PumpWrites(LinkState& state) noexcept;
 
 // Sends "SmoothieIsConnected\n"; 1 when the last answer is at most 2000 ms old, else 0. The first
 // check after an attach counts as an answer. 1 and nothing else when the ticks cannot be locked,
 // as on a detached record. [host]
-std::int32_t CheckAlive(DeviceState& record) noexcept;
+std::int32_t CheckAlive(LinkState& state) noexcept;
 
 // The rule of CheckAlive: whether an answer at `answerMs` still counts at `nowMs`. The clock wraps.
 constexpr bool IsRecentAnswer(std::uint32_t nowMs, std::uint32_t answerMs) noexcept {

@@ -4,20 +4,47 @@
 
 namespace k7 {
 
-bool HasListener(const DeviceState& record) noexcept {
-  return record.notifyCallback != nullptr || record.ownerWindow != nullptr;
+namespace {
+
+std::uint32_t MessageOf(const NotifyState& notify, HostReport report) noexcept {
+  for (const HostReportRow& row : kHostReports) {
+    if (row.report == report) return notify.*row.message;
+  }
+  return 0;
+}
+
+}  // namespace
+
+bool HasListener(const NotifyState& notify) noexcept {
+  return notify.notifyCallback != nullptr || notify.ownerWindow != nullptr;
 }
 
 bool IsSilent(const DeviceState& record) noexcept {
-  return record.quietMoves != 0 || record.jogActive != 0;
+  return record.job.quietMoves != 0 || record.jog.jogActive != 0;
 }
 
-void NotifyHost(const DeviceState& record, std::uint32_t message) noexcept {
-  if (const NotifyCallback callback = record.notifyCallback) {
-    callback(message, record.notifyContext);
-  } else if (const WindowHandle window = record.ownerWindow) {
+void NotifyHost(const NotifyState& notify, std::uint32_t message) noexcept {
+  if (const NotifyCallback callback = notify.notifyCallback) {
+    callback(message, notify.notifyContext);
+  } else if (const WindowHandle window = notify.ownerWindow) {
     SendMessageW(static_cast<HWND>(window), message, 0, 0);
   }
+}
+
+bool CanReport(const NotifyState& notify, HostReport report) noexcept {
+  return notify.ownerWindow.Get() != nullptr && MessageOf(notify, report) != 0;
+}
+
+void SendReport(const NotifyState& notify, HostReport report, std::int32_t wParam,
+                std::int32_t lParam) noexcept {
+  SendToHost(notify.ownerWindow, MessageOf(notify, report), wParam, lParam);
+}
+
+void SendToHost(WindowHandle window, std::uint32_t message, std::int32_t wParam,
+                std::int32_t lParam) noexcept {
+  if (window == nullptr || message == 0) return;
+  SendMessageW(static_cast<HWND>(window), message, static_cast<WPARAM>(wParam),
+               static_cast<LPARAM>(lParam));
 }
 
 }  // namespace k7

@@ -5,13 +5,13 @@
 
 #include <atomic>
 
-#include "device/handles.h"
+#include "base/handles.h"
 #include "device/polling.h"
 #include "link/line_assembler.h"
 #include "link/link.h"
 #include "link/link_io.h"
+#include "link/queue.h"
 #include "link/reply_actions.h"
-#include "link/write_queue.h"
 
 namespace k7 {
 
@@ -32,7 +32,7 @@ constexpr DWORD kReadWaitMs = 500;
 class ReadSide {
  public:
   explicit ReadSide(DeviceState& record) noexcept
-      : record_(record), io_(record.linkHandle, record.linkType) {
+      : record_(record), io_(record.link.linkHandle, record.link.linkType) {
     block_.hEvent = event_.Get();
   }
   // The kernel owns the block and the line's bytes until the read is over.
@@ -48,13 +48,13 @@ class ReadSide {
     while (step != Step::Line) {
       if (step == Step::Fatal) EndProcess();
       step = step == Step::Read ? StartRead() : WaitForRead();
-      PumpWrites(record_);
+      PumpWrites(record_.link);
     }
     return assembler_.Line();
   }
 
  private:
-  bool Run() const noexcept { return record_.readerRun == 1; }
+  bool Run() const noexcept { return record_.link.readerRun == 1; }
 
   Step StartRead() noexcept {
     switch (io_.StartRead(assembler_.Target(), block_, flags_)) {
@@ -75,7 +75,7 @@ class ReadSide {
   Step WaitForRead() noexcept {
     HANDLE events[] = {event_.Get(), nullptr};
     DWORD eventCount = 1;
-    if (const WriteQueue* const queue = record_.writeQueue;
+    if (const WriteQueue* const queue = record_.link.writeQueue.Alone();
         queue != nullptr && queue->HasOutstanding()) {
       events[eventCount++] = queue->DoneEvent();
     }
@@ -104,7 +104,7 @@ struct Start {
 void RunReader(DeviceState& record, std::atomic<bool>& announced) noexcept {
   {
     ReadSide reading{record};
-    record.readerAlive = 1;
+    record.link.readerAlive = 1;
     announced.store(true);  // from here on `announced` belongs to nobody
     do {
       const std::string_view line = reading.ReadLine();
@@ -113,9 +113,9 @@ void RunReader(DeviceState& record, std::atomic<bool>& announced) noexcept {
       } else {
         HandleLine(record, line);
       }
-    } while (record.readerRun == 1);
+    } while (record.link.readerRun == 1);
   }
-  record.readerAlive = 0;
+  record.link.readerAlive = 0;
 }
 
 unsigned __stdcall ReaderMain(void* argument) noexcept {
@@ -128,17 +128,17 @@ unsigned __stdcall ReaderMain(void* argument) noexcept {
 
 void StartReader(DeviceState& record) noexcept {
   Start start{record};
-  record.readerThread =
+  record.link.readerThread =
       reinterpret_cast<void*>(_beginthreadex(nullptr, 0, ReaderMain, &start, 0, nullptr));
-  if (record.readerThread == nullptr) return;
+  if (record.link.readerThread == nullptr) return;
   PollUntil(0, [&] { return start.announced.load(); });
 }
 
 void JoinReader(DeviceState& record) noexcept {
-  if (record.readerThread == nullptr) return;
-  PollUntil(1, [&] { return WaitForSingleObject(record.readerThread, 0) != WAIT_TIMEOUT; });
-  CloseHandle(record.readerThread);
-  record.readerThread = nullptr;
+  if (record.link.readerThread == nullptr) return;
+  PollUntil(1, [&] { return WaitForSingleObject(record.link.readerThread, 0) != WAIT_TIMEOUT; });
+  CloseHandle(record.link.readerThread);
+  record.link.readerThread = nullptr;
 }
 
 }  // namespace k7

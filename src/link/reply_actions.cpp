@@ -4,6 +4,8 @@
 
 #include "device/module_state.h"
 #include "device/polling.h"
+#include "device/progress.h"
+#include "link/commands.h"
 #include "link/link.h"
 #include "link/notify.h"
 #include "link/reply.h"
@@ -13,27 +15,15 @@ namespace k7 {
 
 namespace {
 
-void AddToLinesInFlight(DeviceState& record, std::int32_t change) noexcept {
-  if (const RecordLock<flightMutex> lock{record}) record.linesInFlight += change;
-}
-
-void AddToBlocksRunning(DeviceState& record, std::int32_t change) noexcept {
-  if (const RecordLock<runMutex> lock{record}) record.blocksRunning += change;
-}
-
-void SetJobOpen(DeviceState& record, std::uint8_t open) noexcept {
-  if (const RecordLock<jobMutex> lock{record}) record.jobOpen = open;
-}
-
-void ClearWaitFlag(DeviceState& record) noexcept {
-  if (const RecordLock<waitMutex> lock{record}) record.waitFlag = 0;
+void Add(Guarded<std::int32_t>& count, std::int32_t change) noexcept {
+  if (const auto value = count.Lock()) *value += change;
 }
 
 // A dwell of the tool where it is. KEEP: by watching the clock; a sleep would add up to a time
 // slice to every hole of a drilled job.
-void Dwell(const DeviceState& record) noexcept {
+void Dwell(const Tools& tools) noexcept {
   const std::uint32_t start = TickMs();
-  const auto delayMs = static_cast<std::uint32_t>(record.engraveDelayMs.Get());
+  const auto delayMs = static_cast<std::uint32_t>(tools.engraveDelayMs.Get());
   std::uint32_t spentMs = 0;
   while (spentMs < delayMs) {
     SwitchToThread();
@@ -48,50 +38,52 @@ bool IsHostTold(CommandTag tag) noexcept {
 
 void OnQueued(DeviceState& record) noexcept {
   if (IsSilent(record)) return;
-  if (IsHostTold(TakeTag(record, &DeviceState::queuedIndex))) NotifyHost(record, record.msgQueued);
+  if (IsHostTold(TakeTag(record.job, &TagRing::queuedIndex)))
+    NotifyHost(record.notify, record.notify.msgQueued);
 }
 
 void OnBegun(DeviceState& record) noexcept {
   // KEEP: down before up. For a moment the last move is in neither count, and a wait that looks
   // just then ends while it has begun.
-  AddToLinesInFlight(record, -1);
-  AddToBlocksRunning(record, 1);
+  Add(record.job.linesInFlight, -1);
+  Add(record.job.blocksRunning, 1);
   if (IsSilent(record)) return;
-  if (IsHostTold(TakeTag(record, &DeviceState::startedIndex))) {
-    NotifyHost(record, record.msgStarted);
+  if (IsHostTold(TakeTag(record.job, &TagRing::startedIndex))) {
+    NotifyHost(record.notify, record.notify.msgStarted);
   }
 }
 
 // The plunge has ended: the air head is switched on and given its time; another tool only dwells.
 void ToolOn(DeviceState& record) noexcept {
-  if (record.cutterMode == kCutterAirZ) {
-    if (record.dontLowerAirZ == 0) {
-      SendLine(record, "M42\n");
-      if (record.engraveDelayMs > 0) Sleep(static_cast<DWORD>(record.engraveDelayMs.Get()));
+  if (record.tools.cutterMode == kCutterAirZ) {
+    if (record.tools.dontLowerAirZ == 0) {
+      SendLine(record.link, commands::kToolOn);
+      if (record.tools.engraveDelayMs > 0)
+        Sleep(static_cast<DWORD>(record.tools.engraveDelayMs.Get()));
     }
-    ClearWaitFlag(record);
-  } else if (record.engraveDelayMs >= 1) {
-    Dwell(record);
-    ClearWaitFlag(record);
+    record.job.waitFlag.Set(0);
+  } else if (record.tools.engraveDelayMs >= 1) {
+    Dwell(record.tools);
+    record.job.waitFlag.Set(0);
   }
 }
 
 // The lift has ended: the air head is switched off.
 void ToolOff(DeviceState& record) noexcept {
-  if (record.cutterMode != kCutterAirZ) return;
-  if (record.dontLowerAirZ == 0) SendLine(record, "M43\n");
-  ClearWaitFlag(record);
+  if (record.tools.cutterMode != kCutterAirZ) return;
+  if (record.tools.dontLowerAirZ == 0) SendLine(record.link, commands::kToolOff);
+  record.job.waitFlag.Set(0);
 }
 
 void OnEnded(DeviceState& record) noexcept {
-  AddToBlocksRunning(record, -1);
+  Add(record.job.blocksRunning, -1);
   if (IsSilent(record)) return;
-  const CommandTag tag = TakeTag(record, &DeviceState::finishedIndex);
+  const CommandTag tag = TakeTag(record.job, &TagRing::finishedIndex);
   // KEEP: with nobody to tell, the tools are not switched either.
-  if (!HasListener(record)) return;
+  if (!HasListener(record.notify)) return;
   switch (tag) {
     case CommandTag::Move:
-      NotifyHost(record, record.msgFinished);
+      NotifyHost(record.notify, record.notify.msgFinished);
       break;
     case CommandTag::Plunge:
       ToolOn(record);
@@ -100,11 +92,11 @@ void OnEnded(DeviceState& record) noexcept {
       ToolOff(record);
       break;
     case CommandTag::LoneDwell:
-      if (record.engraveDelayMs > 0) {
-        Dwell(record);
-        ClearWaitFlag(record);
+      if (record.tools.engraveDelayMs > 0) {
+        Dwell(record.tools);
+        record.job.waitFlag.Set(0);
       }
-      NotifyHost(record, record.msgFinished);
+      NotifyHost(record.notify, record.notify.msgFinished);
       break;
     case CommandTag::None:
     case CommandTag::JogStep:
@@ -113,23 +105,21 @@ void OnEnded(DeviceState& record) noexcept {
 }
 
 void OnBlockMessagesOn(DeviceState& record) noexcept {
-  SetJobOpen(record, 1);
-  ForgetMoves(record);
-  record.resetMarkX = 9;
-  record.resetMarkY = 9;
-  record.resetCountX = 0;
-  record.resetCountY = 0;
-  record.zMoveCount = 0;
+  record.job.jobOpen.Set(1);
+  ForgetMoves(record.job);
+  record.job.resetMarkX = 9;
+  record.job.resetMarkY = 9;
+  record.job.resetCountX = 0;
+  record.job.resetCountY = 0;
+  record.job.zMoveCount = 0;
 }
 
 void OnConnected(DeviceState& record) noexcept {
-  if (const RecordLock<aliveMutex> lock{record}) {
-    record.lastCheckTick = TickMs();
-    record.lastAnswerTick = record.lastCheckTick;
-  }
-  record.connected = 1;
-  if (const WindowHandle window = record.connectNotifyWindow) {
-    SendMessageW(static_cast<HWND>(window), record.connectNotifyMessage, 0, 0);
+  const std::uint32_t now = TickMs();
+  record.link.alive.Set({.lastCheckTick = now, .lastAnswerTick = now});
+  record.link.connected = 1;
+  if (const WindowHandle window = record.notify.connectNotifyWindow) {
+    SendMessageW(static_cast<HWND>(window), record.notify.connectNotifyMessage, 0, 0);
   }
 }
 
@@ -142,19 +132,19 @@ void OnLimit(Polled<std::int32_t>& home, Polled<std::uint8_t>& closed,
 
 void OnProbe(DeviceState& record, std::string_view number) noexcept {
   const auto travel = static_cast<std::uint32_t>(ParseInteger(number));
-  record.cutterHome =
-      static_cast<std::int32_t>(travel + static_cast<std::uint32_t>(record.lastZ.Get()));
-  record.probePending = 0;
+  record.position.cutterHome =
+      static_cast<std::int32_t>(travel + static_cast<std::uint32_t>(record.position.last.z.Get()));
+  record.tools.probePending = 0;
 }
 
 void OnSwitches(DeviceState& record, std::string_view report) noexcept {
   const auto switches = ReadSwitches(report);
   if (!switches) return;
-  record.switchX = switches->x;
-  record.switchY = switches->y;
-  record.switchZ = switches->z;
-  record.switchProbe = switches->probe;
-  record.switchesRead = 1;
+  record.switches.closed.x = switches->x;
+  record.switches.closed.y = switches->y;
+  record.switches.closed.z = switches->z;
+  record.switches.switchProbe = switches->probe;
+  record.switches.switchesRead = 1;
 }
 
 }  // namespace
@@ -171,25 +161,25 @@ void HandleLine(DeviceState& record, std::string_view line) noexcept {
     case ReplyKind::BlockMessagesOn:
       return OnBlockMessagesOn(record);
     case ReplyKind::BlockMessagesOff:
-      return SetJobOpen(record, 0);
+      return record.job.jobOpen.Set(0);
     case ReplyKind::Connected:
       return OnConnected(record);
     case ReplyKind::NotHomed:
-      record.tableHomed = 0;
+      record.position.tableHomed = 0;
       return;
     case ReplyKind::Homed:
-      record.tableHomed = 1;
+      record.position.tableHomed = 1;
       return;
     case ReplyKind::LimitX:
-      return OnLimit(record.tableHomeX, record.switchX, reply.after);
+      return OnLimit(record.position.tableHome.x, record.switches.closed.x, reply.after);
     case ReplyKind::LimitY:
-      return OnLimit(record.tableHomeY, record.switchY, reply.after);
+      return OnLimit(record.position.tableHome.y, record.switches.closed.y, reply.after);
     case ReplyKind::LimitZ:
-      return OnLimit(record.cutterHome, record.switchZ, reply.after);
+      return OnLimit(record.position.cutterHome, record.switches.closed.z, reply.after);
     case ReplyKind::Probe:
       return OnProbe(record, reply.after);
     case ReplyKind::Identity:
-      record.controllerId.Set(ReadIdentity(line).text);
+      record.link.controllerId.Set(ReadIdentity(line).text);
       return;
     case ReplyKind::Switches:
       return OnSwitches(record, reply.from);

@@ -1,7 +1,7 @@
 // Opening a serial port as the controllers need it.
 #pragma once
 
-#include "device/handles.h"
+#include "base/handles.h"
 
 namespace k7 {
 

@@ -1,7 +1,5 @@
 #include "link/tags.h"
 
-#include "device/record_lock.h"
-
 namespace k7 {
 
 namespace {
@@ -12,18 +10,18 @@ constexpr std::int32_t After(std::int32_t index) noexcept {
 
 }  // namespace
 
-void PushTag(DeviceState& record, CommandTag tag) noexcept {
-  if (const RecordLock<ringMutex> lock{record}) {
-    record.ackRing[record.ackRingIndex] = tag;
-    record.ackRingIndex = After(record.ackRingIndex);
+void PushTag(JobState& job, CommandTag tag) noexcept {
+  if (const auto ring = job.tagRing.Lock()) {
+    ring->ackRing[ring->ackRingIndex] = tag;
+    ring->ackRingIndex = After(ring->ackRingIndex);
   }
 }
 
-CommandTag TakeTag(DeviceState& record, std::int32_t DeviceState::*index) noexcept {
-  const RecordLock<ringMutex> lock{record};
-  if (!lock) return CommandTag::None;
-  const CommandTag tag = record.ackRing[record.*index];
-  record.*index = After(record.*index);
+CommandTag TakeTag(JobState& job, std::int32_t TagRing::*index) noexcept {
+  const auto ring = job.tagRing.Lock();
+  if (!ring) return CommandTag::None;
+  const CommandTag tag = ring->ackRing[(*ring).*index];
+  (*ring).*index = After((*ring).*index);
   return tag;
 }
 

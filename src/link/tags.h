@@ -5,14 +5,13 @@
 
 namespace k7 {
 
-// Writes the tag at the ring's write index, under ringMutex, and advances the index, which wraps at
-// 1024. Done before the line goes on the wire: an answer can be faster than the sender's next
-// statement. Nothing checks for overrun. Without the mutex: nothing. [any]
-void PushTag(DeviceState& record, CommandTag tag) noexcept;
+// Writes the tag at the ring's write index and advances the index, which wraps at 1024. Done before
+// the line goes on the wire: an answer can be faster than the sender's next statement. Nothing
+// checks for overrun. Without a link: nothing. [any]
+void PushTag(JobState& job, CommandTag tag) noexcept;
 
 // The tag at one of the three read indexes, which then advances and wraps like the write index:
-// `TakeTag(record, &DeviceState::queuedIndex)`. None when the mutex cannot be taken; the index then
-// stays. [reader]
-CommandTag TakeTag(DeviceState& record, std::int32_t DeviceState::*index) noexcept;
+// `TakeTag(job, &TagRing::queuedIndex)`. None without a link; the index then stays. [reader]
+CommandTag TakeTag(JobState& job, std::int32_t TagRing::*index) noexcept;
 
 }  // namespace k7

@@ -1,9 +1,10 @@
 #include "module/connection.h"
 
 #include "device/polling.h"
+#include "device/worker.h"
+#include "link/commands.h"
 #include "link/serial.h"
 #include "link/tcp.h"
-#include "motion/jog.h"
 #include "motion/move.h"
 
 namespace k7 {
@@ -30,11 +31,12 @@ LinkHandle OpenLink(const ControllerEntry& entry, const wchar_t* service) noexce
 void StartUp(Smoothieboard& device) noexcept {
   device.QueryControllerId(nullptr, 0);
   device.EnableMotors(1);
-  device.SendLine("G21\n");
-  device.SendLine("G90\n");
-  device.SendLine("M400\n");
-  SetMaxSpeeds(*device.Record(), kMostInchesPerSecond, kMostInchesPerSecond, kMostInchesPerSecond);
-  device.SendLine("TableIsHomed\n");
+  device.SendLine(commands::kMillimetres);
+  device.SendLine(commands::kAbsolutePositions);
+  device.SendLine(commands::kFinishMotion);
+  SetMaxSpeeds(device.Record()->link, kMostInchesPerSecond, kMostInchesPerSecond,
+               kMostInchesPerSecond);
+  device.SendLine(commands::kAskTableHomed);
   Pause(kStartUpMs);
 }
 

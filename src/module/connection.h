@@ -1,7 +1,7 @@
 // Making a device of a table entry, and ending one.
 #pragma once
 
-#include "device/smoothieboard.h"
+#include "module/smoothieboard.h"
 #include "link/link.h"
 #include "module/controller_table.h"
 

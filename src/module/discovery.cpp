@@ -3,12 +3,12 @@
 #include <memory>
 #include <new>
 
-#include "device/bounded_copy.h"
-#include "device/identity.h"
+#include "base/bounded_copy.h"
 #include "device/polling.h"
-#include "device/smoothieboard.h"
 #include "link/link.h"
 #include "link/serial.h"
+#include "module/smoothieboard.h"
+#include "session/identity.h"
 
 namespace k7 {
 
@@ -29,17 +29,17 @@ void PortPath(wchar_t (&path)[kAddressCapacity], int number) noexcept {
 bool ProbePort(DeviceState& record, LinkHandle port, const wchar_t* path,
                ControllerEntry& entry) noexcept {
   // One record serves every port: what the last controller said must not speak for this one.
-  record.connected = 0;
+  record.link.connected = 0;
   AttachLink(record, port, kLinkSerial, path);
-  CheckAlive(record);  // asks; its result says nothing yet
+  CheckAlive(record.link);  // asks; its result says nothing yet
   Pause(kAnswerMs);
 
   bool found = false;
-  if (record.connected != 0) {
-    ResetControllerId(record);
+  if (record.link.connected != 0) {
+    ResetControllerId(record.link);
     found = QueryControllerId(record, entry.id, kIdCapacity) == kIdCapacity;
     if (found) {
-      CopyText(entry.name, record.friendlyName);
+      CopyText(entry.name, record.link.friendlyName);
       CopyText(entry.address, path);
       entry.linkType = kLinkSerial;
     } else {

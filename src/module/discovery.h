@@ -2,7 +2,7 @@
 #pragma once
 
 #include "device/device_state.h"
-#include "device/handles.h"
+#include "base/handles.h"
 #include "module/controller_table.h"
 
 namespace k7 {

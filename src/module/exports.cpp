@@ -1,5 +1,5 @@
 // The four exported functions.
-#include "device/bounded_copy.h"
+#include "base/bounded_copy.h"
 #include "k7/driver.h"
 #include "module/connection.h"
 #include "module/controller_table.h"

@@ -4,15 +4,18 @@
 
 #include <algorithm>
 
+#include "base/arithmetic.h"
 #include "device/module_state.h"
 #include "device/polling.h"
+#include "device/progress.h"
+#include "link/commands.h"
 #include "link/link.h"
+#include "motion/axes.h"
 #include "motion/move.h"
 #include "motion/position.h"
 #include "motion/probing.h"
 #include "motion/round_fixture.h"
 #include "motion/spindle.h"
-#include "motion/units.h"
 #include "settings/current_location.h"
 
 namespace k7 {
@@ -20,8 +23,8 @@ namespace k7 {
 namespace {
 
 void WarnOfRoundFixture(const DeviceState& record) noexcept {
-  const auto owner = static_cast<HWND>(record.ownerWindow.Get());
-  if (record.roundAxisMode == kRoundOff || owner == nullptr) return;
+  const auto owner = static_cast<HWND>(record.notify.ownerWindow.Get());
+  if (record.mechanics.roundAxisMode == kRoundOff || owner == nullptr) return;
   MessageBoxW(owner, L"Cannot mechanical home while roundy is activated.", L"Roundy is activated",
               MB_OK);
 }
@@ -29,56 +32,56 @@ void WarnOfRoundFixture(const DeviceState& record) noexcept {
 // Moves a pneumatic head off whatever it may be standing at.
 void StepAside(DeviceState& record) noexcept {
   // KEEP: by the screw of X, whatever the round mode.
-  const std::int32_t aside = TruncateToInt32(LinearStepsPerInchX(record) * -0.125f);
-  const std::int32_t x = WrapSubtract(record.lastX, aside);
-  EmitMove(record, &x, nullptr, nullptr, 1);
+  const std::int32_t aside =
+      TruncateToInt32(LinearStepsPerInch(record.mechanics, Axis::X) * -0.125f);
+  SendMove(record, {.x = WrapSubtract(record.position.last.x, aside)});
   Pause(1000);
 }
 
 // KEEP: without a time-out; a table may be long and slow.
-void HomeAxis(DeviceState& record, Polled<std::uint8_t>& reached, const char* line) noexcept {
+void HomeAxis(DeviceState& record, Axis axis) noexcept {
+  Polled<std::uint8_t>& reached = record.switches.closed[axis];
   reached = 0;
-  SendLine(record, line);
+  SendLine(record.link, commands::kHomeAxis[axis]);
   PollUntil(100, [&] { return reached != 0; });
 }
 
 }  // namespace
 
-bool HasAllSwitches(const DeviceState& record) noexcept {
-  return record.limitSwitchX == 1 && record.limitSwitchY == 1 && record.limitSwitchZ == 1 &&
-         record.proxSwitch == 1;
+bool HasAllSwitches(const Mechanics& mechanics) noexcept {
+  return mechanics.axis.x.limitSwitch == 1 && mechanics.axis.y.limitSwitch == 1 &&
+         mechanics.axis.z.limitSwitch == 1 && mechanics.proxSwitch == 1;
 }
 
 void MechanicalHome(DeviceState& record) noexcept {
-  if (!HasAllSwitches(record)) {
+  if (!HasAllSwitches(record.mechanics)) {
     WarnOfRoundFixture(record);
     return;
   }
   if (!IsIdle(record)) return;
-  ClearAliveTicks(record);
-  const bool airZ = record.cutterMode == kCutterAirZ;
+  ClearAliveTicks(record.link);
+  const bool airZ = record.tools.cutterMode == kCutterAirZ;
   if (airZ) StepAside(record);
   QuerySwitches(record, nullptr, nullptr, nullptr, nullptr);
   SetFeedRate(record, 5.0f);
-  const std::uint32_t roundMode = record.roundAxisMode;
+  const std::uint32_t roundMode = record.mechanics.roundAxisMode;
   const bool switchOff = hasRoundAttachment != 0;
   if (switchOff) SwitchRoundMode(record, kRoundOff);
 
   // Z first: nothing may move sideways with the cutter down.
   if (!airZ) {
     SetSpindle(record, kSpindleFull);
-    HomeAxis(record, record.switchZ, "G28 Z0\n");
+    HomeAxis(record, Axis::Z);
     SetSpindle(record, kSpindleOff);
   }
-  HomeAxis(record, record.switchY, "G28 Y0\n");
-  HomeAxis(record, record.switchX, "G28 X0\n");
+  HomeAxis(record, Axis::Y);
+  HomeAxis(record, Axis::X);
 
   // KEEP: the fixture comes back before the position is declared, so it is what becomes 0.
   if (switchOff) SwitchRoundMode(record, roundMode);
-  SendLine(record, "SetTableHomed\n");
+  SendLine(record.link, commands::kTableHomed);
   Pause(200);
-  const std::int32_t zero = 0;
-  SetPosition(record, &zero, &zero, &zero);
+  SetPosition(record, {.x = 0, .y = 0, .z = 0});
   WriteCurrentLocation(record);
   ReportPosition(record, nullptr, nullptr);
   ReportSurface(record);
@@ -86,27 +89,28 @@ void MechanicalHome(DeviceState& record) noexcept {
 
 void QuerySwitches(DeviceState& record, std::uint8_t* x, std::uint8_t* y, std::uint8_t* z,
                    std::uint8_t* prox) noexcept {
-  if (!HasAllSwitches(record) || !IsIdle(record)) return;
-  SendLine(record, "M119\n");
+  if (!HasAllSwitches(record.mechanics) || !IsIdle(record)) return;
+  SendLine(record.link, commands::kAskSwitches);
   // KEEP: never cleared, so that after the first report ever the states are those of the last.
-  PollUntil(10, [&] { return record.switchesRead != 0; });
-  if (x != nullptr) *x = record.switchX;
-  if (y != nullptr) *y = record.switchY;
-  if (z != nullptr) *z = record.switchZ;
-  if (prox != nullptr) *prox = record.switchProbe;
+  PollUntil(10, [&] { return record.switches.switchesRead != 0; });
+  if (x != nullptr) *x = record.switches.closed.x;
+  if (y != nullptr) *y = record.switches.closed.y;
+  if (z != nullptr) *z = record.switches.closed.z;
+  if (prox != nullptr) *prox = record.switches.switchProbe;
 }
 
 bool SetCutterHomeHere(DeviceState& record) noexcept {
   if (!IsIdle(record)) return false;
   // KEEP: truncated, not rounded, here alone.
   const std::int32_t least =
-      TruncateToInt32(StepsPerInchZ(record) * std::max(record.cutterLift, record.engraveDepth));
-  record.cutterHome = std::max(least, record.lastZ.Get());
+      TruncateToInt32(StepsPerInch(record.mechanics, Axis::Z) *
+                      std::max(record.tools.cutterLift, record.tools.engraveDepth));
+  record.position.cutterHome = std::max(least, record.position.last.z.Get());
   WriteCutterHome(record);
   const std::int32_t lift = LiftZ(record);
   if (lift < 1) return false;
-  SetFeedRate(record, record.cutterUpSpeed);
-  return EmitMove(record, nullptr, nullptr, &lift, 1) == kStatusSent;
+  SetFeedRate(record, record.tools.cutterUpSpeed);
+  return SendMove(record, {.z = lift}) == kStatusSent;
 }
 
 }  // namespace k7

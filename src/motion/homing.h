@@ -8,7 +8,7 @@
 namespace k7 {
 
 // All of X, Y, Z limit and Z proximity switch are fitted (each setting exactly 1). [any]
-bool HasAllSwitches(const DeviceState& record) noexcept;
+bool HasAllSwitches(const Mechanics& mechanics) noexcept;
 
 // Slot 56: drives each axis to its switch, Z first, and declares that place to be 0, 0, 0. Waits
 // for each switch without bound. Nothing without all switches (with a box when a round fixture

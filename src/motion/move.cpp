@@ -4,13 +4,12 @@
 
 #include <cstring>
 
-#include "device/bounded_copy.h"
-#include "device/polling.h"
+#include "base/arithmetic.h"
+#include "base/bounded_copy.h"
+#include "device/progress.h"
+#include "link/commands.h"
 #include "link/link.h"
 #include "link/tags.h"
-#include "motion/line_text.h"
-#include "motion/move_plan.h"
-#include "motion/units.h"
 
 namespace k7 {
 
@@ -19,7 +18,9 @@ namespace {
 constexpr std::int32_t kQueueLines = 32;  // lines that the controller takes before it holds us up
 
 // Tells the user by how much the cutter would have gone too deep.
-void ShowSurfaceViolation(HWND owner, const NumberText& excessInches) noexcept {
+void ShowSurfaceViolation(const NotifyState& notify, const NumberText& excessInches) noexcept {
+  const auto owner = static_cast<HWND>(notify.ownerWindow.Get());
+  if (owner == nullptr) return;
   wchar_t excess[sizeof excessInches.text] = L"";
   for (std::size_t i = 0; excessInches.text[i] != '\0'; ++i) {
     excess[i] = static_cast<wchar_t>(excessInches.text[i]);
@@ -31,49 +32,80 @@ void ShowSurfaceViolation(HWND owner, const NumberText& excessInches) noexcept {
   MessageBoxW(owner, text, L"Table Surface/Buffer Violation", MB_OK);
 }
 
-}  // namespace
+bool NamesNoAxis(const AxisTargets& targets) noexcept {
+  return !targets.x && !targets.y && !targets.z;
+}
 
-std::uint32_t EmitMove(DeviceState& record, const std::int32_t* x, const std::int32_t* y,
-                       const std::int32_t* z, std::uint8_t send, CommandTag tag) noexcept {
-  if (record.connected != 1) return kStatusNothing;
-  if (x == nullptr && y == nullptr && z == nullptr) return kStatusNothing;
-
-  const MovePlan plan = PlanMove(record, x, y, z);
-  if (send == 1) {
-    // KEEP: a refused plunge leaves the target in lastX and lastY, although no line goes out.
-    record.lastX = plan.lastX;
-    record.lastY = plan.lastY;
-  }
+// What a plan amounts to; a refusal is shown.
+std::uint32_t StatusOf(const MovePlan& plan, const NotifyState& notify) noexcept {
   if (plan.violatesSurface) {
-    const auto owner = static_cast<HWND>(record.ownerWindow.Get());
-    if (owner != nullptr) ShowSurfaceViolation(owner, plan.excessInches);
+    ShowSurfaceViolation(notify, plan.excessInches);
     return kStatusRefused;
   }
-  if (!plan.changed) return kStatusNothing;
-  if (send != 1) return kStatusSent;
-  record.lastZ = plan.lastZ;
+  return plan.changed ? kStatusSent : kStatusNothing;
+}
 
-  WaitForFewerInFlight(record, kQueueLines);
-  if (tag != CommandTag::None) PushTag(record, tag);
-  SendLine(record, plan.line);
-  // The answer may have come first: the count is then -1 for a moment, which is why it is signed.
-  if (const RecordLock<flightMutex> lock{record}) {
-    record.linesInFlight = WrapAdd(record.linesInFlight, 1);
+}  // namespace
+
+std::uint32_t CheckMove(const DeviceState& record, const AxisTargets& targets) noexcept {
+  if (record.link.connected != 1 || NamesNoAxis(targets)) return kStatusNothing;
+  return StatusOf(PlanMove(record, targets), record.notify);
+}
+
+std::uint32_t SendMove(DeviceState& record, const AxisTargets& targets, CommandTag tag) noexcept {
+  if (record.link.connected != 1 || NamesNoAxis(targets)) return kStatusNothing;
+
+  const MovePlan plan = PlanMove(record, targets);
+  // KEEP: a refused plunge leaves the target in lastX and lastY, although no line goes out.
+  record.position.last.x = plan.lastX;
+  record.position.last.y = plan.lastY;
+  if (const std::uint32_t status = StatusOf(plan, record.notify); status != kStatusSent) {
+    return status;
   }
+  record.position.last.z = plan.lastZ;
+
+  WaitForFewerInFlight(record.job, kQueueLines);
+  if (tag != CommandTag::None) PushTag(record.job, tag);
+  SendLine(record.link, plan.line.c_str());
+  // The answer may have come first: the count is then -1 for a moment, which is why it is signed.
+  if (const auto lines = record.job.linesInFlight.Lock()) *lines = WrapAdd(*lines, 1);
   return kStatusSent;
 }
 
 void SetFeedRate(DeviceState& record, float inchesPerSecond) noexcept {
-  if (record.connected != 1) return;
+  if (record.link.connected != 1) return;
   const NumberText feed = FeedText(inchesPerSecond);
-  if (std::strcmp(feed.c_str(), record.lastFeedText) == 0) return;
-  CopyText(record.lastFeedText, feed.c_str());
-  SendLine(record, FeedLine(feed.c_str()).c_str());
+  if (std::strcmp(feed.c_str(), record.position.lastFeedText) == 0) return;
+  CopyText(record.position.lastFeedText, feed.c_str());
+  SendLine(record.link, FeedLine(feed.c_str()).c_str());
 }
 
-void SetMaxSpeeds(DeviceState& record, float x, float y, float z) noexcept {
-  if (record.connected != 1) return;
-  SendLine(record, MaxSpeedsLine(x, y, z).c_str());
+void SetMaxSpeeds(LinkState& link, float x, float y, float z) noexcept {
+  if (link.connected != 1) return;
+  SendLine(link, MaxSpeedsLine(x, y, z).c_str());
+}
+
+void SetAxisStepsPerMm(DeviceState& record, const char* axis, float stepsPerMm) noexcept {
+  if (record.link.connected != 1 || axis == nullptr) return;
+  switch (axis[0]) {
+    case 'X':
+      record.position.stepsPerMm.x = stepsPerMm;
+      break;
+    case 'Y':
+      record.position.stepsPerMm.y = stepsPerMm;
+      break;
+    case 'Z':
+      record.position.stepsPerMm.z = stepsPerMm;
+      break;
+    default:
+      break;  // KEEP: no field of ours, but the controller is told all the same
+  }
+  SendLine(record.link, StepsPerMmLine(axis, stepsPerMm).c_str());
+}
+
+void SetMotors(LinkState& link, std::uint8_t on) noexcept {
+  if (link.connected != 1 || link.linkHandle.Get() == nullptr) return;
+  SendLine(link, on == 1 ? commands::kMotorsOn : commands::kMotorsOff);
 }
 
 }  // namespace k7

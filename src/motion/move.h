@@ -1,19 +1,22 @@
-// The move emitter and the feeds: the only writers of "G0" lines.
+// Moves and what holds for them: the only writers of "G0" lines.
 #pragma once
 
 #include <cstdint>
 
 #include "device/device_state.h"
+#include "motion/move_plan.h"
 
 namespace k7 {
 
-// One "G0" line with the axes that change, of up to three machine positions in steps (null: leave
-// the axis). `send` 1 sends it and counts it in linesInFlight, in a job once fewer than 32 lines
-// are outstanding (a wait without bound); otherwise a dry run. `tag`, when not None, stands in the
-// ring before the line goes out; without a line there is no tag. Result: 1 sent (or would be), 0
-// nothing changed or not connected, 100 refused by the surface check. [host], [jog]
-std::uint32_t EmitMove(DeviceState& record, const std::int32_t* x, const std::int32_t* y,
-                       const std::int32_t* z, std::uint8_t send,
+// What SendMove would answer, without sending, taking or waiting for anything: kStatusSent when an
+// axis would move, kStatusNothing when none would or without a connection, kStatusRefused (the user
+// is told by how much) when the cutter would go below the table surface. [host]
+std::uint32_t CheckMove(const DeviceState& record, const AxisTargets& targets) noexcept;
+
+// Sends one "G0" line with the axes that change and counts it in linesInFlight, in a job once fewer
+// than 32 lines are outstanding (a wait without bound). `tag`, when not None, stands in the ring
+// before the line goes out; without a line there is no tag. Result as for CheckMove. [host], [jog]
+std::uint32_t SendMove(DeviceState& record, const AxisTargets& targets,
                        CommandTag tag = CommandTag::None) noexcept;
 
 // The feed of the lines that follow, from inches per second; sends "G0 F" only when its text
@@ -21,6 +24,13 @@ std::uint32_t EmitMove(DeviceState& record, const std::int32_t* x, const std::in
 void SetFeedRate(DeviceState& record, float inchesPerSecond) noexcept;
 
 // The controller's maximum speeds, from inches per second: one "M203" line. [host]
-void SetMaxSpeeds(DeviceState& record, float x, float y, float z) noexcept;
+void SetMaxSpeeds(LinkState& link, float x, float y, float z) noexcept;
+
+// Keeps the value in the field of the axis (by its first letter; another letter keeps none) and
+// sends "M92 " + axis + value with 5 decimals. Without a connection: nothing. [host]
+void SetAxisStepsPerMm(DeviceState& record, const char* axis, float stepsPerMm) noexcept;
+
+// Slot 47, motor power: on for 1, off otherwise. Without a connection or a link: nothing. [host]
+void SetMotors(LinkState& link, std::uint8_t on) noexcept;
 
 }  // namespace k7

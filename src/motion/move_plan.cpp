@@ -2,21 +2,25 @@
 
 #include <cmath>
 
-#include "device/bounded_copy.h"
-#include "motion/units.h"
+#include "base/arithmetic.h"
+#include "motion/axes.h"
 
 namespace k7 {
 
 namespace {
 
-// Takes one axis into the plan when the position that its text stands for differs from `last`.
-void PlanAxis(MovePlan& plan, const char* letter, const AxisTarget& target,
-              std::int32_t& last) noexcept {
+// Takes one axis into the line when the position that its text stands for differs from `last`.
+void PlanAxis(AxisLine& line, Axis axis, const AxisTarget& target, std::int32_t& last) noexcept {
   if (!target.expressible || target.steps == last) return;
-  AppendText(plan.line, letter);
-  AppendText(plan.line, target.text.c_str());
+  line.Add(axis, target.text);
   last = target.steps;
-  plan.changed = true;
+}
+
+// KEEP: asked even when Z does not change. A jog looks for the surface and the automatic mode has
+// just probed it: neither is held up.
+bool ViolatesSurface(const DeviceState& record, const AxisTarget& z) noexcept {
+  return z.expressible && record.jog.jogActive == 0 &&
+         record.tools.cutterMode != kCutterAutomatic && z.steps > record.position.tableSurface;
 }
 
 }  // namespace
@@ -30,31 +34,47 @@ AxisTarget ExpressPosition(std::int32_t steps, float stepsPerMm) noexcept {
           RoundToSteps(static_cast<float>(ParseFixed(text.c_str())) * stepsPerMm)};
 }
 
-MovePlan PlanMove(const DeviceState& record, const std::int32_t* x, const std::int32_t* y,
-                  const std::int32_t* z) noexcept {
+MovePlan PlanMove(const DeviceState& record, const AxisTargets& targets) noexcept {
+  const Positions& position = record.position;
   MovePlan plan;
-  plan.lastX = record.lastX;
-  plan.lastY = record.lastY;
-  plan.lastZ = record.lastZ;
-  AppendText(plan.line, "G0");
-  if (x != nullptr) PlanAxis(plan, " X", ExpressPosition(*x, record.stepsPerMmX), plan.lastX);
-  if (y != nullptr) PlanAxis(plan, " Y", ExpressPosition(*y, record.stepsPerMmY), plan.lastY);
-  if (z != nullptr) {
-    const AxisTarget target = ExpressPosition(*z, record.stepsPerMmZ);
-    // KEEP: asked even when Z does not change. A jog looks for the surface and the automatic mode
-    // has just probed it: neither is held up.
-    if (target.expressible && record.jogActive == 0 && record.cutterMode != kCutterAutomatic &&
-        target.steps > record.tableSurface) {
-      const std::int32_t excessSteps = WrapSubtract(target.steps, record.tableSurface);
+  plan.lastX = position.last.x;
+  plan.lastY = position.last.y;
+  plan.lastZ = position.last.z;
+  AxisLine line{kMoveCommand};
+  if (targets.x) {
+    PlanAxis(line, Axis::X, ExpressPosition(*targets.x, position.stepsPerMm.x), plan.lastX);
+  }
+  if (targets.y) {
+    PlanAxis(line, Axis::Y, ExpressPosition(*targets.y, position.stepsPerMm.y), plan.lastY);
+  }
+  if (targets.z) {
+    const AxisTarget target = ExpressPosition(*targets.z, position.stepsPerMm.z);
+    if (ViolatesSurface(record, target)) {
+      const std::int32_t excessSteps = WrapSubtract(target.steps, position.tableSurface);
       plan.violatesSurface = true;
-      plan.excessInches = FormatFixed(
-          static_cast<double>(static_cast<float>(excessSteps) / StepsPerInchZ(record)), 3);
+      plan.excessInches = FormatFixed(static_cast<double>(static_cast<float>(excessSteps) /
+                                                          StepsPerInch(record.mechanics, Axis::Z)),
+                                      3);
       return plan;
     }
-    PlanAxis(plan, " Z", target, plan.lastZ);
+    PlanAxis(line, Axis::Z, target, plan.lastZ);
   }
-  AppendText(plan.line, "\n");
+  plan.changed = line.HasWords();
+  plan.line = line.Finished();
   return plan;
+}
+
+LineText PositionLine(const PerAxis<float>& stepsPerMm, const AxisTargets& targets) noexcept {
+  AxisLine line{kPositionCommand};
+  const auto add = [&](Axis axis, const std::optional<std::int32_t>& steps) {
+    if (!steps) return;
+    const AxisTarget target = ExpressPosition(*steps, stepsPerMm[axis]);
+    if (target.expressible) line.Add(axis, target.text);
+  };
+  add(Axis::X, targets.x);
+  add(Axis::Y, targets.y);
+  add(Axis::Z, targets.z);
+  return line.Finished();
 }
 
 }  // namespace k7

@@ -1,14 +1,22 @@
-// Which line for which change: what a move request amounts to, decided without sending anything.
+// Which line for which change: what a request for axes amounts to, decided without sending
+// anything.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
+#include "base/number_text.h"
 #include "device/device_state.h"
-#include "motion/number_text.h"
+#include "link/commands.h"
 
 namespace k7 {
 
-// One position as a move line carries it.
+// Machine positions in steps; an axis without one is left where it is.
+struct AxisTargets {
+  std::optional<std::int32_t> x{}, y{}, z{};
+};
+
+// One position as a line carries it.
 struct AxisTarget {
   bool expressible;    // false: the steps per millimetre give no number for it; nothing is sent
   NumberText text;     // millimetres with 6 decimals
@@ -23,13 +31,17 @@ struct MovePlan {
   bool violatesSurface = false;                  // the cutter would go below the table surface
   NumberText excessInches{};                     // how far below, 3 decimals
   std::int32_t lastX = 0, lastY = 0, lastZ = 0;  // last positions once the line has been sent
-  char line[192] = "";                           // the whole line, its line feed included
+  LineText line{};                               // empty unless `changed`
 };
 
-// Plans one "G0" line from the record's steps per millimetre and last positions to up to three
-// machine positions in steps (null: leave the axis). With a surface violation the plan ends there:
-// lastX and lastY hold the refused target, lastZ and the line are not to be used. [any]
-MovePlan PlanMove(const DeviceState& record, const std::int32_t* x, const std::int32_t* y,
-                  const std::int32_t* z) noexcept;
+// Plans one "G0" line from the record's steps per millimetre and last positions. With a surface
+// violation the plan ends there: lastX and lastY hold the refused target, lastZ and the line are
+// not to be used. [any]
+MovePlan PlanMove(const DeviceState& record, const AxisTargets& targets) noexcept;
+
+// The "G92" line that declares the machine to stand there, each axis in millimetres with 6 decimals
+// by the steps per millimetre last sent. An axis whose position cannot be expressed (no steps per
+// millimetre yet) is left out; with none left the line is empty. [any]
+LineText PositionLine(const PerAxis<float>& stepsPerMm, const AxisTargets& targets) noexcept;
 
 }  // namespace k7

@@ -1,10 +1,10 @@
 #include "motion/plunge.h"
 
+#include "motion/axes.h"
+#include "motion/cutter.h"
 #include "motion/move.h"
 #include "motion/probing.h"
 #include "motion/spindle.h"
-#include "motion/tool_wait.h"
-#include "motion/units.h"
 
 namespace k7 {
 
@@ -17,16 +17,16 @@ std::uint32_t Plunge(DeviceState& record, CommandTag tag, bool wait) noexcept {
 // The surface is found anew for every plunge; probing has its own feed.
 std::uint32_t ProbeAndPlunge(DeviceState& record, CommandTag tag, bool wait) noexcept {
   ProbeSurface(record);
-  SetFeedRate(record, record.cutterDownSpeed);
+  SetFeedRate(record, record.tools.cutterDownSpeed);
   const std::uint32_t status = Plunge(record, tag, wait);
   // KEEP: down whether a line was sent or not. The probe has left the cutter at the surface.
-  record.cutterState = kCutterDown;
+  record.tools.cutterState = kCutterDown;
   return status;
 }
 
 // The semi-automatic mode's one probe: takes the surface, less the offset, for the cutter home.
 void ProbeCutterHome(DeviceState& record) noexcept {
-  record.probeOnNextPlunge = 0;
+  record.tools.probeOnNextPlunge = 0;
   SetSpindle(record, kSpindleOff);
   ProbeSurface(record);
   SubtractProbeOffset(record);
@@ -34,38 +34,38 @@ void ProbeCutterHome(DeviceState& record) noexcept {
 
 // Lifts from the probed surface. KEEP: never waits, whatever the mode.
 std::uint32_t LiftFromProbe(DeviceState& record) noexcept {
-  SetFeedRate(record, record.cutterUpSpeed);
+  SetFeedRate(record, record.tools.cutterUpSpeed);
   return MoveCutter(record, LiftZ(record), CommandTag::Lift, kCutterUp, false);
 }
 
 void SetSpindleForCut(DeviceState& record) noexcept {
-  SetSpindle(record, record.engraveType != 0 ? kSpindleEngrave : kSpindleOff);
+  SetSpindle(record, record.tools.engraveType != 0 ? kSpindleEngrave : kSpindleOff);
 }
 
 // The plunge that is left when no single probe is due.
 std::uint32_t PlungeByMode(DeviceState& record, CommandTag tag, bool wait) noexcept {
-  if (record.cutterMode == kCutterAutomatic) return ProbeAndPlunge(record, tag, wait);
-  if (record.cutterMode == kCutterSemiAutomatic) {
+  if (record.tools.cutterMode == kCutterAutomatic) return ProbeAndPlunge(record, tag, wait);
+  if (record.tools.cutterMode == kCutterSemiAutomatic) {
     // The spindle turns before the cutter goes down.
     SetSpindle(record, kSpindleEngrave);
-    SetFeedRate(record, record.cutterDownSpeed);
+    SetFeedRate(record, record.tools.cutterDownSpeed);
   }
   return Plunge(record, tag, wait);
 }
 
 bool ProbeIsDue(const DeviceState& record) noexcept {
-  return record.cutterMode == kCutterSemiAutomatic && record.probeOnNextPlunge != 0;
+  return record.tools.cutterMode == kCutterSemiAutomatic && record.tools.probeOnNextPlunge != 0;
 }
 
 }  // namespace
 
 bool HasEngraveDelay(const DeviceState& record) noexcept {
-  return record.engraveDelayMs > 0;
+  return record.tools.engraveDelayMs > 0;
 }
 
 std::uint32_t PlungeForCut(DeviceState& record) noexcept {
-  const bool wait = HasEngraveDelay(record) || record.cutterMode == kCutterAirZ;
-  SetFeedRate(record, record.cutterDownSpeed);
+  const bool wait = HasEngraveDelay(record) || record.tools.cutterMode == kCutterAirZ;
+  SetFeedRate(record, record.tools.cutterDownSpeed);
   if (ProbeIsDue(record)) {
     ProbeCutterHome(record);
     WriteCutterHome(record);
@@ -79,7 +79,7 @@ std::uint32_t PlungeForCut(DeviceState& record) noexcept {
 
 std::uint32_t PlungeForHost(DeviceState& record, bool probeIsAll) noexcept {
   const bool probed = ProbeIsDue(record);
-  SetFeedRate(record, record.cutterDownSpeed);
+  SetFeedRate(record, record.tools.cutterDownSpeed);
   if (probed) {
     // KEEP: the settings file keeps its cutter home here, and a refused lift goes unreported.
     ProbeCutterHome(record);

@@ -4,13 +4,13 @@
 #include <cstdint>
 
 #include "device/device_state.h"
+#include "motion/move_plan.h"
 
 namespace k7 {
 
-// Declares machine positions in steps to the controller ("G92"; null: leave the axis). Sent at
-// once, not counted as in flight. Without a connection or any axis: nothing. [host]
-void SetPosition(DeviceState& record, const std::int32_t* x, const std::int32_t* y,
-                 const std::int32_t* z) noexcept;
+// Declares to the controller that the machine stands there ("G92"). Sent at once, not counted as in
+// flight. Without a connection or any axis: nothing. [host]
+void SetPosition(DeviceState& record, const AxisTargets& targets) noexcept;
 // Slot 57: thousandths from the table home; each null allowed. [host]
 void GetCurrentLocation(DeviceState& record, std::int32_t* x, std::int32_t* y,
                         std::int32_t* round) noexcept;

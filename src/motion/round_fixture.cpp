@@ -2,43 +2,40 @@
 
 #include <iterator>
 
+#include "base/arithmetic.h"
 #include "device/module_state.h"
 #include "device/polling.h"
+#include "device/progress.h"
+#include "link/commands.h"
 #include "link/link.h"
+#include "motion/axes.h"
+#include "motion/move.h"
 #include "motion/position.h"
 #include "motion/round_positions.h"
-#include "motion/steps_per_mm.h"
-#include "motion/units.h"
-#include "settings/settings_file.h"
-#include "settings/settings_keys.h"
+#include "settings/file.h"
+#include "settings/keys.h"
 
 namespace k7 {
 
-namespace {
-
-// By roundAxisMode: which motor output drives which axis.
-constexpr const char* kAxisMappings[] = {"M800 X1 Y2\n", "M800 X5 Y2\n", "M800 X1 Y5\n"};
-
-}  // namespace
-
 void SwitchRoundMode(DeviceState& record, std::uint32_t mode) noexcept {
-  if (record.roundAxisMode == mode) return;
-  SettingsFile{record}.WriteInt(keys::kAxisRound, keys::kMode, static_cast<std::int32_t>(mode));
+  if (record.mechanics.roundAxisMode == mode) return;
+  SettingsFile{record.link}.WriteInt(keys::kAxisRound, keys::kMode,
+                                     static_cast<std::int32_t>(mode));
   ExchangeRoundPositions(record, mode);
-  SetAxisStepsPerMm(record, "X", StepsPerInchX(record) / 25.4f);
-  SetAxisStepsPerMm(record, "Y", StepsPerInchY(record) / 25.4f);
+  SetAxisStepsPerMm(record, "X", StepsPerInch(record.mechanics, Axis::X) / kMmPerInch);
+  SetAxisStepsPerMm(record, "Y", StepsPerInch(record.mechanics, Axis::Y) / kMmPerInch);
   Pause(500);
   SendAxisMapping(record);
-  const std::int32_t x = record.lastX;
-  const std::int32_t y = record.lastY;
-  SetPosition(record, &x, &y, nullptr);
+  SetPosition(record, {.x = record.position.last.x, .y = record.position.last.y});
   Pause(500);
-  ClearAliveTicks(record);
+  ClearAliveTicks(record.link);
 }
 
 void SendAxisMapping(DeviceState& record) noexcept {
-  const std::uint32_t mode = hasRoundAttachment != 0 ? record.roundAxisMode : kRoundOff;
-  if (mode < std::size(kAxisMappings)) SendLine(record, kAxisMappings[mode]);
+  const std::uint32_t mode = hasRoundAttachment != 0 ? record.mechanics.roundAxisMode : kRoundOff;
+  if (mode < std::size(commands::kAxisMappings)) {
+    SendLine(record.link, commands::kAxisMappings[mode]);
+  }
 }
 
 }  // namespace k7

@@ -1,73 +1,91 @@
 #include "motion/round_positions.h"
 
-#include "motion/units.h"
+#include "motion/axes.h"
 
 namespace k7 {
 
 namespace {
 
-// The fields of one linear axis that a change touches.
-struct LinearAxis {
-  Polled<std::int32_t>& last;
-  Polled<std::int32_t>& tableHome;
-  std::int32_t& saved;
-  float stepsPerInch;  // by its screw
-};
-
-LinearAxis AxisReplacedIn(DeviceState& record, std::uint32_t mode) noexcept {
-  if (mode == kRoundReplacesX) {
-    return {record.lastX, record.tableHomeX, record.savedPositionX, LinearStepsPerInchX(record)};
-  }
-  return {record.lastY, record.tableHomeY, record.savedPositionY, LinearStepsPerInchY(record)};
-}
-
 bool ReplacesAnAxis(std::uint32_t mode) noexcept {
   return mode == kRoundReplacesX || mode == kRoundReplacesY;
 }
 
-void SwapWithParked(DeviceState& record, Polled<std::int32_t>& live) noexcept {
-  const std::int32_t parked = record.parkedPosition;
-  record.parkedPosition = live;
-  live = parked;
+Axis AxisReplacedIn(std::uint32_t mode) noexcept {
+  return mode == kRoundReplacesX ? Axis::X : Axis::Y;
+}
+
+void SwapWithParked(Positions& position, Axis axis) noexcept {
+  position.parkedPosition = position.last[axis].Exchange(position.parkedPosition);
 }
 
 // KEEP: the table home stays in force beside its kept copy.
-void TakeOver(DeviceState& record, const LinearAxis& axis) noexcept {
-  axis.saved = axis.last;
-  record.roundStepsPerInch = axis.stepsPerInch;
-  SwapWithParked(record, axis.last);
-  record.tableHomeRound = axis.tableHome;
+void TakeOver(DeviceState& record, Axis axis) noexcept {
+  Positions& position = record.position;
+  position.saved[axis] = position.last[axis];
+  position.roundStepsPerInch = LinearStepsPerInch(record.mechanics, axis);
+  SwapWithParked(position, axis);
+  position.tableHomeRound = position.tableHome[axis];
 }
 
-void GiveBack(DeviceState& record, const LinearAxis& axis) noexcept {
-  axis.saved = record.parkedPosition;
-  SwapWithParked(record, axis.last);
-  axis.tableHome = record.tableHomeRound;
+void GiveBack(Positions& position, Axis axis) noexcept {
+  position.saved[axis] = position.parkedPosition;
+  SwapWithParked(position, axis);
+  position.tableHome[axis] = position.tableHomeRound;
 }
 
 // KEEP: the two live positions change places while the parked one and the kept home stay, so that
 // a way round over both axes brings back the linear positions of X and Y exchanged.
-void MoveAcross(DeviceState& record, const LinearAxis& from, const LinearAxis& to) noexcept {
-  from.saved = record.parkedPosition;
-  record.roundStepsPerInch = to.stepsPerInch;
-  const std::int32_t x = record.lastX;
-  record.lastX = record.lastY.Get();
-  record.lastY = x;
+void MoveAcross(DeviceState& record, Axis from, Axis to) noexcept {
+  Positions& position = record.position;
+  position.saved[from] = position.parkedPosition;
+  position.roundStepsPerInch = LinearStepsPerInch(record.mechanics, to);
+  position.last.y = position.last.x.Exchange(position.last.y);
 }
 
 }  // namespace
 
 void ExchangeRoundPositions(DeviceState& record, std::uint32_t mode) noexcept {
-  const std::uint32_t before = record.roundAxisMode;
+  const std::uint32_t before = record.mechanics.roundAxisMode;
   if (before == mode) return;
   if (before == kRoundOff && ReplacesAnAxis(mode)) {
-    TakeOver(record, AxisReplacedIn(record, mode));
+    TakeOver(record, AxisReplacedIn(mode));
   } else if (ReplacesAnAxis(before) && mode == kRoundOff) {
-    GiveBack(record, AxisReplacedIn(record, before));
+    GiveBack(record.position, AxisReplacedIn(before));
   } else if (ReplacesAnAxis(before) && ReplacesAnAxis(mode)) {
-    MoveAcross(record, AxisReplacedIn(record, before), AxisReplacedIn(record, mode));
+    MoveAcross(record, AxisReplacedIn(before), AxisReplacedIn(mode));
   }
-  record.roundAxisMode = mode;
+  record.mechanics.roundAxisMode = mode;
+}
+
+void SwapAxisPositions(Positions& position, std::uint32_t mode, std::uint32_t newMode) noexcept {
+  if (mode == newMode) return;
+  if (ReplacesAnAxis(mode)) SwapWithParked(position, AxisReplacedIn(mode));
+  if (ReplacesAnAxis(newMode)) SwapWithParked(position, AxisReplacedIn(newMode));
+}
+
+void TakeLoadedPositions(DeviceState& record, const LoadedPositions& loaded,
+                         std::uint32_t mode) noexcept {
+  Positions& position = record.position;
+  position.saved = {loaded.x, loaded.y};
+  const auto homeBy = [&](float stepsPerInch, Axis axis) {
+    return InchesToSteps(loaded.tableHomeInches[axis], stepsPerInch);
+  };
+  for (const Axis axis : {Axis::X, Axis::Y}) {
+    position.tableHome[axis] = homeBy(StepsPerInch(record.mechanics, axis), axis);
+  }
+  // KEEP: with an unknown mode the live position stays as it is.
+  if (mode != kRoundOff && !ReplacesAnAxis(mode)) return;
+  position.last.x = loaded.x;
+  position.last.y = loaded.y;
+  if (mode == kRoundOff) return;
+
+  const Axis axis = AxisReplacedIn(mode);
+  const float stepsPerInch = LinearStepsPerInch(record.mechanics, axis);
+  position.parkedPosition = position.saved[axis];
+  position.last[axis] = loaded.round;
+  position.tableHomeRound = homeBy(stepsPerInch, axis);
+  position.tableHome[axis] = 0;
+  position.roundStepsPerInch = stepsPerInch;
 }
 
 }  // namespace k7

@@ -1,10 +1,8 @@
 #include "motion/spindle_level.h"
 
 #include <algorithm>
-#include <charconv>
 
-#include "device/bounded_copy.h"
-#include "motion/units.h"
+#include "base/arithmetic.h"
 
 namespace k7 {
 
@@ -25,16 +23,6 @@ std::int32_t SpindleLevel(std::int32_t rpm, std::int32_t maxRpm) noexcept {
 std::int32_t RampLevel(std::int32_t rpm, std::int32_t maxRpm) noexcept {
   if (maxRpm <= 0) return 0;
   return WithinLevels(RoundToSteps(static_cast<float>(rpm) * 252.0f / static_cast<float>(maxRpm)));
-}
-
-LineText SpindleLevelLine(std::int32_t level) noexcept {
-  LineText line;
-  char digits[16] = "";
-  *std::to_chars(digits, digits + sizeof digits - 1, level).ptr = '\0';
-  CopyText(line.text, "M44 S");
-  AppendText(line.text, digits);
-  AppendText(line.text, "\n");
-  return line;
 }
 
 std::int32_t RampSpeed(const RampPlan& plan, std::uint32_t elapsedMs) noexcept {

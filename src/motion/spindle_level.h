@@ -3,8 +3,6 @@
 
 #include <cstdint>
 
-#include "motion/line_text.h"
-
 namespace k7 {
 
 inline constexpr std::int32_t kFullSpindleLevel = 252;
@@ -16,9 +14,6 @@ std::int32_t SpindleLevel(std::int32_t rpm, std::int32_t maxRpm) noexcept;
 // Level of a speed under way in a ramp: trunc(rpm * 252 / maxRpm + 0.5) in single precision, within
 // 0..252; 0 without a maximum. [any]
 std::int32_t RampLevel(std::int32_t rpm, std::int32_t maxRpm) noexcept;
-
-// "M44 S" + level + "\n". [any]
-LineText SpindleLevelLine(std::int32_t level) noexcept;
 
 // One ramp: from where, which way, how fast.
 struct RampPlan {

@@ -1,12 +1,14 @@
 #include "motion/spindle_ramp.h"
 
 #include "device/polling.h"
+#include "device/progress.h"
 #include "device/worker.h"
+#include "link/commands.h"
 #include "link/link.h"
-#include "motion/host_messages.h"
+#include "link/notify.h"
 #include "motion/spindle_level.h"
-#include "settings/settings_file.h"
-#include "settings/settings_keys.h"
+#include "settings/file.h"
+#include "settings/keys.h"
 
 namespace k7 {
 
@@ -16,14 +18,14 @@ constexpr std::uint32_t kRoundMs = 10;  // far below the time of one level in an
 
 RampPlan PlanRamp(const DeviceState& record, const SettingsFile& file) noexcept {
   const std::int32_t seconds = file.ReadInt(keys::kSpindle, keys::kRampTime, 30);
-  return {.startRpm = record.spindleValue,
-          .maxRpm = record.spindleMaxRpm,
+  return {.startRpm = record.spindle.spindleValue,
+          .maxRpm = record.spindle.spindleMaxRpm,
           .fullRangeMs = static_cast<float>(seconds) * 1000.0f,
-          .down = record.rampDirection == kRampDown};
+          .down = record.spindle.rampDirection == kRampDown};
 }
 
 void RampSpindle(DeviceState& record) noexcept {
-  const SettingsFile file{record};
+  const SettingsFile file{record.link};
   const RampPlan plan = PlanRamp(record, file);
   const std::uint32_t start = TickMs();
   std::int32_t lastLevel = -1;
@@ -31,45 +33,47 @@ void RampSpindle(DeviceState& record) noexcept {
   for (;;) {
     const std::int32_t speed = RampSpeed(plan, TickMs() - start);
     const std::int32_t level = RampLevel(speed, plan.maxRpm);
-    if (speed != record.spindleValue) {
+    if (speed != record.spindle.spindleValue) {
       changed = true;
-      record.spindleValue = speed;
-      record.spindleRpm = speed;
-      if (level != lastLevel) SendLine(record, SpindleLevelLine(level).c_str());
+      record.spindle.spindleValue = speed;
+      record.spindle.spindleRpm = speed;
+      if (level != lastLevel) SendLine(record.link, SpindleLevelLine(level).c_str());
       lastLevel = level;
     }
-    if (RampEndsAt(plan, level) || !WorkerKeyHeld(record.rampKey)) break;
+    if (RampEndsAt(plan, level) || !WorkerKeyHeld(record.spindle.rampKey)) break;
     Pause(kRoundMs);
   }
-  const std::int32_t reached = record.spindleValue;
+  const std::int32_t reached = record.spindle.spindleValue;
   if (changed) file.WriteInt(keys::kSpindle, keys::kSpindleRpm, reached);
   // The host may answer the message with the next ramp: nothing of this one may be needed any more.
-  const WindowHandle window = record.rampWindow;
-  const std::uint32_t message = record.rampMessage;
-  record.rampDirection = kRampIdle;
+  const WindowHandle window = record.spindle.rampWindow;
+  const std::uint32_t message = record.spindle.rampMessage;
+  record.spindle.rampDirection = kRampIdle;
   SendToHost(window, message, reached, 0);
 }
 
 bool CanRamp(const DeviceState& record, std::int32_t direction) noexcept {
-  if (record.spindlePresent != 1 || record.spindleOn != 1 || JobOpen(record) != 0) return false;
+  if (record.spindle.spindlePresent != 1 || record.spindle.spindleOn != 1 ||
+      JobOpen(record.job) != 0)
+    return false;
   if (direction == static_cast<std::int32_t>(kRampUp)) {
-    return record.spindleValue < record.spindleMaxRpm;
+    return record.spindle.spindleValue < record.spindle.spindleMaxRpm;
   }
-  return direction == static_cast<std::int32_t>(kRampDown) && record.spindleValue >= 1;
+  return direction == static_cast<std::int32_t>(kRampDown) && record.spindle.spindleValue >= 1;
 }
 
 }  // namespace
 
 bool StartSpindleRamp(DeviceState& record, std::int32_t direction, WindowHandle window,
                       std::uint32_t message, std::uint32_t key) noexcept {
-  if (record.stopWorkers != 0 || record.rampDirection != kRampIdle) return false;
+  if (record.stopWorkers != 0 || record.spindle.rampDirection != kRampIdle) return false;
   if (!CanRamp(record, direction)) return false;
-  record.rampWindow = window;
-  record.rampMessage = message;
-  record.rampKey = key;
-  record.rampDirection = static_cast<std::uint32_t>(direction);
-  if (StartWorker(record, record.rampThread, &RampSpindle)) return true;
-  record.rampDirection = kRampIdle;
+  record.spindle.rampWindow = window;
+  record.spindle.rampMessage = message;
+  record.spindle.rampKey = key;
+  record.spindle.rampDirection = static_cast<std::uint32_t>(direction);
+  if (StartWorker(record, record.spindle.rampThread, &RampSpindle)) return true;
+  record.spindle.rampDirection = kRampIdle;
   return false;
 }
 

@@ -3,32 +3,32 @@
 #include <cwchar>
 #include <new>
 
-#include "device/bounded_copy.h"
-#include "settings/settings_file.h"
-#include "settings/settings_keys.h"
+#include "base/bounded_copy.h"
+#include "settings/file.h"
+#include "settings/keys.h"
 
 namespace k7 {
 
-std::int64_t GetCameraId(const DeviceState& record, wchar_t* buffer, std::int32_t size) noexcept {
-  if (!record.cameraId) return 0;
-  const auto length = static_cast<std::int64_t>(std::wcslen(record.cameraId.get()));
-  if (size > length) CopyText(buffer, size, record.cameraId.get());
+std::int64_t GetCameraId(const HostValues& host, wchar_t* buffer, std::int32_t size) noexcept {
+  if (!host.cameraId) return 0;
+  const auto length = static_cast<std::int64_t>(std::wcslen(host.cameraId.get()));
+  if (size > length) CopyText(buffer, size, host.cameraId.get());
   return length;
 }
 
 void SetCameraId(DeviceState& record, const wchar_t* text) noexcept {
   if (text == nullptr) return;
-  KeepCameraId(record, text);
+  KeepCameraId(record.host, text);
   if (text[0] == L'\0') return;
-  SettingsFile{record}.WriteText(keys::kSettings, keys::kCameraId, text);
+  SettingsFile{record.link}.WriteText(keys::kSettings, keys::kCameraId, text);
 }
 
-void KeepCameraId(DeviceState& record, const wchar_t* text) noexcept {
-  record.cameraId.reset();
+void KeepCameraId(HostValues& host, const wchar_t* text) noexcept {
+  host.cameraId.reset();
   if (text[0] == L'\0') return;
   const std::size_t size = std::wcslen(text) + 1;
-  record.cameraId.reset(new (std::nothrow) wchar_t[size]);
-  CopyText(record.cameraId.get(), static_cast<std::ptrdiff_t>(size), text);
+  host.cameraId.reset(new (std::nothrow) wchar_t[size]);
+  CopyText(host.cameraId.get(), static_cast<std::ptrdiff_t>(size), text);
 }
 
 }  // namespace k7

@@ -12,7 +12,7 @@ inline constexpr int kCameraIdCapacity = 2048;
 
 // Slot 82: length of the camera identity, 0 when there is none; copied into `buffer` of `size`
 // characters only when there is a buffer and `size` exceeds the length. [host]
-std::int64_t GetCameraId(const DeviceState& record, wchar_t* buffer, std::int32_t size) noexcept;
+std::int64_t GetCameraId(const HostValues& host, wchar_t* buffer, std::int32_t size) noexcept;
 
 // Slot 83: replaces it and keeps it in the file. KEEP: an empty text clears the copy in memory
 // only, so that the identity in the file returns at the next load. Null: nothing. [host]
@@ -20,6 +20,6 @@ void SetCameraId(DeviceState& record, const wchar_t* text) noexcept;
 
 // Replaces the copy in memory alone; an empty text, or memory that cannot be had, leaves none.
 // [host]
-void KeepCameraId(DeviceState& record, const wchar_t* text) noexcept;
+void KeepCameraId(HostValues& host, const wchar_t* text) noexcept;
 
 }  // namespace k7

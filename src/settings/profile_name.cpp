@@ -1,6 +1,11 @@
 #include "settings/profile_name.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdlib>
+#include <string_view>
+
+#include "base/bounded_copy.h"
 
 namespace k7 {
 
@@ -33,6 +38,14 @@ bool IsProfileFileName(const wchar_t* fileName) noexcept {
 void CutProfileExtension(wchar_t* fileName) noexcept {
   if (!IsProfileFileName(fileName)) return;
   fileName[Length(fileName) - kExtensionLength] = L'\0';
+}
+
+void ProfileNameOfPath(const wchar_t* path, wchar_t* name, std::ptrdiff_t capacity) noexcept {
+  std::wstring_view rest{path};
+  if (rest.size() < kExtensionLength) std::abort();
+  rest.remove_suffix(kExtensionLength);
+  rest.remove_prefix(rest.rfind(L'\\') + 1);  // not found: npos + 1 is 0
+  CopyText(name, std::min(capacity, static_cast<std::ptrdiff_t>(rest.size()) + 1), rest.data());
 }
 
 }  // namespace k7

@@ -2,8 +2,8 @@
 
 #include "device/device_state.h"
 #include "device/module_state.h"
-#include "ui/dialog_commands.h"
-#include "ui/dialog_text.h"
+#include "ui/common/dialog_commands.h"
+#include "ui/common/dialog_text.h"
 #include "ui/host_colors.h"
 #include "ui/resource_ids.h"
 
@@ -43,8 +43,9 @@ void Close(HWND dialog, INT_PTR result) noexcept {
 }
 
 HostColors TableOfHost() noexcept {
-  if (dialogDevice == nullptr || dialogDevice->hostColorTlsIndex == 0) return HostColors{nullptr};
-  return HostColors{TlsGetValue(dialogDevice->hostColorTlsIndex)};
+  if (dialogDevice == nullptr || dialogDevice->host.hostColorTlsIndex == 0)
+    return HostColors{nullptr};
+  return HostColors{TlsGetValue(dialogDevice->host.hostColorTlsIndex)};
 }
 
 void OnInit(HWND dialog) noexcept {

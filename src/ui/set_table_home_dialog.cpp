@@ -3,17 +3,17 @@
 #include "device/device_state.h"
 #include "device/module_state.h"
 #include "device/polling.h"
+#include "job/go_to.h"
+#include "link/commands.h"
 #include "link/link.h"
-#include "motion/go_to.h"
+#include "motion/axes.h"
 #include "motion/homing.h"
-#include "motion/motors.h"
 #include "motion/move.h"
 #include "motion/position.h"
-#include "motion/units.h"
-#include "settings/settings_file.h"
-#include "settings/settings_keys.h"
-#include "ui/dialog_commands.h"
-#include "ui/dialog_text.h"
+#include "settings/file.h"
+#include "settings/keys.h"
+#include "ui/common/dialog_commands.h"
+#include "ui/common/dialog_text.h"
 #include "ui/resource_ids.h"
 
 namespace k7 {
@@ -32,24 +32,24 @@ bool FileHasAllSwitches(const SettingsFile& file) noexcept {
          file.ReadInt(keys::kAxisZ, keys::kProxSwitch, 0) == 1;
 }
 
-bool IsAirZ(const DeviceState& record) noexcept {
-  return record.cutterMode == kCutterAirZ;
+bool IsAirZ(const Tools& tools) noexcept {
+  return tools.cutterMode == kCutterAirZ;
 }
 
 void OnInit(HWND dialog) noexcept {
   if (dialogDevice == nullptr) return;
   DeviceState& record = *dialogDevice;
-  const SettingsFile file{record};
+  const SettingsFile file{record.link};
   SetDecimal(dialog, IDC_TH_X, file.ReadFloat(keys::kAxisX, keys::kTableHome, 0.0f), kDecimals);
   SetDecimal(dialog, IDC_TH_Y, file.ReadFloat(keys::kAxisY, keys::kTableHome, 0.0f), kDecimals);
   SetDecimal(dialog, IDC_TH_Z, file.ReadFloat(keys::kAxisZ, keys::kTableHome, kDefaultZInches),
              kDecimals);
   if (FileHasAllSwitches(file)) EnableControls(dialog, kFields, false);
-  if (IsAirZ(record)) {
+  if (IsAirZ(record.tools)) {
     ShowControl(dialog, IDC_TH_Z_LABEL, false);
     ShowControl(dialog, IDC_TH_Z, false);
   }
-  SetMotors(record, 0);
+  SetMotors(record.link, 0);
 }
 
 // KEEP: unchecked again, the fields are disabled on a machine without switches, too.
@@ -63,44 +63,47 @@ void KeepHome(HWND dialog, DeviceState& record, const SettingsFile& file, bool a
   const float y = ReadDecimal(dialog, IDC_TH_Y);
   file.WriteFloat(keys::kAxisX, keys::kTableHome, x);
   file.WriteFloat(keys::kAxisY, keys::kTableHome, y);
-  record.tableHomeX = InchesToSteps(x, StepsPerInchX(record));
-  record.tableHomeY = InchesToSteps(y, StepsPerInchY(record));
+  record.position.tableHome.x = InchesToSteps(x, StepsPerInch(record.mechanics, Axis::X));
+  record.position.tableHome.y = InchesToSteps(y, StepsPerInch(record.mechanics, Axis::Y));
   if (airZ) return;
   const float z = ReadDecimal(dialog, IDC_TH_Z);
   file.WriteFloat(keys::kAxisZ, keys::kTableHome, z);
   file.WriteFloat(keys::kAxisZ, keys::kCutterHome, z);
-  record.cutterHome = InchesToSteps(z, StepsPerInchZ(record));
+  record.position.cutterHome = InchesToSteps(z, StepsPerInch(record.mechanics, Axis::Z));
 }
 
-void DeclarePosition(DeviceState& record, std::int32_t x, std::int32_t y, std::int32_t z,
-                     bool airZ) noexcept {
-  SetPosition(record, &x, &y, airZ ? nullptr : &z);
+void DeclarePosition(DeviceState& record, AxisTargets place, bool airZ) noexcept {
+  if (airZ) place.z.reset();
+  SetPosition(record, place);
 }
 
 // The table stands where the user has pushed it: that is the home. Then off to machine zero.
 void SettleByHand(DeviceState& record, bool airZ) noexcept {
-  DeclarePosition(record, record.tableHomeX, record.tableHomeY, record.cutterHome, airZ);
+  DeclarePosition(record,
+                  {.x = record.position.tableHome.x,
+                   .y = record.position.tableHome.y,
+                   .z = record.position.cutterHome},
+                  airZ);
   SetFeedRate(record, 1.0f);
-  const std::int32_t top = 0;
-  if (!airZ) EmitMove(record, nullptr, nullptr, &top, 1);
+  if (!airZ) SendMove(record, {.z = 0});
   GoToAsJob(record, 0, 0, 0);
 }
 
-void TellThatHomeIsSet(DeviceState& record) noexcept {
-  SendLine(record, "SetTableHomed\n");
+void TellThatHomeIsSet(LinkState& link) noexcept {
+  SendLine(link, commands::kTableHomed);
   Pause(200);
 }
 
 // Result of the dialog.
 INT_PTR Settle(HWND dialog, DeviceState& record) noexcept {
-  const bool airZ = IsAirZ(record);
+  const bool airZ = IsAirZ(record.tools);
   const bool literal = IsChecked(dialog, IDC_TH_LITERAL);
   EnableControls(dialog, kFields, false);
   EnableControls(dialog, kButtons, false);
-  const SettingsFile file{record};
+  const SettingsFile file{record.link};
   const bool allSwitches = FileHasAllSwitches(file);
   KeepHome(dialog, record, file, airZ);
-  SetMotors(record, 1);
+  SetMotors(record.link, 1);
   if (literal) {
     // KEEP: the controller is not told here that the home is set; homing tells it.
     if (airZ) return IDOK;
@@ -108,11 +111,11 @@ INT_PTR Settle(HWND dialog, DeviceState& record) noexcept {
     return IDCANCEL;  // KEEP: counts as cancelled, so that a prompt does not home a second time
   }
   if (allSwitches) {
-    DeclarePosition(record, 0, 0, 0, airZ);
+    DeclarePosition(record, {.x = 0, .y = 0, .z = 0}, airZ);
   } else {
     SettleByHand(record, airZ);
   }
-  TellThatHomeIsSet(record);
+  TellThatHomeIsSet(record.link);
   return IDOK;
 }
 
@@ -122,8 +125,8 @@ void OnOk(HWND dialog) noexcept {
 
 void OnCancel(HWND dialog) noexcept {
   if (dialogDevice != nullptr) {
-    SetMotors(*dialogDevice, 1);
-    TellThatHomeIsSet(*dialogDevice);
+    SetMotors(dialogDevice->link, 1);
+    TellThatHomeIsSet(dialogDevice->link);
   }
   EndDialog(dialog, IDCANCEL);
 }

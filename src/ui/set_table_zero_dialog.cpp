@@ -1,11 +1,11 @@
 #include "ui/set_table_zero_dialog.h"
 
 #include "motion/probing.h"
-#include "settings/settings_file.h"
-#include "settings/settings_keys.h"
-#include "ui/dialog_commands.h"
-#include "ui/dialog_state.h"
-#include "ui/dialog_text.h"
+#include "settings/file.h"
+#include "settings/keys.h"
+#include "ui/common/dialog_commands.h"
+#include "ui/common/dialog_state.h"
+#include "ui/common/dialog_text.h"
 #include "ui/resource_ids.h"
 
 namespace k7 {
@@ -21,7 +21,7 @@ bool MayProbe() noexcept {
 
 void OnInit(HWND dialog) noexcept {
   if (dialogDevice == nullptr) return;
-  const SettingsFile file{*dialogDevice};
+  const SettingsFile file{dialogDevice->link};
   SetDecimal(dialog, IDC_TZ_BUFFER, file.ReadFloat(keys::kAxisZ, keys::kTableBuffer, 0.0f), 3);
   // KEEP: not the key that OK writes: the mode chosen last is not the one shown next.
   std::int32_t mode = file.ReadInt(keys::kAxisZ, keys::kTableZeroModeRead, 0);
@@ -36,7 +36,7 @@ void OnInit(HWND dialog) noexcept {
 
 void OnOk(HWND dialog) noexcept {
   if (dialogDevice != nullptr) {
-    const SettingsFile file{*dialogDevice};
+    const SettingsFile file{dialogDevice->link};
     const float bufferInches = ReadDecimal(dialog, IDC_TZ_BUFFER);
     file.WriteFloat(keys::kAxisZ, keys::kTableBuffer, bufferInches);
     const int mode = Selection(dialog, IDC_TZ_MODE);

@@ -54,7 +54,7 @@ readonly DLL=$BUILD/bin/k7driver.dll
 check "the module's own table holds each operation in its slot" slots table "$OPERATIONS" "$DLL"
 check "each operation calls the functions that do its work" \
   slots calls "$OPERATIONS" \
-  "$BUILD/src/CMakeFiles/k7driver_objects.dir/device/smoothieboard.cpp.obj"
+  "$BUILD/src/CMakeFiles/k7driver_objects.dir/module/smoothieboard.cpp.obj"
 module() { python3 "$HERE/module.py" "$@"; }
 check "four undecorated exports" module exports "$DLL"
 check "imports only libraries of Windows" module imports "$DLL"

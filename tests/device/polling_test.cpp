@@ -1,4 +1,5 @@
 #include "device/polling.h"
+#include "device/progress.h"
 
 #include <gtest/gtest.h>
 
@@ -61,75 +62,6 @@ TEST_F(Waits, OfAGivenTimeLetSentMessagesThroughAndLastTheirTime) {
   }
   EXPECT_GE(TickMs() - start, 200u * rounds);
   ExpectTheSentMessageAlone();
-}
-
-TEST(ReadLocked, AnswersTheOtherValueWhenThereIsNoMutex) {
-  DeviceState record;
-  record.linesInFlight = 5;
-  EXPECT_EQ(LinesInFlight(record), 0);
-  EXPECT_EQ(BlocksRunning(record), 0);
-  EXPECT_EQ(JobOpen(record), 0);
-  EXPECT_FALSE(MovesRemain(record));
-  WaitForFewerInFlight(record, 1);  // does not wait
-  ForgetMoves(record);
-  EXPECT_EQ(record.linesInFlight, 5);
-}
-
-TEST(MovesRemain, WhileALineHasNotBegunOrABegunOneHasNotEnded) {
-  DeviceState record;
-  for (void*& mutex : record.mutexes) mutex = CreateMutexW(nullptr, FALSE, nullptr);
-  constexpr struct {
-    std::int32_t linesInFlight, blocksRunning;
-    bool want;
-  } kCases[] = {{0, 0, false}, {1, 0, true}, {0, 1, true}, {-1, -1, false}, {1, -1, true}};
-  for (const auto& c : kCases) {
-    record.linesInFlight = c.linesInFlight;
-    record.blocksRunning = c.blocksRunning;
-    EXPECT_EQ(MovesRemain(record), c.want) << c.linesInFlight << ' ' << c.blocksRunning;
-  }
-  ForgetMoves(record);
-  EXPECT_FALSE(MovesRemain(record));
-  for (void* const mutex : record.mutexes) CloseHandle(mutex);
-}
-
-TEST(IsIdle, WithAConnectionAndNoJob) {
-  DeviceState record;
-  EXPECT_FALSE(IsIdle(record));
-  record.connected = 1;
-  EXPECT_TRUE(IsIdle(record));
-  record.mutexes[jobMutex] = CreateMutexW(nullptr, FALSE, nullptr);
-  record.jobOpen = 1;
-  EXPECT_FALSE(IsIdle(record));
-  CloseHandle(record.mutexes[jobMutex]);
-}
-
-TEST(ClearAliveTicks, ClearsThemEvenWithoutTheMutex) {
-  DeviceState record;
-  record.lastCheckTick = 1;
-  record.lastAnswerTick = 2;
-  ClearAliveTicks(record);
-  EXPECT_EQ(record.lastCheckTick, 0u);
-  EXPECT_EQ(record.lastAnswerTick, 0u);
-}
-
-TEST(RecordLock, CountsAnAbandonedMutexAsHeldAndReleasesIt) {
-  DeviceState record;
-  const HANDLE mutex = CreateMutexW(nullptr, FALSE, nullptr);
-  record.mutexes[flightMutex] = mutex;
-  record.linesInFlight = 3;
-  std::thread{[&] { WaitForSingleObject(mutex, INFINITE); }}.join();
-  {
-    const RecordLock<flightMutex> lock{record};
-    EXPECT_TRUE(static_cast<bool>(lock));
-    EXPECT_TRUE(lock.WasAbandoned());
-  }
-  bool free = false;
-  std::thread{[&] {
-    free = WaitForSingleObject(mutex, 0) == WAIT_OBJECT_0;
-    if (free) ReleaseMutex(mutex);
-  }}.join();
-  EXPECT_TRUE(free);
-  CloseHandle(mutex);
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 #include "core/job_estimate.h"
 #include "core/job_plan.h"
 #include "job/time_estimate.h"
-#include "motion/units.h"
+#include "motion/axes.h"
 #include "simulator/planner.h"
 
 namespace k7 {
@@ -30,11 +30,11 @@ constexpr Speeds kSpeeds[] = {
 };
 
 void GiveMechanics(DeviceState& record, const Speeds& speeds) {
-  record.motorStepsX = record.motorStepsY = 200;
-  record.microStepsX = record.microStepsY = 10;
-  record.screwPitchX = record.screwPitchY = 0.5f;
-  record.traverseSpeed = speeds.travel;
-  record.engraveSpeed = speeds.cut;
+  record.mechanics.axis.x.motorSteps = record.mechanics.axis.y.motorSteps = 200;
+  record.mechanics.axis.x.microSteps = record.mechanics.axis.y.microSteps = 10;
+  record.mechanics.axis.x.screwPitch = record.mechanics.axis.y.screwPitch = 0.5f;
+  record.tools.traverseSpeed = speeds.travel;
+  record.tools.engraveSpeed = speeds.cut;
 }
 
 k7host::JobPlan Load(const std::string& name) {
@@ -98,8 +98,8 @@ TEST_P(EstimateAgainstPlanner, AgreesWithinFivePercent) {
     const double planned = PlannedSeconds(plan, speeds);
     DeviceState record;
     GiveMechanics(record, speeds);
-    const double estimate =
-        EstimateJobTime(record, triples.data(), static_cast<std::uint32_t>(triples.size() / 3));
+    const double estimate = EstimateJobTime(record.mechanics, record.tools, triples.data(),
+                                            static_cast<std::uint32_t>(triples.size() / 3));
     RecordProperty(speeds.name, std::to_string(estimate) + " of " + std::to_string(planned));
     // Half a second either way is the rounding of the result.
     EXPECT_NEAR(estimate, planned, planned * 0.05 + 0.5) << speeds.name;

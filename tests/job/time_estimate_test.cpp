@@ -14,22 +14,23 @@ namespace {
 class TimeEstimate : public testing::Test {
  protected:
   TimeEstimate() {
-    record_.motorStepsX = record_.motorStepsY = 200;
-    record_.microStepsX = record_.microStepsY = 10;
-    record_.screwPitchX = record_.screwPitchY = 0.5f;
-    record_.traverseSpeed = record_.engraveSpeed = 1.0f;
+    record_.mechanics.axis.x.motorSteps = record_.mechanics.axis.y.motorSteps = 200;
+    record_.mechanics.axis.x.microSteps = record_.mechanics.axis.y.microSteps = 10;
+    record_.mechanics.axis.x.screwPitch = record_.mechanics.axis.y.screwPitch = 0.5f;
+    record_.tools.traverseSpeed = record_.tools.engraveSpeed = 1.0f;
   }
   std::uint32_t Of(const std::vector<std::uint32_t>& triples) const {
-    return EstimateJobTime(record_, triples.data(), static_cast<std::uint32_t>(triples.size() / 3));
+    return EstimateJobTime(record_.mechanics, record_.tools, triples.data(),
+                           static_cast<std::uint32_t>(triples.size() / 3));
   }
 
   // Lifts and plunges would take many seconds.
   void GiveASlowCutter() {
-    record_.motorStepsZ = 200;
-    record_.microStepsZ = 10;
-    record_.screwPitchZ = 0.5f;
-    record_.cutterLift = record_.engraveDepth = record_.passDepth = 1.0f;
-    record_.cutterUpSpeed = record_.cutterDownSpeed = 0.1f;
+    record_.mechanics.axis.z.motorSteps = 200;
+    record_.mechanics.axis.z.microSteps = 10;
+    record_.mechanics.axis.z.screwPitch = 0.5f;
+    record_.tools.cutterLift = record_.tools.engraveDepth = record_.passes.passDepth = 1.0f;
+    record_.tools.cutterUpSpeed = record_.tools.cutterDownSpeed = 0.1f;
   }
 
   DeviceState record_;
@@ -62,25 +63,25 @@ TEST(RunSeconds, OfARunWithinTheMarginIsZero) {
 }
 
 TEST_F(TimeEstimate, OfNothingIsZero) {
-  EXPECT_EQ(EstimateJobTime(record_, nullptr, 5), 0u);
+  EXPECT_EQ(EstimateJobTime(record_.mechanics, record_.tools, nullptr, 5), 0u);
   EXPECT_EQ(Of({}), 0u);
 }
 
 TEST_F(TimeEstimate, NeedsTheSameResolutionOnBothAxes) {
   const std::vector<std::uint32_t> line = {10 * kInch, 0, 2};
   EXPECT_EQ(Of(line), 10u);
-  record_.screwPitchY = 0.5f * 1.0004f;  // less than half a part in a thousand
+  record_.mechanics.axis.y.screwPitch = 0.5f * 1.0004f;  // less than half a part in a thousand
   EXPECT_EQ(Of(line), 10u);
   for (const float pitch : {0.5f * 1.002f, 0.5f / 1.002f}) {
-    record_.screwPitchY = pitch;
+    record_.mechanics.axis.y.screwPitch = pitch;
     EXPECT_EQ(Of(line), 0u);
   }
-  record_.screwPitchY = 0.5f;
-  record_.yAxisFactor = 2;
+  record_.mechanics.axis.y.screwPitch = 0.5f;
+  record_.mechanics.yAxisFactor = 2;
   EXPECT_EQ(Of(line), 0u);
-  record_.xAxisFactor = 2;
+  record_.mechanics.xAxisFactor = 2;
   EXPECT_EQ(Of(line), 20u);
-  record_.xAxisFactor = record_.yAxisFactor = 0;
+  record_.mechanics.xAxisFactor = record_.mechanics.yAxisFactor = 0;
   EXPECT_EQ(Of(line), 0u);
 }
 
@@ -95,20 +96,20 @@ TEST_F(TimeEstimate, StartsAtTheHostsOrigin) {
 }
 
 TEST_F(TimeEstimate, TravelsAtTheTraverseSpeedAndCutsAtTheEngraveSpeed) {
-  record_.traverseSpeed = 10.0f;
+  record_.tools.traverseSpeed = 10.0f;
   EXPECT_EQ(Of({20 * kInch, 0, 1, 10 * kInch, 0, 2}), 13u);  // 2.5 and 10.05
-  record_.engraveSpeed = 0.5f;
+  record_.tools.engraveSpeed = 0.5f;
   EXPECT_EQ(Of({20 * kInch, 0, 1, 10 * kInch, 0, 2}), 23u);
 }
 
 // A travel that nothing follows costs the engraving speed.
 TEST_F(TimeEstimate, ARunLeftOpenCostsTheEngraveSpeed) {
-  record_.traverseSpeed = 10.0f;
+  record_.tools.traverseSpeed = 10.0f;
   EXPECT_EQ(Of({20 * kInch, 0, 1}), 20u);
 }
 
 TEST_F(TimeEstimate, AStraightLineInPiecesIsOneRun) {
-  record_.engraveSpeed = 10.0f;  // a standstill costs half a second
+  record_.tools.engraveSpeed = 10.0f;  // a standstill costs half a second
   std::vector<std::uint32_t> pieces;
   for (std::uint32_t i = 1; i <= 20; ++i) pieces.insert(pieces.end(), {i * kInch, 0, 2});
   EXPECT_EQ(Of(pieces), Of({20 * kInch, 0, 2}));
@@ -116,7 +117,7 @@ TEST_F(TimeEstimate, AStraightLineInPiecesIsOneRun) {
 }
 
 TEST_F(TimeEstimate, AReversalEndsARun) {
-  record_.engraveSpeed = 10.0f;
+  record_.tools.engraveSpeed = 10.0f;
   std::vector<std::uint32_t> pieces;
   for (std::uint32_t i = 0; i < 10; ++i) {
     pieces.insert(pieces.end(), {20 * kInch, 0, 2, 0, 0, 2});
@@ -135,7 +136,7 @@ TEST_F(TimeEstimate, IsTheSumOfTheRunsAlone) {
 }
 
 TEST_F(TimeEstimate, ARightAngleEndsARun) {
-  record_.engraveSpeed = 10.0f;  // 20 inches in 2.508 s from standstill to standstill
+  record_.tools.engraveSpeed = 10.0f;  // 20 inches in 2.508 s from standstill to standstill
   EXPECT_EQ(Of({20 * kInch, 0, 2, 20 * kInch, 20 * kInch, 2, 0, 20 * kInch, 2, 0, 0, 2}), 10u);
   EXPECT_EQ(Of({80 * kInch, 0, 2}), 9u);
 }
@@ -143,7 +144,7 @@ TEST_F(TimeEstimate, ARightAngleEndsARun) {
 // The cutter goes down and up in the middle of a straight way: two runs.
 TEST_F(TimeEstimate, ACutWithoutLengthIsADotAndEndsARun) {
   GiveASlowCutter();
-  record_.traverseSpeed = 10.0f;
+  record_.tools.traverseSpeed = 10.0f;
   std::vector<std::uint32_t> dots;
   for (std::uint32_t i = 1; i <= 10; ++i) {
     dots.insert(dots.end(), {i * 20 * kInch, 0, 1, i * 20 * kInch, 0, 2});
@@ -153,7 +154,7 @@ TEST_F(TimeEstimate, ACutWithoutLengthIsADotAndEndsARun) {
 }
 
 TEST_F(TimeEstimate, ATravelWithoutLengthIsNotMadeAndEndsNoRun) {
-  record_.engraveSpeed = 10.0f;
+  record_.tools.engraveSpeed = 10.0f;
   std::vector<std::uint32_t> pieces;
   for (std::uint32_t i = 1; i <= 10; ++i) {
     pieces.insert(pieces.end(), {i * 20 * kInch, 0, 2, i * 20 * kInch, 0, 1});
@@ -166,14 +167,14 @@ TEST_F(TimeEstimate, TakesHostPositionsLeftOfTheHomeAsNegative) {
 }
 
 TEST_F(TimeEstimate, SaturatesInsteadOfOverflowing) {
-  record_.engraveSpeed = 0.0f;
+  record_.tools.engraveSpeed = 0.0f;
   EXPECT_EQ(Of({10 * kInch, 0, 2, 0, kInch, 2}), static_cast<std::uint32_t>(INT32_MAX));
-  record_.engraveSpeed = std::numeric_limits<float>::quiet_NaN();
+  record_.tools.engraveSpeed = std::numeric_limits<float>::quiet_NaN();
   EXPECT_EQ(Of({10 * kInch, 0, 2, 0, kInch, 2}), 2u);  // never reached: ramps alone
-  record_.engraveSpeed = -1.0f;
+  record_.tools.engraveSpeed = -1.0f;
   EXPECT_EQ(Of({10 * kInch, 0, 2}), 0u);
-  record_.engraveSpeed = 1.0f;
-  record_.screwPitchX = record_.screwPitchY = 0.0f;
+  record_.tools.engraveSpeed = 1.0f;
+  record_.mechanics.axis.x.screwPitch = record_.mechanics.axis.y.screwPitch = 0.0f;
   EXPECT_EQ(Of({10 * kInch, 0, 2}), 0u);
 }
 

@@ -11,7 +11,7 @@
 #include <iterator>
 #include <string>
 
-#include "settings/settings_paths.h"
+#include "settings/paths.h"
 #include "support/host_helper/install.h"
 #include "support/host_window.h"
 #include "support/message_box.h"
@@ -45,13 +45,13 @@ class Bench : public k7test::TestMachine {
  public:
   Bench() {
     DeviceState& record = **this;
-    record.tableHomeX = 4000;
-    record.tableHomeY = 8000;
+    record.position.tableHome.x = 4000;
+    record.position.tableHome.y = 8000;
     StandAt(4000, 8000, 0, kCutterUp);
   }
-  ~Bench() { std::filesystem::remove(SettingsFilePath(**this).text); }
+  ~Bench() { std::filesystem::remove(SettingsFilePath((**this).link).text); }
   std::string File() {
-    std::ifstream in{std::filesystem::path{SettingsFilePath(**this).text}, std::ios::binary};
+    std::ifstream in{std::filesystem::path{SettingsFilePath((**this).link).text}, std::ios::binary};
     return {std::istreambuf_iterator<char>{in}, {}};
   }
 };
@@ -71,9 +71,9 @@ void ProposeTheHostsPoint() {
       user.Text(),
       L"Would you like to set your braille bead insert tool offset?\n\nX: 1.250 in\nY: 0.500 in");
   EXPECT_EQ(user.Buttons(), (std::vector<int>{IDYES, IDNO}));
-  EXPECT_EQ(bench->beadToolOffsetX, 1250);
-  EXPECT_EQ(bench->beadToolOffsetY, 500);
-  EXPECT_EQ(bench->diodeOffsetX, 0);
+  EXPECT_EQ(bench->tools.beadToolOffsetX, 1250);
+  EXPECT_EQ(bench->tools.beadToolOffsetY, 500);
+  EXPECT_EQ(bench->tools.diodeOffsetX, 0);
   EXPECT_EQ(bench.File(),
             "[Braille]\r\nBead Insert Tool X Offset=1250\r\nBead Insert Tool Y Offset=500\r\n");
   EXPECT_EQ(k7test::HelperCount("ObjectsMade"), 1);
@@ -86,16 +86,16 @@ TEST_F(ToolOffsetPrompt, AtTheTableHomeProposesTheHostsPointAndKeepsItOnYes) {
 void ProposeTheDistance() {
   ASSERT_TRUE(k7test::InstalledHelper{"whole"}.Works());
   Bench bench;
-  bench->lastX = 4000 + 8000;  // 2 in from the home
-  bench->lastY = 8000 + 2;     // half a thousandth: rounded up
+  bench->position.last.x = 4000 + 8000;  // 2 in from the home
+  bench->position.last.y = 8000 + 2;     // half a thousandth: rounded up
   k7test::MessageBoxAnswer user{kDiodeCaption, IDYES};
   EXPECT_EQ(SetDiodeOffset(*bench, 1250, 500), 1u);
   ASSERT_TRUE(user.Appeared());
   EXPECT_EQ(user.Text(),
             L"Would you like to set your Diode Pointer offset?\n\nX: -0.750 in\nY: 0.499 in");
-  EXPECT_EQ(bench->diodeOffsetX, -750);
-  EXPECT_EQ(bench->diodeOffsetY, 499);
-  EXPECT_EQ(bench->beadToolOffsetX, 0);
+  EXPECT_EQ(bench->tools.diodeOffsetX, -750);
+  EXPECT_EQ(bench->tools.diodeOffsetY, 499);
+  EXPECT_EQ(bench->tools.beadToolOffsetX, 0);
   EXPECT_EQ(bench.File(),
             "[Diode]\r\nDiode Pointer X Offset=-750\r\nDiode Pointer Y Offset=499\r\n");
 }
@@ -116,13 +116,13 @@ void ProposeFromBelowTheHome() {
       {2147484, 0, 1250 + 536870, 500},
   };
   for (const auto& c : kCases) {
-    bench->lastX = 4000 + c.x;
-    bench->lastY = 8000 + c.y;
+    bench->position.last.x = 4000 + c.x;
+    bench->position.last.y = 8000 + c.y;
     k7test::MessageBoxAnswer user{kDiodeCaption, IDYES};
     EXPECT_EQ(SetDiodeOffset(*bench, 1250, 500), 1u);
     EXPECT_TRUE(user.Appeared());
-    EXPECT_EQ(bench->diodeOffsetX, c.wantX);
-    EXPECT_EQ(bench->diodeOffsetY, c.wantY);
+    EXPECT_EQ(bench->tools.diodeOffsetX, c.wantX);
+    EXPECT_EQ(bench->tools.diodeOffsetY, c.wantY);
   }
 }
 TEST_F(ToolOffsetPrompt, RoundsADistanceBelowTheHomeTowardZeroAndWrapsAVastOne) {
@@ -133,13 +133,13 @@ void AnswerNoInABoxOfTheHosts() {
   ASSERT_TRUE(k7test::InstalledHelper{"whole"}.Works());
   Bench bench;
   const k7test::HostWindow window;
-  bench->ownerWindow = window.Handle();
-  bench->beadToolOffsetX = 7;
+  bench->notify.ownerWindow = window.Handle();
+  bench->tools.beadToolOffsetX = 7;
   k7test::MessageBoxAnswer user{kBeadCaption, IDNO};
   EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 0u);
   EXPECT_TRUE(user.Appeared());
   EXPECT_EQ(user.Owner(), window.Handle());
-  EXPECT_EQ(bench->beadToolOffsetX, 7);
+  EXPECT_EQ(bench->tools.beadToolOffsetX, 7);
   EXPECT_EQ(bench.File(), "");
   EXPECT_EQ(k7test::HelperCount("ObjectsDestroyed"), 1);  // handed back all the same
 }
@@ -168,7 +168,7 @@ void UseALibraryThatTakesNothingBack() {
   k7test::MessageBoxAnswer user{kBeadCaption, IDYES};
   EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 1u);
   EXPECT_TRUE(user.Appeared());
-  EXPECT_EQ(bench->beadToolOffsetX, 1250);
+  EXPECT_EQ(bench->tools.beadToolOffsetX, 1250);
   EXPECT_EQ(k7test::HelperCount("ObjectsMade"), 1);
   EXPECT_EQ(k7test::HelperCount("ObjectsDestroyed"), 0);
 }
@@ -217,11 +217,11 @@ TEST_F(ToolOffsetPrompt, WithTheLibraryMissingEachPromptTriesToLoadItAgain) {
 void AskDuringAJob() {
   ASSERT_TRUE(k7test::InstalledHelper{"whole"}.Works());
   Bench bench;
-  bench->jobOpen = 1;
+  bench->job.jobOpen.Alone() = 1;
   EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 0u);
   EXPECT_EQ(SetDiodeOffset(*bench, 1250, 500), 0u);
-  bench->jobOpen = 0;
-  bench->connected = 0;
+  bench->job.jobOpen.Alone() = 0;
+  bench->link.connected = 0;
   EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 0u);
   EXPECT_EQ(k7test::HelperCount("ObjectsMade"), -1);  // not even loaded
 }

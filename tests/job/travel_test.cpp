@@ -16,8 +16,8 @@ using testing::StartsWith;
 class TravelToTest : public testing::Test {
  protected:
   TravelToTest() {
-    machine_->tableHomeX = 400;
-    machine_->tableHomeY = 800;
+    machine_->position.tableHome.x = 400;
+    machine_->position.tableHome.y = 800;
     machine_.StandAt(100, 100, 4250, kCutterUp);
   }
   ~TravelToTest() override { hasSpindle = 0; }
@@ -27,16 +27,16 @@ class TravelToTest : public testing::Test {
 
 // The head goes up to the lift, then to the machine's top, then a job begins and the head travels.
 TEST_F(TravelToTest, LiftsRaisesBeginsAJobAndTravels) {
-  machine_->cutterState = kCutterDown;
+  machine_->tools.cutterState = kCutterDown;
   EXPECT_EQ(TravelTo(*machine_, 4000, 8000), kStatusSent);
   EXPECT_EQ(machine_.Sent(),
             "G0 F381.000\nG0 Z22.225000\n"  // 4000 - 500 steps
             "G0 F1524.000\nG0 Z0.000000\n"
             "M106\nSendBlockMessagesOn\n"
             "G0 X30.480000 Y60.959999\n");  // KEEP: 4000 + 400 + 400, 8000 + 800 + 800
-  EXPECT_EQ(machine_->lastX, 4800);
-  EXPECT_EQ(machine_->lastY, 9600);
-  EXPECT_EQ(machine_->cutterState, kCutterUp);
+  EXPECT_EQ(machine_->position.last.x, 4800);
+  EXPECT_EQ(machine_->position.last.y, 9600);
+  EXPECT_EQ(machine_->tools.cutterState, kCutterUp);
 }
 
 TEST_F(TravelToTest, WithTheCutterUpOnlyRaises) {
@@ -47,8 +47,8 @@ TEST_F(TravelToTest, WithTheCutterUpOnlyRaises) {
 // MoveTo itself adds the home once; the travel adds it a first time, but not for the origin.
 TEST_F(TravelToTest, ToTheOriginIgnoresTheTableHome) {
   EXPECT_EQ(TravelTo(*machine_, 0, 0), kStatusSent);
-  EXPECT_EQ(machine_->lastX, 400);
-  EXPECT_EQ(machine_->lastY, 800);
+  EXPECT_EQ(machine_->position.last.x, 400);
+  EXPECT_EQ(machine_->position.last.y, 800);
 }
 
 TEST_F(TravelToTest, ToOneStepAlongEitherAxisAddsBothHomes) {
@@ -64,67 +64,68 @@ TEST_F(TravelToTest, ToOneStepAlongEitherAxisAddsBothHomes) {
   };
   for (const auto& c : kCases) {
     TravelTo(*machine_, static_cast<std::uint32_t>(c.x), static_cast<std::uint32_t>(c.y));
-    EXPECT_EQ(machine_->lastX, c.lastX) << c.x << ", " << c.y;
-    EXPECT_EQ(machine_->lastY, c.lastY) << c.x << ", " << c.y;
+    EXPECT_EQ(machine_->position.last.x, c.lastX) << c.x << ", " << c.y;
+    EXPECT_EQ(machine_->position.last.y, c.lastY) << c.x << ", " << c.y;
   }
 }
 
 TEST_F(TravelToTest, AppliesTheFactorsBeforeTheHome) {
-  machine_->tableHomeX = 0;
-  machine_->tableHomeY = 0;
-  machine_->xAxisFactor = 2;
-  machine_->yAxisFactor = 3;
+  machine_->position.tableHome.x = 0;
+  machine_->position.tableHome.y = 0;
+  machine_->mechanics.xAxisFactor = 2;
+  machine_->mechanics.yAxisFactor = 3;
   TravelTo(*machine_, 100, 100);
-  EXPECT_EQ(machine_->lastX, 100 * 2 * 2);  // KEEP: the move applies its factor once more
-  EXPECT_EQ(machine_->lastY, 100 * 3 * 3);
+  EXPECT_EQ(machine_->position.last.x, 100 * 2 * 2);  // KEEP: the move applies its factor once more
+  EXPECT_EQ(machine_->position.last.y, 100 * 3 * 3);
 }
 
 TEST_F(TravelToTest, MarksTheFirstFourTagsAsMoves) {
-  machine_->ackRing[4] = CommandTag::Lift;
+  machine_->job.tagRing.Alone().ackRing[4] = CommandTag::Lift;
   TravelTo(*machine_, 4000, 8000);
-  for (int i = 0; i < 4; ++i) EXPECT_EQ(machine_->ackRing[i], CommandTag::Move);
-  EXPECT_EQ(machine_->ackRing[4], CommandTag::Lift);
+  for (int i = 0; i < 4; ++i) EXPECT_EQ(machine_->job.tagRing.Alone().ackRing[i], CommandTag::Move);
+  EXPECT_EQ(machine_->job.tagRing.Alone().ackRing[4], CommandTag::Lift);
 }
 
 // The lift before the job is a lift where the ring stands; only the first four are marked.
 TEST_F(TravelToTest, TagsItsOwnLiftWhereTheRingStands) {
-  machine_->ackRingIndex = 10;
-  machine_->cutterState = kCutterDown;
+  machine_->job.tagRing.Alone().ackRingIndex = 10;
+  machine_->tools.cutterState = kCutterDown;
   TravelTo(*machine_, 4000, 8000);
-  EXPECT_EQ(machine_->ackRing[10], CommandTag::Lift);
-  EXPECT_EQ(machine_->ackRing[11], CommandTag::None);  // raising Z to the top has no tag
+  EXPECT_EQ(machine_->job.tagRing.Alone().ackRing[10], CommandTag::Lift);
+  EXPECT_EQ(machine_->job.tagRing.Alone().ackRing[11],
+            CommandTag::None);  // raising Z to the top has no tag
 }
 
 TEST_F(TravelToTest, CountsAndTagsTheLiftOfAHeldPlunge) {
-  machine_->plungeHold = 1;
+  machine_->job.plungeHold = 1;
   TravelTo(*machine_, 4000, 8000);
-  EXPECT_EQ(machine_->zMoveCount, 1);
-  EXPECT_EQ(machine_->ackRing[0], CommandTag::Lift);
+  EXPECT_EQ(machine_->job.zMoveCount, 1);
+  EXPECT_EQ(machine_->job.tagRing.Alone().ackRing[0], CommandTag::Lift);
 }
 
 TEST_F(TravelToTest, WhileAPlungeIsHeldOnlyRaisesAndReturnsZero) {
-  machine_->plungeHold = 1;
-  machine_->cutterState = kCutterDown;
+  machine_->job.plungeHold = 1;
+  machine_->tools.cutterState = kCutterDown;
   EXPECT_EQ(TravelTo(*machine_, 4000, 8000), kStatusNothing);
   EXPECT_EQ(machine_.Sent(), "G0 F381.000\nG0 Z0.000000\n");
-  EXPECT_EQ(machine_->cutterState, kCutterUp);
-  EXPECT_EQ(machine_->plungeHold, 1);
+  EXPECT_EQ(machine_->tools.cutterState, kCutterUp);
+  EXPECT_EQ(machine_->job.plungeHold, 1);
 }
 
 TEST_F(TravelToTest, WhileAPlungeIsHeldAndZIsUpAlreadyChangesNothing) {
-  machine_->plungeHold = 1;
-  machine_->cutterState = kCutterDown;
-  machine_->lastZ = 0;
+  machine_->job.plungeHold = 1;
+  machine_->tools.cutterState = kCutterDown;
+  machine_->position.last.z = 0;
   EXPECT_EQ(TravelTo(*machine_, 4000, 8000), kStatusNothing);
   EXPECT_EQ(machine_.Sent(), "G0 F381.000\n");
-  EXPECT_EQ(machine_->cutterState, kCutterDown);
-  EXPECT_EQ(machine_->zMoveCount, 0);
+  EXPECT_EQ(machine_->tools.cutterState, kCutterDown);
+  EXPECT_EQ(machine_->job.zMoveCount, 0);
 }
 
 // A lift that changes nothing is no reason to stay: the head is raised and travels all the same.
 TEST_F(TravelToTest, WithTheCutterAtTheLiftAlreadyTravelsAllTheSame) {
-  machine_->cutterState = kCutterDown;
-  machine_->lastZ = 3500;
+  machine_->tools.cutterState = kCutterDown;
+  machine_->position.last.z = 3500;
   EXPECT_EQ(TravelTo(*machine_, 4000, 8000), kStatusSent);
   EXPECT_EQ(machine_.Sent(),
             "G0 F381.000\nG0 F1524.000\nG0 Z0.000000\n"
@@ -132,44 +133,44 @@ TEST_F(TravelToTest, WithTheCutterAtTheLiftAlreadyTravelsAllTheSame) {
 }
 
 TEST_F(TravelToTest, OnlyAHoldOfExactlyOneHolds) {
-  machine_->plungeHold = 2;
+  machine_->job.plungeHold = 2;
   EXPECT_EQ(TravelTo(*machine_, 4000, 8000), kStatusSent);
-  EXPECT_EQ(machine_->lastX, 4800);
+  EXPECT_EQ(machine_->position.last.x, 4800);
 }
 
 TEST_F(TravelToTest, WithoutAConnectionSendsNothing) {
-  machine_->connected = 0;
+  machine_->link.connected = 0;
   EXPECT_EQ(TravelTo(*machine_, 4000, 8000), kStatusNothing);
   EXPECT_EQ(machine_.Sent(), "");
 }
 
 TEST_F(TravelToTest, RunsTheSpindleAtFullSpeedBeforeItLifts) {
   hasSpindle = 1;
-  machine_->spindlePresent = 1;
-  machine_->cutterState = kCutterDown;
+  machine_->spindle.spindlePresent = 1;
+  machine_->tools.cutterState = kCutterDown;
   TravelTo(*machine_, 4000, 8000);
   EXPECT_THAT(machine_.Sent(), StartsWith("M42\nM44 S252\nG0 F381.000\nG0 Z22.225000\n"));
 }
 
 TEST_F(TravelToTest, RunsTheSpindleAtFullSpeedBeforeItRaises) {
   hasSpindle = 1;
-  machine_->spindlePresent = 1;
+  machine_->spindle.spindlePresent = 1;
   TravelTo(*machine_, 4000, 8000);
   EXPECT_THAT(machine_.Sent(), StartsWith("M42\nM44 S252\nG0 F1524.000\nG0 Z0.000000\nM106\n"));
 }
 
 TEST_F(TravelToTest, RunsTheSpindleWhileAPlungeIsHeld) {
   hasSpindle = 1;
-  machine_->spindlePresent = 1;
-  machine_->plungeHold = 1;
+  machine_->spindle.spindlePresent = 1;
+  machine_->job.plungeHold = 1;
   TravelTo(*machine_, 4000, 8000);
   EXPECT_EQ(machine_.Sent(), "M42\nM44 S252\nG0 F381.000\nG0 Z0.000000\n");
 }
 
 // The flag of the whole module decides, the spindle's own settings come after it.
 TEST_F(TravelToTest, WithoutTheModulesSpindleFlagLeavesTheSpindleAlone) {
-  machine_->spindlePresent = 1;
-  machine_->cutterState = kCutterDown;
+  machine_->spindle.spindlePresent = 1;
+  machine_->tools.cutterState = kCutterDown;
   TravelTo(*machine_, 4000, 8000);
   EXPECT_THAT(machine_.Sent(), Not(HasSubstr("M42")));
 }

@@ -24,9 +24,9 @@ void Hear(std::uint32_t linkType, const std::string& first, const std::string& s
   FakeController controller{linkType};
   AttachedDevice device{controller};
   controller.Say(first);
-  device->tableHomed = 0;
+  device->position.tableHomed = 0;
   controller.Say(second + "\nTableIsHomedTRUE\r\n");
-  WaitUntil([&] { return device->tableHomed == 1; });
+  WaitUntil([&] { return device->position.tableHomed == 1; });
 }
 
 class LineLimitDeathTest : public testing::TestWithParam<std::uint32_t> {
@@ -50,7 +50,7 @@ TEST_P(LineLimitDeathTest, A255ByteLineDoesNot) {
   FakeController controller{GetParam()};
   AttachedDevice device{controller};
   controller.Say(std::string(254, 'a') + "\nTableIsHomedTRUE\r\n");
-  EXPECT_TRUE(WaitUntil([&] { return device->tableHomed == 1; }));
+  EXPECT_TRUE(WaitUntil([&] { return device->position.tableHomed == 1; }));
 }
 
 }  // namespace

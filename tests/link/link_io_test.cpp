@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "device/handles.h"
+#include "base/handles.h"
 #include "support/both_links.h"
 #include "support/fake_controller.h"
 #include "support/watchdog.h"

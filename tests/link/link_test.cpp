@@ -35,17 +35,17 @@ INSTANTIATE_TEST_SUITE_P(, Link, k7test::kBothLinks, k7test::LinkName);
 
 TEST_P(Link, AttachFillsTheRecordAndFindsTheReaderAlive) {
   DeviceState record;
-  record.lastCheckTick = record.lastAnswerTick = 7;
+  record.link.alive.Alone().lastCheckTick = record.link.alive.Alone().lastAnswerTick = 7;
   AttachLink(record, controller_.DriverEnd(), GetParam(), L"\\\\.\\COM7");
-  EXPECT_EQ(record.readerAlive, 1);
-  EXPECT_EQ(record.readerRun, 1);
-  EXPECT_EQ(record.linkHandle, controller_.DriverEnd());
-  EXPECT_EQ(record.linkType, GetParam());
-  EXPECT_STREQ(record.portName, L"\\\\.\\COM7");
-  EXPECT_EQ(record.lastCheckTick, 0u);
-  EXPECT_EQ(record.lastAnswerTick, 0u);
-  EXPECT_EQ(record.connected, 0);
-  for (void* mutex : record.mutexes) EXPECT_NE(mutex, nullptr);
+  EXPECT_EQ(record.link.readerAlive, 1);
+  EXPECT_EQ(record.link.readerRun, 1);
+  EXPECT_EQ(record.link.linkHandle, controller_.DriverEnd());
+  EXPECT_EQ(record.link.linkType, GetParam());
+  EXPECT_STREQ(record.link.portName, L"\\\\.\\COM7");
+  EXPECT_EQ(record.link.alive.Alone().lastCheckTick, 0u);
+  EXPECT_EQ(record.link.alive.Alone().lastAnswerTick, 0u);
+  EXPECT_EQ(record.link.connected, 0);
+  ForEachGuarded(record, [](auto& guarded) { EXPECT_TRUE(static_cast<bool>(guarded.Lock())); });
   DetachLink(record, kLinkNone);
 }
 
@@ -57,24 +57,24 @@ TEST_P(Link, AttachSendsNothing) {
 TEST_P(Link, DetachEmptiesTheRecordButNotTheConnectedMark) {
   DeviceState record;
   AttachLink(record, controller_.DriverEnd(), GetParam(), L"name");
-  record.connected = 1;
+  record.link.connected = 1;
   DetachLink(record, kLinkNone);
-  EXPECT_EQ(record.readerAlive, 0);
-  EXPECT_EQ(record.readerRun, 0);
-  EXPECT_EQ(record.linkHandle, nullptr);
-  EXPECT_EQ(record.linkType, kLinkNone);
-  EXPECT_STREQ(record.portName, L"");
-  EXPECT_EQ(record.connected, 1);
-  EXPECT_EQ(record.writeQueue, nullptr);
-  EXPECT_EQ(record.readerThread, nullptr);
-  for (void* mutex : record.mutexes) EXPECT_EQ(mutex, nullptr);
+  EXPECT_EQ(record.link.readerAlive, 0);
+  EXPECT_EQ(record.link.readerRun, 0);
+  EXPECT_EQ(record.link.linkHandle, nullptr);
+  EXPECT_EQ(record.link.linkType, kLinkNone);
+  EXPECT_STREQ(record.link.portName, L"");
+  EXPECT_EQ(record.link.connected, 1);
+  EXPECT_EQ(record.link.writeQueue.Alone(), nullptr);
+  EXPECT_EQ(record.link.readerThread, nullptr);
+  ForEachGuarded(record, [](auto& guarded) { EXPECT_FALSE(static_cast<bool>(guarded.Lock())); });
 }
 
 TEST_P(Link, DetachStoresTheTypeThatItIsGiven) {
   DeviceState record;
   AttachLink(record, controller_.DriverEnd(), GetParam(), L"name");
   DetachLink(record, kLinkTcp);
-  EXPECT_EQ(record.linkType, kLinkTcp);
+  EXPECT_EQ(record.link.linkType, kLinkTcp);
 }
 
 // The reader's own last steps go by the type.
@@ -87,19 +87,19 @@ TEST_P(Link, DetachKeepsTheTypeUntilTheReaderHasEnded) {
   DeviceState record;
   Seen seen{record};
   AttachLink(record, controller_.DriverEnd(), GetParam(), L"name");
-  record.ackRing[0] = CommandTag::Move;
-  record.notifyContext = reinterpret_cast<std::uint64_t>(&seen);
-  record.notifyCallback = [](std::uint32_t, std::uint64_t context) {
+  record.job.tagRing.Alone().ackRing[0] = CommandTag::Move;
+  record.notify.notifyContext = reinterpret_cast<std::uint64_t>(&seen);
+  record.notify.notifyCallback = [](std::uint32_t, std::uint64_t context) {
     auto& now = *reinterpret_cast<Seen*>(context);
     now.told = true;
-    WaitUntil([&] { return now.record.readerRun == 0; });
-    now.linkType = now.record.linkType;
+    WaitUntil([&] { return now.record.link.readerRun == 0; });
+    now.linkType = now.record.link.linkType;
   };
   controller_.Say("QX\r\n");
   ASSERT_TRUE(WaitUntil([&] { return seen.told.load(); }));
   DetachLink(record, kLinkNone);
   EXPECT_EQ(seen.linkType, GetParam());
-  EXPECT_EQ(record.linkType, kLinkNone);
+  EXPECT_EQ(record.link.linkType, kLinkNone);
 }
 
 TEST_P(Link, DetachOfAReaderThatWaitsTakesAtMostItsWaitAndOnePoll) {
@@ -116,7 +116,7 @@ TEST_P(Link, DetachRightAfterAttachFindsTheReader) {
     DeviceState record;
     AttachLink(record, controller_.DriverEnd(), GetParam(), L"name");
     DetachLink(record, kLinkNone);
-    EXPECT_EQ(record.readerAlive, 0);
+    EXPECT_EQ(record.link.readerAlive, 0);
   }
 }
 
@@ -124,8 +124,8 @@ TEST_P(Link, ALinkCanBeAttachedAgainAfterItsDetach) {
   controller_.Answer("SmoothieIsConnected\n", "SmoothieIsConnected\r\n");
   for (int i = 0; i < 2; ++i) {
     AttachedDevice device{controller_, false};
-    SendLine(*device, "SmoothieIsConnected\n");
-    EXPECT_TRUE(WaitUntil([&] { return device->connected == 1; }));
+    SendLine(device->link, "SmoothieIsConnected\n");
+    EXPECT_TRUE(WaitUntil([&] { return device->link.connected == 1; }));
   }
 }
 
@@ -134,8 +134,8 @@ TEST_P(Link, AttachDetachesALinkThatIsStillAttached) {
   DeviceState record;
   AttachLink(record, controller_.DriverEnd(), GetParam(), L"first");
   AttachLink(record, other.DriverEnd(), GetParam(), L"second");
-  EXPECT_STREQ(record.portName, L"second");
-  SendLine(record, "G21\n");
+  EXPECT_STREQ(record.link.portName, L"second");
+  SendLine(record.link, "G21\n");
   EXPECT_TRUE(other.WaitForLine("G21\n"));
   EXPECT_TRUE(controller_.Lines().empty());
   DetachLink(record, kLinkNone);
@@ -144,18 +144,18 @@ TEST_P(Link, AttachDetachesALinkThatIsStillAttached) {
 TEST_P(Link, PortNameIsCutToItsFieldAndNullIsEmpty) {
   DeviceState record;
   AttachLink(record, controller_.DriverEnd(), GetParam(), L"0123456789ABCDEFGH");
-  EXPECT_STREQ(record.portName, L"0123456789ABCDE");
+  EXPECT_STREQ(record.link.portName, L"0123456789ABCDE");
   DetachLink(record, kLinkNone);
   AttachLink(record, controller_.DriverEnd(), GetParam(), nullptr);
-  EXPECT_STREQ(record.portName, L"");
+  EXPECT_STREQ(record.link.portName, L"");
   DetachLink(record, kLinkNone);
 }
 
 TEST_P(Link, SendsTheBytesOfALineWithoutItsTerminator) {
   AttachedDevice device{controller_};
-  SendLine(*device, "G0 X1.000000\n");
-  SendLine(*device, "");
-  SendLine(*device, "M\x80\xff\n");
+  SendLine(device->link, "G0 X1.000000\n");
+  SendLine(device->link, "");
+  SendLine(device->link, "M\x80\xff\n");
   ASSERT_TRUE(controller_.WaitForLines(2));
   EXPECT_EQ(controller_.Transcript(), "G0 X1.000000\nM\x80\xff\n");
 }
@@ -163,28 +163,28 @@ TEST_P(Link, SendsTheBytesOfALineWithoutItsTerminator) {
 TEST_P(Link, AnAnswerMarksTheDeviceConnected) {
   controller_.Answer("SmoothieIsConnected\n", "SmoothieIsConnected\r\n");
   AttachedDevice device{controller_, false};
-  SendLine(*device, "SmoothieIsConnected\n");
-  EXPECT_TRUE(WaitUntil([&] { return device->connected == 1; }));
+  SendLine(device->link, "SmoothieIsConnected\n");
+  EXPECT_TRUE(WaitUntil([&] { return device->link.connected == 1; }));
 }
 
 TEST_P(Link, SendOnADetachedRecordDoesNothing) {
   {
     AttachedDevice device{controller_};
     DetachLink(*device, kLinkNone);
-    SendLine(*device, "G21\n");
-    SendLine(*device, nullptr);
+    SendLine(device->link, "G21\n");
+    SendLine(device->link, nullptr);
   }
   DeviceState never;
-  SendLine(never, "G21\n");
+  SendLine(never.link, "G21\n");
   EXPECT_TRUE(controller_.Lines().empty());
 }
 
 TEST_P(Link, SendNeedsALinkOfAKnownType) {
   AttachedDevice device{controller_};
-  device->linkType = 3;
-  SendLine(*device, "G21\n");
-  device->linkType = GetParam();
-  SendLine(*device, "G90\n");
+  device->link.linkType = 3;
+  SendLine(device->link, "G21\n");
+  device->link.linkType = GetParam();
+  SendLine(device->link, "G90\n");
   ASSERT_TRUE(controller_.WaitForLines(1));
   EXPECT_EQ(controller_.Transcript(), "G90\n");
 }
@@ -195,10 +195,10 @@ TEST(LinkOfUnknownType, AttachesAndDetachesWithoutReadingOrSending) {
   controller.Say("SmoothieIsConnected\r\n");
   DeviceState record;
   AttachLink(record, controller.DriverEnd(), 3, L"name");
-  EXPECT_EQ(record.readerAlive, 1);
-  SendLine(record, "G21\n");
+  EXPECT_EQ(record.link.readerAlive, 1);
+  SendLine(record.link, "G21\n");
   DetachLink(record, kLinkNone);
-  EXPECT_EQ(record.connected, 0);
+  EXPECT_EQ(record.link.connected, 0);
   EXPECT_TRUE(controller.Lines().empty());
 }
 
@@ -214,9 +214,9 @@ TEST(CheckAlive, RightAfterAttachIs1AndCountsAsAnAnswer) {
   FakeController controller;
   AttachedDevice device{controller};
   const std::uint32_t before = TickMs();
-  EXPECT_EQ(CheckAlive(*device), 1);
-  EXPECT_EQ(device->lastAnswerTick, device->lastCheckTick);
-  EXPECT_LE(device->lastCheckTick - before, 5000u);
+  EXPECT_EQ(CheckAlive(device->link), 1);
+  EXPECT_EQ(device->link.alive.Alone().lastAnswerTick, device->link.alive.Alone().lastCheckTick);
+  EXPECT_LE(device->link.alive.Alone().lastCheckTick - before, 5000u);
   EXPECT_TRUE(controller.WaitForLine("SmoothieIsConnected\n"));
 }
 
@@ -228,8 +228,8 @@ TEST(CheckAlive, GoesByTheAgeOfTheLastAnswerAndAsksInAnyCase) {
   for (const auto& c : kCases) {
     FakeController controller;
     AttachedDevice device{controller};
-    device->lastAnswerTick = TickMs() - c.ageMs;
-    EXPECT_EQ(CheckAlive(*device), c.want) << c.ageMs;
+    device->link.alive.Alone().lastAnswerTick = TickMs() - c.ageMs;
+    EXPECT_EQ(CheckAlive(device->link), c.want) << c.ageMs;
     EXPECT_TRUE(controller.WaitForLine("SmoothieIsConnected\n"));
   }
 }
@@ -239,12 +239,12 @@ TEST(CheckAlive, OnADetachedRecordIs1AndNothingElse) {
   DeviceState record;
   AttachLink(record, controller.DriverEnd(), kLinkSerial, L"fake");
   DetachLink(record, kLinkNone);
-  record.lastCheckTick = 5;
-  record.lastAnswerTick = TickMs() - 9000;
-  const std::uint32_t answered = record.lastAnswerTick;
-  EXPECT_EQ(CheckAlive(record), 1);
-  EXPECT_EQ(record.lastCheckTick, 5u);
-  EXPECT_EQ(record.lastAnswerTick, answered);
+  record.link.alive.Alone().lastCheckTick = 5;
+  record.link.alive.Alone().lastAnswerTick = TickMs() - 9000;
+  const std::uint32_t answered = record.link.alive.Alone().lastAnswerTick;
+  EXPECT_EQ(CheckAlive(record.link), 1);
+  EXPECT_EQ(record.link.alive.Alone().lastCheckTick, 5u);
+  EXPECT_EQ(record.link.alive.Alone().lastAnswerTick, answered);
   EXPECT_TRUE(controller.Lines().empty());
 }
 

@@ -11,9 +11,10 @@
 #include <utility>
 #include <vector>
 
+#include "device/guarded.h"
 #include "device/module_state.h"
 #include "device/polling.h"
-#include "device/record_lock.h"
+#include "device/progress.h"
 #include "support/attached_device.h"
 #include "support/fake_controller.h"
 #include "support/host_window.h"
@@ -57,26 +58,26 @@ class Listener {
 class Notify : public testing::Test {
  protected:
   Notify() {
-    device_->msgQueued = kQueued;
-    device_->msgStarted = kStarted;
-    device_->msgFinished = kFinished;
-    device_->jobOpen = 1;
+    device_->notify.msgQueued = kQueued;
+    device_->notify.msgStarted = kStarted;
+    device_->notify.msgFinished = kFinished;
+    device_->job.jobOpen.Alone() = 1;
   }
 
   void Listen(Listener& listener) {
-    device_->notifyContext = listener.Context();
-    device_->notifyCallback = &Listener::Hear;
+    device_->notify.notifyContext = listener.Context();
+    device_->notify.notifyCallback = &Listener::Hear;
   }
 
-  void SetTag(CommandTag tag) { device_->ackRing[0] = tag; }
+  void SetTag(CommandTag tag) { device_->job.tagRing.Alone().ackRing[0] = tag; }
 
   // Brings the reader into a message to this window, which nobody takes yet.
   void HaveTheReaderTell(const HostWindow& window) {
-    device_->ownerWindow = window.Handle();
+    device_->notify.ownerWindow = window.Handle();
     SetTag(CommandTag::Move);
-    device_->blocksRunning = 1;
+    device_->job.blocksRunning.Alone() = 1;
     controller_.Say("EX\r\n");
-    ASSERT_TRUE(WaitUntil([&] { return BlocksRunning(*device_) == 0; }));
+    ASSERT_TRUE(WaitUntil([&] { return BlocksRunning(device_->job) == 0; }));
   }
 
   using Messages = std::vector<std::uint32_t>;
@@ -91,7 +92,8 @@ TEST_F(Notify, AMoveAndALoneDwellAreToldAtEveryStage) {
   for (const CommandTag tag : {CommandTag::Move, CommandTag::LoneDwell}) {
     Listener listener;
     Listen(listener);
-    device_->queuedIndex = device_->startedIndex = device_->finishedIndex = 0;
+    device_->job.tagRing.Alone().queuedIndex = device_->job.tagRing.Alone().startedIndex =
+        device_->job.tagRing.Alone().finishedIndex = 0;
     SetTag(tag);
     ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
     EXPECT_EQ(listener.Messages(), (Messages{kQueued, kStarted, kFinished}));
@@ -102,10 +104,11 @@ TEST_F(Notify, OtherTagsAreNeverTold) {
   Listen(listener_);
   for (const CommandTag tag : {CommandTag::None, CommandTag::Plunge, CommandTag::JogStep,
                                CommandTag::Lift, static_cast<CommandTag>(200)}) {
-    device_->queuedIndex = device_->startedIndex = device_->finishedIndex = 0;
+    device_->job.tagRing.Alone().queuedIndex = device_->job.tagRing.Alone().startedIndex =
+        device_->job.tagRing.Alone().finishedIndex = 0;
     SetTag(tag);
     ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
-    EXPECT_EQ(device_->finishedIndex, 1);
+    EXPECT_EQ(device_->job.tagRing.Alone().finishedIndex, 1);
   }
   EXPECT_TRUE(listener_.Messages().empty());
 }
@@ -113,20 +116,20 @@ TEST_F(Notify, OtherTagsAreNeverTold) {
 TEST_F(Notify, QuietMovesAndJogsAreSilent) {
   Listen(listener_);
   SetTag(CommandTag::Move);
-  device_->quietMoves = 1;
+  device_->job.quietMoves = 1;
   ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
-  device_->quietMoves = 0;
-  device_->jogActive = 1;
+  device_->job.quietMoves = 0;
+  device_->jog.jogActive = 1;
   ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
   EXPECT_TRUE(listener_.Messages().empty());
-  device_->jogActive = 0;
+  device_->jog.jogActive = 0;
   ASSERT_TRUE(device_.Hear("QX\r\n"));
   EXPECT_EQ(listener_.Messages(), Messages{kQueued});  // with the tag that nobody has taken
 }
 
 TEST_F(Notify, TheWindowIsToldWithZeros) {
   HostWindow window{HostWindow::Lives::OnThisThread};
-  device_->ownerWindow = window.Handle();
+  device_->notify.ownerWindow = window.Handle();
   SetTag(CommandTag::Move);
   controller_.Say("QX\r\nBX\r\nEX\r\n");
   ASSERT_TRUE(window.WaitFor(kFinished));
@@ -136,7 +139,7 @@ TEST_F(Notify, TheWindowIsToldWithZeros) {
 
 TEST_F(Notify, ACallbackIsToldInsteadOfTheWindow) {
   HostWindow window{HostWindow::Lives::OnThisThread};
-  device_->ownerWindow = window.Handle();
+  device_->notify.ownerWindow = window.Handle();
   Listen(listener_);
   SetTag(CommandTag::Move);
   ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
@@ -147,9 +150,9 @@ TEST_F(Notify, ACallbackIsToldInsteadOfTheWindow) {
 TEST_F(Notify, WithNobodyToTellTheTagsStillAdvance) {
   SetTag(CommandTag::Move);
   ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
-  EXPECT_EQ(device_->queuedIndex, 1);
-  EXPECT_EQ(device_->startedIndex, 1);
-  EXPECT_EQ(device_->finishedIndex, 1);
+  EXPECT_EQ(device_->job.tagRing.Alone().queuedIndex, 1);
+  EXPECT_EQ(device_->job.tagRing.Alone().startedIndex, 1);
+  EXPECT_EQ(device_->job.tagRing.Alone().finishedIndex, 1);
 }
 
 // What the end of a tracked line does to the tool, and what the host is told of it.
@@ -224,11 +227,11 @@ TEST_P(ToolAtTheEndOfItsLine, DoesThis) {
   const ToolCase& row = GetParam();
   if (row.hostListens) Listen(listener_);
   SetTag(row.tag);
-  device_->cutterMode = row.cutterMode;
-  device_->engraveDelayMs = row.delayMs;
-  device_->dontLowerAirZ = row.dontLowerAirZ;
-  device_->blocksRunning = 1;
-  device_->waitFlag = 1;
+  device_->tools.cutterMode = row.cutterMode;
+  device_->tools.engraveDelayMs = row.delayMs;
+  device_->tools.dontLowerAirZ = row.dontLowerAirZ;
+  device_->job.blocksRunning.Alone() = 1;
+  device_->job.waitFlag.Alone() = 1;
   const std::uint32_t dwellsBefore = totalDwellMs;
   const std::uint32_t start = TickMs();
   ASSERT_TRUE(device_.Hear("EX\r\n"));
@@ -240,11 +243,11 @@ TEST_P(ToolAtTheEndOfItsLine, DoesThis) {
   } else {
     EXPECT_GE(totalDwellMs - dwellsBefore, row.dwellsMs);
   }
-  EXPECT_EQ(BlocksRunning(*device_), 0);
-  EXPECT_EQ(device_->finishedIndex, 1);
-  EXPECT_EQ(ReadLocked<waitMutex>(*device_, -1, [&] { return device_->waitFlag; }), row.waitFlag);
+  EXPECT_EQ(BlocksRunning(device_->job), 0);
+  EXPECT_EQ(device_->job.tagRing.Alone().finishedIndex, 1);
+  EXPECT_EQ(device_->job.waitFlag.ValueOr(-1), row.waitFlag);
   EXPECT_EQ(listener_.Messages(), *row.finishedIsTold ? Messages{kFinished} : Messages{});
-  SendLine(*device_, "end\n");  // what was sent before has arrived before
+  SendLine(device_->link, "end\n");  // what was sent before has arrived before
   ASSERT_TRUE(controller_.WaitForLine("end\n"));
   EXPECT_EQ(controller_.Transcript(), row.sent + std::string{"end\n"});
 }
@@ -261,17 +264,17 @@ TEST_F(Notify, AWindowOfTheThreadThatDetachesDoesNotDeadLock) {
 TEST_F(Notify, AnOverwrittenMarkOfLifeDoesNotDeadLockADetachEither) {
   HostWindow window{HostWindow::Lives::OnThisThread};
   HaveTheReaderTell(window);
-  device_->readerAlive = 0;
+  device_->link.readerAlive = 0;
   DetachLink(*device_, kLinkNone);
   EXPECT_EQ(window.Seen(), (std::vector<HostMessage>{{kFinished, 0, 0}}));
 }
 
 TEST_F(Notify, AWindowOfTheThreadThatWaitsDoesNotDeadLock) {
   HostWindow window{HostWindow::Lives::OnThisThread};
-  device_->ownerWindow = window.Handle();
+  device_->notify.ownerWindow = window.Handle();
   SetTag(CommandTag::Move);
   controller_.Say("QX\r\nBX\r\nEX\r\nTableIsHomedTRUE\r\n");
-  PollUntil(0, [&] { return device_->tableHomed == 1; });
+  PollUntil(0, [&] { return device_->position.tableHomed == 1; });
   EXPECT_EQ(window.Seen().size(), 3u);
 }
 
@@ -286,13 +289,13 @@ TEST_F(Notify, PostedMessagesStayWhereTheyAreDuringADetach) {
 
 TEST(HasListener, IsACallbackOrAWindow) {
   DeviceState record;
-  EXPECT_FALSE(HasListener(record));
-  NotifyHost(record, kQueued);
-  record.ownerWindow = &record;
-  EXPECT_TRUE(HasListener(record));
-  record.ownerWindow = nullptr;
-  record.notifyCallback = &Listener::Hear;
-  EXPECT_TRUE(HasListener(record));
+  EXPECT_FALSE(HasListener(record.notify));
+  NotifyHost(record.notify, kQueued);
+  record.notify.ownerWindow = &record;
+  EXPECT_TRUE(HasListener(record.notify));
+  record.notify.ownerWindow = nullptr;
+  record.notify.notifyCallback = &Listener::Hear;
+  EXPECT_TRUE(HasListener(record.notify));
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "device/handles.h"
+#include "base/handles.h"
 #include "link/link.h"
 #include "link/link_io.h"
 #include "support/wait_until.h"
@@ -65,10 +65,10 @@ TEST(ReadAtOnce, OfNothingMakesALineOfTheFragmentBeforeIt) {
   AttachLink(record, port.DriverEnd(), kLinkSerial, L"pieces");
   port.WaitUntilAllIsRead();
   port.Bring("Connected\r\nTableIsHomedTRUE\r\n");
-  EXPECT_TRUE(WaitUntil([&] { return record.tableHomed == 1; }));
-  EXPECT_EQ(record.connected, 0);
+  EXPECT_TRUE(WaitUntil([&] { return record.position.tableHomed == 1; }));
+  EXPECT_EQ(record.link.connected, 0);
   port.Bring("SmoothieIsConnected\r\n");
-  EXPECT_TRUE(WaitUntil([&] { return record.connected == 1; }));
+  EXPECT_TRUE(WaitUntil([&] { return record.link.connected == 1; }));
   DetachLink(record, kLinkNone);
 }
 

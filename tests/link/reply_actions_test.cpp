@@ -37,49 +37,51 @@ T ValueOf(const T& field) {
   return field;
 }
 
-template <auto kMember>
-constexpr Field FieldAt() {
-  return {[](const DeviceState& record) -> std::int64_t { return ValueOf(record.*kMember); },
-          [](DeviceState& record, std::int64_t value) {
-            using Value = decltype(ValueOf(record.*kMember));
-            record.*kMember = static_cast<Value>(value);
-          }};
+template <typename T>
+void Store(T& field, std::int64_t value) {
+  field = static_cast<decltype(ValueOf(field))>(value);
 }
+
+#define K7_FIELD_OF(path)                                                           \
+  {                                                                                 \
+    [](const DeviceState& record) -> std::int64_t { return ValueOf(record.path); }, \
+        [](DeviceState& record, std::int64_t value) { Store(record.path, value); }  \
+  }
 
 // Every field that a reply might touch, but tableHomed (see AttachedDevice::Hear).
 const std::map<std::string, Field> kFields = {
-    {"readerRun", FieldAt<&DeviceState::readerRun>()},
-    {"connected", FieldAt<&DeviceState::connected>()},
-    {"switchX", FieldAt<&DeviceState::switchX>()},
-    {"switchY", FieldAt<&DeviceState::switchY>()},
-    {"switchZ", FieldAt<&DeviceState::switchZ>()},
-    {"switchProbe", FieldAt<&DeviceState::switchProbe>()},
-    {"switchesRead", FieldAt<&DeviceState::switchesRead>()},
-    {"lastX", FieldAt<&DeviceState::lastX>()},
-    {"lastY", FieldAt<&DeviceState::lastY>()},
-    {"lastZ", FieldAt<&DeviceState::lastZ>()},
-    {"jobOpen", FieldAt<&DeviceState::jobOpen>()},
-    {"linesInFlight", FieldAt<&DeviceState::linesInFlight>()},
-    {"blocksRunning", FieldAt<&DeviceState::blocksRunning>()},
-    {"cutterState", FieldAt<&DeviceState::cutterState>()},
-    {"tableHomeX", FieldAt<&DeviceState::tableHomeX>()},
-    {"tableHomeY", FieldAt<&DeviceState::tableHomeY>()},
-    {"cutterHome", FieldAt<&DeviceState::cutterHome>()},
-    {"ackRingIndex", FieldAt<&DeviceState::ackRingIndex>()},
-    {"queuedIndex", FieldAt<&DeviceState::queuedIndex>()},
-    {"startedIndex", FieldAt<&DeviceState::startedIndex>()},
-    {"finishedIndex", FieldAt<&DeviceState::finishedIndex>()},
-    {"resetMarkX", FieldAt<&DeviceState::resetMarkX>()},
-    {"resetMarkY", FieldAt<&DeviceState::resetMarkY>()},
-    {"resetCountX", FieldAt<&DeviceState::resetCountX>()},
-    {"resetCountY", FieldAt<&DeviceState::resetCountY>()},
-    {"zMoveCount", FieldAt<&DeviceState::zMoveCount>()},
-    {"quietMoves", FieldAt<&DeviceState::quietMoves>()},
-    {"probePending", FieldAt<&DeviceState::probePending>()},
-    {"jogActive", FieldAt<&DeviceState::jogActive>()},
-    {"waitFlag", FieldAt<&DeviceState::waitFlag>()},
-    {"lastCheckTick", FieldAt<&DeviceState::lastCheckTick>()},
-    {"lastAnswerTick", FieldAt<&DeviceState::lastAnswerTick>()},
+    {"readerRun", K7_FIELD_OF(link.readerRun)},
+    {"connected", K7_FIELD_OF(link.connected)},
+    {"switchX", K7_FIELD_OF(switches.closed.x)},
+    {"switchY", K7_FIELD_OF(switches.closed.y)},
+    {"switchZ", K7_FIELD_OF(switches.closed.z)},
+    {"switchProbe", K7_FIELD_OF(switches.switchProbe)},
+    {"switchesRead", K7_FIELD_OF(switches.switchesRead)},
+    {"lastX", K7_FIELD_OF(position.last.x)},
+    {"lastY", K7_FIELD_OF(position.last.y)},
+    {"lastZ", K7_FIELD_OF(position.last.z)},
+    {"jobOpen", K7_FIELD_OF(job.jobOpen.Alone())},
+    {"linesInFlight", K7_FIELD_OF(job.linesInFlight.Alone())},
+    {"blocksRunning", K7_FIELD_OF(job.blocksRunning.Alone())},
+    {"cutterState", K7_FIELD_OF(tools.cutterState)},
+    {"tableHomeX", K7_FIELD_OF(position.tableHome.x)},
+    {"tableHomeY", K7_FIELD_OF(position.tableHome.y)},
+    {"cutterHome", K7_FIELD_OF(position.cutterHome)},
+    {"ackRingIndex", K7_FIELD_OF(job.tagRing.Alone().ackRingIndex)},
+    {"queuedIndex", K7_FIELD_OF(job.tagRing.Alone().queuedIndex)},
+    {"startedIndex", K7_FIELD_OF(job.tagRing.Alone().startedIndex)},
+    {"finishedIndex", K7_FIELD_OF(job.tagRing.Alone().finishedIndex)},
+    {"resetMarkX", K7_FIELD_OF(job.resetMarkX)},
+    {"resetMarkY", K7_FIELD_OF(job.resetMarkY)},
+    {"resetCountX", K7_FIELD_OF(job.resetCountX)},
+    {"resetCountY", K7_FIELD_OF(job.resetCountY)},
+    {"zMoveCount", K7_FIELD_OF(job.zMoveCount)},
+    {"quietMoves", K7_FIELD_OF(job.quietMoves)},
+    {"probePending", K7_FIELD_OF(tools.probePending)},
+    {"jogActive", K7_FIELD_OF(jog.jogActive)},
+    {"waitFlag", K7_FIELD_OF(job.waitFlag.Alone())},
+    {"lastCheckTick", K7_FIELD_OF(link.alive.Alone().lastCheckTick)},
+    {"lastAnswerTick", K7_FIELD_OF(link.alive.Alone().lastAnswerTick)},
 };
 
 using State = std::map<std::string, std::int64_t>;
@@ -93,9 +95,9 @@ State StateOf(const DeviceState& record) {
 struct Case {
   const char* name;
   std::string said;
-  State before;   // beside the record's defaults
-  State changes;  // to what stood there before
-  int missingMutex = -1;
+  State before;                                  // beside the record's defaults
+  State changes;                                 // to what stood there before
+  void (*close)(DeviceState& record) = nullptr;  // takes one of the guarded values away
 };
 
 const std::string kNoise =
@@ -162,16 +164,16 @@ const Case kCases[] = {
 
     {"NoiseChangesNothing", kNoise, {}, {}},
 
-    // A mutex that cannot be taken skips its update only.
-    {"WithoutFlightMutexTheLinesStay", "BX\r\n",
-     {{"linesInFlight", 3}}, {{"blocksRunning", 1}, {"startedIndex", 1}}, flightMutex},
-    {"WithoutRunMutexTheBlocksStay", "BX\r\n",
-     {{"linesInFlight", 3}}, {{"linesInFlight", 2}, {"startedIndex", 1}}, runMutex},
-    {"WithoutJobMutexTheJobStays", "SendBlockMessagesOn\r\n",
-     {{"linesInFlight", 3}}, {{"linesInFlight", 0}, {"resetMarkX", 9}, {"resetMarkY", 9}}, jobMutex},
-    {"WithoutRingMutexTheIndexStays", "QX\r\n", {}, {}, ringMutex},
-    {"WithoutAliveMutexTheTicksStay", "SmoothieIsConnected\r\n",
-     {{"lastCheckTick", 5}, {"lastAnswerTick", 6}}, {{"connected", 1}}, aliveMutex},
+    // A guarded value that is closed skips its update only.
+    {"WhileTheLinesAreClosedTheyStay", "BX\r\n",
+     {{"linesInFlight", 3}}, {{"blocksRunning", 1}, {"startedIndex", 1}}, [](DeviceState& r) { r.job.linesInFlight.Close(); }},
+    {"WhileTheBlocksAreClosedTheyStay", "BX\r\n",
+     {{"linesInFlight", 3}}, {{"linesInFlight", 2}, {"startedIndex", 1}}, [](DeviceState& r) { r.job.blocksRunning.Close(); }},
+    {"WhileTheJobIsClosedItStays", "SendBlockMessagesOn\r\n",
+     {{"linesInFlight", 3}}, {{"linesInFlight", 0}, {"resetMarkX", 9}, {"resetMarkY", 9}}, [](DeviceState& r) { r.job.jobOpen.Close(); }},
+    {"WhileTheRingIsClosedTheIndexStays", "QX\r\n", {}, {}, [](DeviceState& r) { r.job.tagRing.Close(); }},
+    {"WhileTheTicksAreClosedTheyStay", "SmoothieIsConnected\r\n",
+     {{"lastCheckTick", 5}, {"lastAnswerTick", 6}}, {{"connected", 1}}, [](DeviceState& r) { r.link.alive.Close(); }},
 };
 // clang-format on
 
@@ -198,12 +200,10 @@ TEST_P(ReplyActions, AreTheseAndNoOthers) {
   for (const auto& [name, value] : row.before) kFields.at(name).set(*device_, value);
   State want = StateOf(*device_);
   for (const auto& [name, value] : row.changes) want.at(name) = value;
-  void* mutex = nullptr;
-  if (row.missingMutex >= 0) std::swap(device_->mutexes[row.missingMutex], mutex);
+  if (row.close != nullptr) row.close(*device_);
   ASSERT_TRUE(device_.Hear(row.said));
-  if (row.missingMutex >= 0) std::swap(device_->mutexes[row.missingMutex], mutex);
   EXPECT_EQ(StateOf(*device_), want);
-  EXPECT_TRUE(device_->controllerId.Is(kUnsetControllerId));
+  EXPECT_TRUE(device_->link.controllerId.Is(kUnsetControllerId));
   EXPECT_TRUE(controller_.Lines().empty());
 }
 

@@ -7,8 +7,8 @@
 #include <memory>
 #include <string>
 
-#include "device/bounded_copy.h"
-#include "motion/jog.h"
+#include "base/bounded_copy.h"
+#include "job/jog.h"
 #include "support/controller_id.h"
 #include "support/fake_controller.h"
 #include "support/stand_in_jog.h"
@@ -85,8 +85,8 @@ TEST_F(Connection, GivesADeviceThatIsReadyForWork) {
   EXPECT_STREQ(text, L"127.0.0.1");
   EXPECT_EQ(device->QueryControllerId(text, 64), 24);
   EXPECT_EQ(text, id_);
-  EXPECT_EQ(device->GetPassCount(), 1u);       // the settings are loaded
-  EXPECT_EQ(device->Record()->tableHomed, 1);  // its answer came within the call
+  EXPECT_EQ(device->GetPassCount(), 1u);                // the settings are loaded
+  EXPECT_EQ(device->Record()->position.tableHomed, 1);  // its answer came within the call
   EXPECT_EQ(device->GetReaderAlive(), 1);
   ReleaseController(device);
 }
@@ -94,8 +94,8 @@ TEST_F(Connection, GivesADeviceThatIsReadyForWork) {
 TEST_F(Connection, ReleaseSwitchesTheMotorsOffAndClosesTheLinkAndKeepsThePosition) {
   Smoothieboard* const device = Connect();
   ASSERT_NE(device, nullptr);
-  device->Record()->lastX = 321;
-  device->Record()->lastY = 654;
+  device->Record()->position.last.x = 321;
+  device->Record()->position.last.y = 654;
   controller_.Clear();
   ReleaseController(device);
   ASSERT_TRUE(WaitUntil([&] { return controller_.IsClosed(); }));

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "device/bounded_copy.h"
+#include "base/bounded_copy.h"
 
 namespace k7 {
 namespace {

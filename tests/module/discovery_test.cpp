@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "device/bounded_copy.h"
+#include "base/bounded_copy.h"
 #include "device/polling.h"
 #include "support/controller_id.h"
 #include "support/fake_controller.h"
@@ -188,19 +188,19 @@ TEST_F(Discovery, ClosesEveryPort) {
 TEST(ProbePort, StartsTheLivenessClockWithTheQuestion) {
   FakeController silent;
   DeviceState record;
-  record.connected = 1;
+  record.link.connected = 1;
   ControllerEntry entry;
   const std::uint32_t before = TickMs();
   EXPECT_FALSE(ProbePort(record, silent.DriverEnd(), L"\\\\.\\COM1", entry));
-  EXPECT_GE(record.lastCheckTick - before, 0u);
-  EXPECT_LT(record.lastCheckTick - before, 2000u);
-  EXPECT_EQ(record.lastAnswerTick, record.lastCheckTick);
-  EXPECT_EQ(record.connected, 0);
-  EXPECT_EQ(record.linkHandle, nullptr);
-  EXPECT_EQ(record.linkType, kLinkNone);
-  EXPECT_EQ(record.readerAlive, 0);
-  EXPECT_STREQ(record.portName, L"");
-  EXPECT_TRUE(record.controllerId.Is(kZeros));
+  EXPECT_GE(record.link.alive.Alone().lastCheckTick - before, 0u);
+  EXPECT_LT(record.link.alive.Alone().lastCheckTick - before, 2000u);
+  EXPECT_EQ(record.link.alive.Alone().lastAnswerTick, record.link.alive.Alone().lastCheckTick);
+  EXPECT_EQ(record.link.connected, 0);
+  EXPECT_EQ(record.link.linkHandle, nullptr);
+  EXPECT_EQ(record.link.linkType, kLinkNone);
+  EXPECT_EQ(record.link.readerAlive, 0);
+  EXPECT_STREQ(record.link.portName, L"");
+  EXPECT_TRUE(record.link.controllerId.Is(kZeros));
 }
 
 }  // namespace

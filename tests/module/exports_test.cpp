@@ -1,7 +1,7 @@
 // The exported functions, as a host calls them.
 #include <gtest/gtest.h>
 
-#include "device/bounded_copy.h"
+#include "base/bounded_copy.h"
 #include "module/controller_table.h"
 
 namespace k7 {

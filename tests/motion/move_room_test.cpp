@@ -2,9 +2,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <thread>
-
 #include "device/polling.h"
+#include "device/progress.h"
 #include "motion/move.h"
 #include "support/host_call.h"
 #include "support/test_machine.h"
@@ -16,7 +15,7 @@ using k7test::HostCall;
 using k7test::TestMachine;
 
 std::uint32_t MoveX(DeviceState& record, std::int32_t x) {
-  return EmitMove(record, &x, nullptr, nullptr, 1, CommandTag::Move);
+  return SendMove(record, {.x = x}, CommandTag::Move);
 }
 
 class MoveRoom : public testing::Test {
@@ -37,7 +36,7 @@ TEST_F(MoveRoom, InAJobTheThirtyThirdLineWaitsUntilOneHasBegun) {
   machine_.controller.Say("BX\r\n");
   EXPECT_TRUE(host.Returns());
   EXPECT_TRUE(machine_.controller.WaitForLine("G0 X254.000000\n"));
-  EXPECT_EQ(LinesInFlight(*machine_), 32);
+  EXPECT_EQ(LinesInFlight(machine_->job), 32);
 }
 
 // The controller reports no block then: the wait would never end.
@@ -47,12 +46,12 @@ TEST_F(MoveRoom, WithNoJobOpenTheThirtyThirdLineGoesOut) {
   }};
   EXPECT_TRUE(host.Returns());
   EXPECT_TRUE(machine_.controller.WaitForLines(33));
-  EXPECT_EQ(LinesInFlight(*machine_), 33);
+  EXPECT_EQ(LinesInFlight(machine_->job), 33);
 }
 
 TEST_F(MoveRoom, TheEndOfTheJobEndsTheWait) {
   machine_.OpenJob();
-  machine_->linesInFlight = 32;
+  machine_->job.linesInFlight.Alone() = 32;
   const HostCall host{[&] { MoveX(*machine_, 2000); }};
   EXPECT_TRUE(host.Waits());
   machine_.controller.Say("SendBlockMessagesOff\r\n");
@@ -60,15 +59,14 @@ TEST_F(MoveRoom, TheEndOfTheJobEndsTheWait) {
   EXPECT_EQ(machine_.Sent(), "G0 X12.700000\n");
 }
 
-TEST_F(MoveRoom, AnAbandonedQueueMutexEndsTheWaitAndTheLineIsSentAnyway) {
+TEST_F(MoveRoom, TheEndOfTheLinkEndsTheWaitAndTheLineGoesNowhere) {
   machine_.OpenJob();
-  std::thread{[&] {
-    WaitForSingleObject(machine_->mutexes[flightMutex], INFINITE);
-    machine_->linesInFlight = 40;
-  }}.join();
-  EXPECT_EQ(MoveX(*machine_, 2000), kStatusSent);
-  EXPECT_EQ(machine_.Sent(), "G0 X12.700000\n");
-  EXPECT_EQ(LinesInFlight(*machine_), 41);
+  machine_->job.linesInFlight.Alone() = 40;
+  const HostCall host{[&] { EXPECT_EQ(MoveX(*machine_, 2000), kStatusSent); }};
+  EXPECT_TRUE(host.Waits());
+  machine_->job.linesInFlight.Close();
+  EXPECT_TRUE(host.Returns());
+  EXPECT_EQ(machine_->job.linesInFlight.Alone(), 40);  // the guarded update is skipped
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <atomic>
 
 #include "device/polling.h"
-#include "device/record_lock.h"
+#include "device/progress.h"
 #include "support/host_window.h"
 #include "support/message_box.h"
 #include "support/test_machine.h"
@@ -22,112 +22,106 @@ using k7test::WaitUntil;
 constexpr wchar_t kCaption[] = L"Table Surface/Buffer Violation";
 
 std::uint32_t Move(DeviceState& record, std::int32_t x, std::int32_t y) {
-  return EmitMove(record, &x, &y, nullptr, 1);
+  return SendMove(record, {.x = x, .y = y});
 }
 
 std::uint32_t MoveZ(DeviceState& record, std::int32_t z) {
-  return EmitMove(record, nullptr, nullptr, &z, 1);
+  return SendMove(record, {.z = z});
 }
 
-TEST(EmitMove, SendsOneLineWithTheAxesThatChange) {
+TEST(SendMove, SendsOneLineWithTheAxesThatChange) {
   TestMachine machine;
   EXPECT_EQ(Move(*machine, 2000, 4000), kStatusSent);
   EXPECT_EQ(machine.Sent(), "G0 X12.700000 Y25.400000\n");
-  EXPECT_EQ(machine->lastX, 2000);
-  EXPECT_EQ(machine->lastY, 4000);
+  EXPECT_EQ(machine->position.last.x, 2000);
+  EXPECT_EQ(machine->position.last.y, 4000);
   EXPECT_EQ(Move(*machine, 2000, 8000), kStatusSent);
   EXPECT_EQ(machine.Sent(), "G0 Y50.799999\n");
 }
 
-TEST(EmitMove, ToThePositionLastSentSendsNothingAndReturnsZero) {
+TEST(SendMove, ToThePositionLastSentSendsNothingAndReturnsZero) {
   TestMachine machine;
   machine.StandAt(2000, 4000, 0, kCutterUp);
   EXPECT_EQ(Move(*machine, 2000, 4000), kStatusNothing);
   EXPECT_EQ(machine.Sent(), "");
-  EXPECT_EQ(LinesInFlight(*machine), 0);
+  EXPECT_EQ(LinesInFlight(machine->job), 0);
 }
 
-TEST(EmitMove, WithoutAxesOrConnectionDoesNothing) {
+TEST(SendMove, WithoutAxesOrConnectionDoesNothing) {
   TestMachine machine;
-  EXPECT_EQ(EmitMove(*machine, nullptr, nullptr, nullptr, 1), kStatusNothing);
-  machine->connected = 0;
+  EXPECT_EQ(SendMove(*machine, {}), kStatusNothing);
+  machine->link.connected = 0;
   EXPECT_EQ(Move(*machine, 2000, 4000), kStatusNothing);
   EXPECT_EQ(machine.Sent(), "");
-  EXPECT_EQ(machine->lastX, 0);
+  EXPECT_EQ(machine->position.last.x, 0);
 }
 
-TEST(EmitMove, ADryRunTellsWhetherAnythingWouldMoveAndChangesNothing) {
+TEST(CheckMove, TellsWhetherAnythingWouldMoveAndChangesNothing) {
   TestMachine machine;
-  const std::int32_t x = 2000;
-  for (const std::uint8_t send : std::initializer_list<std::uint8_t>{0, 2, 255}) {  // 1 alone sends
-    EXPECT_EQ(EmitMove(*machine, &x, nullptr, nullptr, send, CommandTag::Move), kStatusSent);
-  }
-  const std::int32_t same = 0;
-  EXPECT_EQ(EmitMove(*machine, &same, nullptr, nullptr, 0), kStatusNothing);
+  EXPECT_EQ(CheckMove(*machine, {.x = 2000}), kStatusSent);
+  EXPECT_EQ(CheckMove(*machine, {.x = 0}), kStatusNothing);
+  EXPECT_EQ(CheckMove(*machine, {}), kStatusNothing);
   EXPECT_EQ(machine.Sent(), "");
-  EXPECT_EQ(machine->lastX, 0);
-  EXPECT_EQ(LinesInFlight(*machine), 0);
+  EXPECT_EQ(machine->position.last.x, 0);
+  EXPECT_EQ(LinesInFlight(machine->job), 0);
   EXPECT_TRUE(machine.Tags().empty());
 }
 
-TEST(EmitMove, CountsEachLineItSends) {
+TEST(SendMove, CountsEachLineItSends) {
   TestMachine machine;
   machine.controller.AnswerMoves(false);
   Move(*machine, 2000, 0);
   Move(*machine, 2000, 0);
   Move(*machine, 4000, 0);
-  EXPECT_EQ(LinesInFlight(*machine), 2);
+  EXPECT_EQ(LinesInFlight(machine->job), 2);
 }
 
-TEST(EmitMove, PushesItsTagOnlyForALineThatGoesOut) {
+TEST(SendMove, PushesItsTagOnlyForALineThatGoesOut) {
   TestMachine machine;
-  std::int32_t z = 3000;
-  EXPECT_EQ(EmitMove(*machine, nullptr, nullptr, &z, 1, CommandTag::Lift), kStatusSent);
-  EXPECT_EQ(EmitMove(*machine, nullptr, nullptr, &z, 1, CommandTag::Plunge), kStatusNothing);
-  z = 9000;
-  EXPECT_EQ(EmitMove(*machine, nullptr, nullptr, &z, 1, CommandTag::Plunge), kStatusRefused);
+  EXPECT_EQ(SendMove(*machine, {.z = 3000}, CommandTag::Lift), kStatusSent);
+  EXPECT_EQ(SendMove(*machine, {.z = 3000}, CommandTag::Plunge), kStatusNothing);
+  EXPECT_EQ(SendMove(*machine, {.z = 9000}, CommandTag::Plunge), kStatusRefused);
   EXPECT_EQ(Move(*machine, 2000, 0), kStatusSent);  // untagged
   EXPECT_EQ(machine.Tags(), (std::vector<int>{4}));
 }
 
-TEST(EmitMove, TheTagStandsInTheRingBeforeTheLineIsOnTheWire) {
+TEST(SendMove, TheTagStandsInTheRingBeforeTheLineIsOnTheWire) {
   TestMachine machine;
   std::atomic<int> tagSeen{-1};
   machine.controller.OnPrefix("G0 X", [&](k7test::FakeController&, const std::string&) {
-    const RecordLock<ringMutex> lock{*machine};
-    tagSeen = machine->ackRingIndex == 1 ? static_cast<int>(machine->ackRing[0]) : 0;
+    const auto ring = machine->job.tagRing.Lock();
+    tagSeen = ring->ackRingIndex == 1 ? static_cast<int>(ring->ackRing[0]) : 0;
   });
-  const std::int32_t x = 2000;
-  EmitMove(*machine, &x, nullptr, nullptr, 1, CommandTag::Move);
+  SendMove(*machine, {.x = 2000}, CommandTag::Move);
   EXPECT_TRUE(WaitUntil([&] { return tagSeen != -1; }));
   EXPECT_EQ(tagSeen, 1);
 }
 
-TEST(EmitMove, AnAnswerThatIsFasterThanTheCountLeavesItAtZero) {
+TEST(SendMove, AnAnswerThatIsFasterThanTheCountLeavesItAtZero) {
   TestMachine machine;
   machine.OpenJob();
   for (std::int32_t i = 1; i <= 200; ++i) Move(*machine, 10 * i, 0);
   EXPECT_TRUE(machine.WaitUntilIdle());
 }
 
-TEST(EmitMove, AQueueMutexThatCannotBeTakenEndsTheWait) {
-  DeviceState record;  // never attached: no mutexes
+TEST(SendMove, WithoutALinkThereIsNoWait) {
+  DeviceState record;  // never attached
   k7test::GiveDefaults(record);
-  record.connected = 1;
-  record.linesInFlight = 40;
+  record.link.connected = 1;
+  record.job.linesInFlight.Alone() = 40;
   EXPECT_EQ(Move(record, 2000, 0), kStatusSent);
-  EXPECT_EQ(record.linesInFlight, 40);  // the guarded update is skipped
+  EXPECT_EQ(record.job.linesInFlight.Alone(), 40);  // the guarded update is skipped
 }
 
-TEST(EmitMove, WithoutAWindowASurfaceViolationIsRefusedWithoutADialog) {
+TEST(SendMove, WithoutAWindowASurfaceViolationIsRefusedWithoutADialog) {
   TestMachine machine;
   EXPECT_EQ(MoveZ(*machine, 9000), kStatusRefused);
   EXPECT_FALSE(k7test::MessageBoxIsShown(kCaption));
   EXPECT_EQ(machine.Sent(), "");
-  EXPECT_EQ(machine->lastZ, 0);
+  EXPECT_EQ(machine->position.last.z, 0);
 }
 
-TEST(EmitMove, WithAWindowASurfaceViolationIsShownToTheUser) {
+TEST(SendMove, WithAWindowASurfaceViolationIsShownToTheUser) {
   constexpr struct {
     std::int32_t z;
     const wchar_t* text;
@@ -141,7 +135,7 @@ TEST(EmitMove, WithAWindowASurfaceViolationIsShownToTheUser) {
   for (const auto& c : kCases) {
     TestMachine machine;
     const HostWindow window{HostWindow::Lives::OnThisThread};
-    machine->ownerWindow = window.Handle();
+    machine->notify.ownerWindow = window.Handle();
     MessageBoxAnswer user{kCaption};
     EXPECT_EQ(MoveZ(*machine, c.z), kStatusRefused);
     ASSERT_TRUE(user.Appeared());
@@ -152,32 +146,31 @@ TEST(EmitMove, WithAWindowASurfaceViolationIsShownToTheUser) {
   }
 }
 
-TEST(EmitMove, ARefusedMoveHasAlreadyTakenItsXAndYWhenItWasToBeSent) {
+TEST(SendMove, ARefusedMoveHasAlreadyTakenItsXAndYWhenItWasToBeSent) {
   TestMachine machine;
-  const std::int32_t x = 2000, y = 4000, z = 9000;
-  EXPECT_EQ(EmitMove(*machine, &x, &y, &z, 0), kStatusRefused);
-  EXPECT_EQ(machine->lastX, 0);
-  EXPECT_EQ(machine->lastY, 0);
-  EXPECT_EQ(EmitMove(*machine, &x, &y, &z, 1), kStatusRefused);
-  EXPECT_EQ(machine->lastX, 2000);
-  EXPECT_EQ(machine->lastY, 4000);
-  EXPECT_EQ(machine->lastZ, 0);
+  EXPECT_EQ(CheckMove(*machine, {.x = 2000, .y = 4000, .z = 9000}), kStatusRefused);
+  EXPECT_EQ(machine->position.last.x, 0);
+  EXPECT_EQ(machine->position.last.y, 0);
+  EXPECT_EQ(SendMove(*machine, {.x = 2000, .y = 4000, .z = 9000}), kStatusRefused);
+  EXPECT_EQ(machine->position.last.x, 2000);
+  EXPECT_EQ(machine->position.last.y, 4000);
+  EXPECT_EQ(machine->position.last.z, 0);
   EXPECT_EQ(machine.Sent(), "");
 }
 
-TEST(EmitMove, AJogAndTheAutomaticModeMayPassTheSurface) {
+TEST(SendMove, AJogAndTheAutomaticModeMayPassTheSurface) {
   TestMachine machine;
-  machine->jogActive = 1;
+  machine->jog.jogActive = 1;
   EXPECT_EQ(MoveZ(*machine, 9000), kStatusSent);
-  machine->jogActive = 0;
+  machine->jog.jogActive = 0;
   EXPECT_EQ(MoveZ(*machine, 9000), kStatusRefused);
-  machine->cutterMode = kCutterAutomatic;
+  machine->tools.cutterMode = kCutterAutomatic;
   EXPECT_EQ(MoveZ(*machine, 9100), kStatusSent);
 }
 
-TEST(EmitMove, APositionThatCannotBeExpressedIsNotSent) {
+TEST(SendMove, APositionThatCannotBeExpressedIsNotSent) {
   TestMachine machine;
-  machine->stepsPerMmX = 0.0f;
+  machine->position.stepsPerMm.x = 0.0f;
   EXPECT_EQ(Move(*machine, 2000, 0), kStatusNothing);
   EXPECT_EQ(machine.Sent(), "");
 }
@@ -188,7 +181,7 @@ TEST(SetFeedRate, SendsNothingWhileTheTextStaysTheSame) {
   SetFeedRate(*machine, 1.0f);
   SetFeedRate(*machine, 1.0000001f);  // the same three decimals
   EXPECT_EQ(machine.Sent(), "G0 F1524.000\n");
-  EXPECT_STREQ(machine->lastFeedText, "1524.000");
+  EXPECT_STREQ(machine->position.lastFeedText, "1524.000");
   SetFeedRate(*machine, 0.5f);
   SetFeedRate(*machine, 1.0f);
   EXPECT_EQ(machine.Sent(), "G0 F762.000\nG0 F1524.000\n");
@@ -197,25 +190,25 @@ TEST(SetFeedRate, SendsNothingWhileTheTextStaysTheSame) {
 TEST(SetFeedRate, IsNotCountedAmongTheLinesInFlight) {
   TestMachine machine;
   SetFeedRate(*machine, 1.0f);
-  EXPECT_EQ(LinesInFlight(*machine), 0);
+  EXPECT_EQ(LinesInFlight(machine->job), 0);
 }
 
 TEST(SetFeedRate, WithoutAConnectionNeitherSendsNorRemembers) {
   TestMachine machine;
-  machine->connected = 0;
+  machine->link.connected = 0;
   SetFeedRate(*machine, 1.0f);
-  EXPECT_STREQ(machine->lastFeedText, "");
-  machine->connected = 1;
+  EXPECT_STREQ(machine->position.lastFeedText, "");
+  machine->link.connected = 1;
   SetFeedRate(*machine, 1.0f);
   EXPECT_EQ(machine.Sent(), "G0 F1524.000\n");
 }
 
 TEST(SetMaxSpeeds, SendsOneLine) {
   TestMachine machine;
-  SetMaxSpeeds(*machine, 20.0f, 20.0f, 20.0f);
+  SetMaxSpeeds(machine->link, 20.0f, 20.0f, 20.0f);
   EXPECT_EQ(machine.Sent(), "M203 X30480 Y30480 Z30480\n");
-  machine->connected = 0;
-  SetMaxSpeeds(*machine, 1.0f, 1.0f, 1.0f);
+  machine->link.connected = 0;
+  SetMaxSpeeds(machine->link, 1.0f, 1.0f, 1.0f);
   EXPECT_EQ(machine.Sent(), "");
 }
 

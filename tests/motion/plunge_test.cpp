@@ -24,7 +24,7 @@ const std::string kDown = "G0 F762.000\nG0 Z26.987499\n";
 TEST(EngraveTo, InTheModesThatKnowTheSurfacePlungesAtOnce) {
   for (const std::uint32_t mode : {kCutterNone, kCutterManual, kCutterSemiAutomatic}) {
     Machine machine;
-    machine->cutterMode = mode;
+    machine->tools.cutterMode = mode;
     EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, kDown + kCut, {2, 1}, 1, kCutterDown}))
         << mode;
     EXPECT_EQ(machine.CutterHomeInFile(), kNoHome) << mode;
@@ -33,38 +33,38 @@ TEST(EngraveTo, InTheModesThatKnowTheSurfacePlungesAtOnce) {
 
 TEST(EngraveTo, PlungesToThePassDepthAndNotToTheWholeDepth) {
   Machine machine;
-  machine->engraveDepth = 0.5f;
-  machine->passDepth = 0.125f;
+  machine->tools.engraveDepth = 0.5f;
+  machine->passes.passDepth = 0.125f;
   const std::string plunge = "G0 F762.000\nG0 Z28.574999\n";
   EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, plunge + kCut, {2, 1}, 1, kCutterDown}));
 }
 
 TEST(EngraveTo, PlungesAtLeastOneThousandthOfAnInch) {
   Machine machine;
-  machine->passDepth = 0.0001f;
+  machine->passes.passDepth = 0.0001f;
   const std::string plunge = "G0 F762.000\nG0 Z25.425400\n";
   EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, plunge + kCut, {2, 1}, 1, kCutterDown}));
-  EXPECT_EQ(machine->lastZ, 4004);
+  EXPECT_EQ(machine->position.last.z, 4004);
 }
 
 TEST(EngraveTo, OfThePneumaticHeadWaitsUntilItIsDown) {
   Machine machine;
-  machine->cutterMode = kCutterAirZ;
-  machine->engraveDepth = 0.01f;
-  machine->passDepth = 0.5f;  // of no account here
+  machine->tools.cutterMode = kCutterAirZ;
+  machine->tools.engraveDepth = 0.01f;
+  machine->passes.passDepth = 0.5f;  // of no account here
   const std::string plunge = "G0 F762.000\nG0 Z25.653999\nM42\n";
   EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, plunge + kCut, {2, 1}, 1, kCutterDown}));
-  EXPECT_EQ(machine->lastZ, 4040);
+  EXPECT_EQ(machine->position.last.z, 4040);
 }
 
 TEST(EngraveTo, HandsOnTheRefusalOfThePlungeAndDoesNotCut) {
   for (const std::uint32_t mode : {kCutterNone, kCutterManual, kCutterSemiAutomatic, kCutterAirZ}) {
     Machine machine;
-    machine->cutterMode = mode;
-    machine->tableSurface = 4030;
+    machine->tools.cutterMode = mode;
+    machine->position.tableSurface = 4030;
     EXPECT_EQ(machine.Engrave(), (Stroke{kStatusRefused, "G0 F762.000\n", {}, 0, kCutterUp}))
         << mode;
-    EXPECT_EQ(machine->lastX, 0) << mode;
+    EXPECT_EQ(machine->position.last.x, 0) << mode;
   }
 }
 
@@ -79,8 +79,8 @@ TEST(EngraveTo, CutsWithTheCutterMarkedUpWhenZIsThereAlready) {
 TEST(EngraveTo, WaitsOutTheEngraveDelayBeforeTheCut) {
   for (const std::uint32_t mode : {kCutterNone, kCutterAutomatic}) {
     Machine machine;
-    machine->cutterMode = mode;
-    machine->engraveDelayMs = 200;
+    machine->tools.cutterMode = mode;
+    machine->tools.engraveDelayMs = 200;
     machine.controller.AnswerMoves(false);
     const HostCall host{[&] { EngraveTo(*machine, 2000, 4000); }};
     EXPECT_TRUE(machine.controller.WaitForLine("G0 Z26.987499\n")) << mode;
@@ -96,7 +96,7 @@ TEST(EngraveTo, WaitsOutTheEngraveDelayBeforeTheCut) {
 TEST(EngraveTo, WaitsOutTheEngraveDelayOfADeeperPass) {
   Machine machine;
   machine.StandAt(0, 0, 4200, kCutterDown);
-  machine->engraveDelayMs = 200;
+  machine->tools.engraveDelayMs = 200;
   const std::uint32_t start = TickMs();
   EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
   EXPECT_GE(TickMs() - start, 200u);
@@ -106,8 +106,8 @@ TEST(EngraveTo, RunsTheSpindleWhileTheCutterIsDownAsTheEngraveTypeWantsIt) {
   for (const std::uint32_t engraveType : {0u, 1u, 2u}) {
     Machine machine;
     machine.FitSpindle();
-    machine->engraveType = engraveType;
-    machine->spindleValue = engraveType == 0 ? 13000 : 0;  // as it should not be
+    machine->tools.engraveType = engraveType;
+    machine->spindle.spindleValue = engraveType == 0 ? 13000 : 0;  // as it should not be
     EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
     EXPECT_EQ(machine.Sent(), kDown + (engraveType == 0 ? "M43\n" : "M42\nM44 S252\n") + kCut);
   }
@@ -116,7 +116,7 @@ TEST(EngraveTo, RunsTheSpindleWhileTheCutterIsDownAsTheEngraveTypeWantsIt) {
 TEST(EngraveTo, InSemiAutomaticModeStartsTheSpindleBeforeThePlunge) {
   Machine machine;
   machine.FitSpindle();
-  machine->cutterMode = kCutterSemiAutomatic;
+  machine->tools.cutterMode = kCutterSemiAutomatic;
   EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
   // KEEP: and stops it after the plunge when the engrave type does not want it.
   EXPECT_EQ(machine.Sent(), std::string{"G0 F762.000\nM42\nM44 S252\nG0 Z26.987499\nM43\n"} + kCut);
@@ -126,7 +126,7 @@ TEST(LowerCutter, PlungesAtThePresentPlaceAndTellsTheHost) {
   for (const Lowering& lowering : kLowerings) {
     for (const std::uint32_t mode : {kCutterNone, kCutterManual, kCutterSemiAutomatic}) {
       Machine machine;
-      machine->cutterMode = mode;
+      machine->tools.cutterMode = mode;
       EXPECT_EQ(machine.Lower(lowering.lower), (Stroke{kStatusSent, kDown, {5}, 1, kCutterDown}))
           << lowering.name << mode;
       EXPECT_TRUE(k7test::WaitUntil([&] { return machine.Told().size() == 3; }));
@@ -137,7 +137,7 @@ TEST(LowerCutter, PlungesAtThePresentPlaceAndTellsTheHost) {
 TEST(LowerCutter, WithTheCutterDownDoesNothing) {
   for (const Lowering& lowering : kLowerings) {
     Machine machine;
-    machine->cutterState = kCutterDown;
+    machine->tools.cutterState = kCutterDown;
     EXPECT_EQ(machine.Lower(lowering.lower), (Stroke{kStatusNothing, "", {}, 0, kCutterDown}))
         << lowering.name;
   }
@@ -158,8 +158,8 @@ TEST(LowerCutter, HandsOnARefusal) {
     for (const std::uint32_t mode :
          {kCutterNone, kCutterManual, kCutterSemiAutomatic, kCutterAirZ}) {
       Machine machine;
-      machine->cutterMode = mode;
-      machine->tableSurface = 4030;
+      machine->tools.cutterMode = mode;
+      machine->position.tableSurface = 4030;
       EXPECT_EQ(machine.Lower(lowering.lower),
                 (Stroke{kStatusRefused, "G0 F762.000\n", {}, 0, kCutterUp}))
           << lowering.name << mode;
@@ -170,8 +170,8 @@ TEST(LowerCutter, HandsOnARefusal) {
 TEST(LowerCutter, OfThePneumaticHeadWaitsForNothingButADwell) {
   for (const Lowering& lowering : kLowerings) {
     Machine machine;
-    machine->cutterMode = kCutterAirZ;
-    machine->engraveDepth = 0.01f;
+    machine->tools.cutterMode = kCutterAirZ;
+    machine->tools.engraveDepth = 0.01f;
     EXPECT_EQ(lowering.lower(*machine), kStatusSent) << lowering.name;
     EXPECT_TRUE(machine.WaitUntilIdle()) << lowering.name;
     // The reader switches the head for the plunge of a cut only.
@@ -183,7 +183,7 @@ TEST(LowerCutter, OfThePneumaticHeadWaitsForNothingButADwell) {
 TEST(LowerCutter, WaitsOutTheEngraveDelay) {
   for (const Lowering& lowering : kLowerings) {
     Machine machine;
-    machine->engraveDelayMs = 200;
+    machine->tools.engraveDelayMs = 200;
     const std::uint32_t start = TickMs();
     EXPECT_EQ(lowering.lower(*machine), kStatusSent) << lowering.name;
     EXPECT_GE(TickMs() - start, 200u) << lowering.name;
@@ -194,7 +194,7 @@ TEST(LowerCutter, RunsTheSpindleAsTheEngraveTypeWantsIt) {
   for (const Lowering& lowering : kLowerings) {
     Machine machine;
     machine.FitSpindle();
-    machine->engraveType = 1;
+    machine->tools.engraveType = 1;
     EXPECT_EQ(lowering.lower(*machine), kStatusSent) << lowering.name;
     EXPECT_EQ(machine.Sent(), kDown + "M42\nM44 S252\n") << lowering.name;
   }

@@ -13,45 +13,42 @@ class Position : public k7test::MachineTest {};
 TEST_F(Position, SetPositionSendsOneLineAtOnceAndTakesTheSteps) {
   const std::int32_t x = 4000, y = -400, z = 4001;
   machine_.OpenJob();
-  record_.linesInFlight = 40;  // no room for a move: no matter
-  SetPosition(record_, &x, &y, &z);
+  record_.job.linesInFlight.Alone() = 40;  // no room for a move: no matter
+  SetPosition(record_, {.x = x, .y = y, .z = z});
   EXPECT_EQ(machine_.Sent(), "G92 X25.400000 Y-2.540000 Z25.406349\n");
-  EXPECT_EQ(record_.lastX, 4000);
-  EXPECT_EQ(record_.lastY, -400);
-  EXPECT_EQ(record_.lastZ, 4001);  // the given steps, whatever the text stands for
-  EXPECT_EQ(record_.linesInFlight, 40);
+  EXPECT_EQ(record_.position.last.x, 4000);
+  EXPECT_EQ(record_.position.last.y, -400);
+  EXPECT_EQ(record_.position.last.z, 4001);  // the given steps, whatever the text stands for
+  EXPECT_EQ(record_.job.linesInFlight.Alone(), 40);
 }
 
 TEST_F(Position, SetPositionLeavesTheOtherAxes) {
   machine_.StandAt(1, 2, 3, kCutterUp);
-  const std::int32_t z = 0;
-  SetPosition(record_, nullptr, nullptr, &z);
+  SetPosition(record_, {.z = 0});
   EXPECT_EQ(machine_.Sent(), "G92 Z0.000000\n");
-  EXPECT_EQ(record_.lastX, 1);
-  EXPECT_EQ(record_.lastY, 2);
-  EXPECT_EQ(record_.lastZ, 0);
+  EXPECT_EQ(record_.position.last.x, 1);
+  EXPECT_EQ(record_.position.last.y, 2);
+  EXPECT_EQ(record_.position.last.z, 0);
 }
 
 TEST_F(Position, SetPositionWithoutAxesOrConnectionDoesNothing) {
-  SetPosition(record_, nullptr, nullptr, nullptr);
-  record_.connected = 0;
-  const std::int32_t x = 7;
-  SetPosition(record_, &x, nullptr, nullptr);
+  SetPosition(record_, {});
+  record_.link.connected = 0;
+  SetPosition(record_, {.x = 7});
   EXPECT_EQ(machine_.Sent(), "");
-  EXPECT_EQ(record_.lastX, 0);
+  EXPECT_EQ(record_.position.last.x, 0);
 }
 
 TEST_F(Position, SetPositionSendsNoPositionThatCannotBeExpressed) {
-  record_.stepsPerMmX = 0.0f;
-  const std::int32_t x = 7, zero = 0;
-  SetPosition(record_, &x, nullptr, nullptr);
-  SetPosition(record_, &zero, &zero, nullptr);
+  record_.position.stepsPerMm.x = 0.0f;
+  SetPosition(record_, {.x = 7});
+  SetPosition(record_, {.x = 0, .y = 0});
   EXPECT_EQ(machine_.Sent(), "G92 Y0.000000\n");
 }
 
 TEST_F(Position, GetCurrentLocationAtTheTableHomeIsZero) {
-  record_.tableHomeX = 1234;
-  record_.tableHomeY = -77;
+  record_.position.tableHome.x = 1234;
+  record_.position.tableHome.y = -77;
   machine_.StandAt(1234, -77, 0, kCutterUp);
   std::int32_t x = 9, y = 9;
   GetCurrentLocation(record_, &x, &y, nullptr);
@@ -60,10 +57,10 @@ TEST_F(Position, GetCurrentLocationAtTheTableHomeIsZero) {
 }
 
 TEST_F(Position, GetCurrentLocationIsInThousandthsFromTheTableHome) {
-  record_.tableHomeX = 400;
+  record_.position.tableHome.x = 400;
   machine_.StandAt(4400, 8002, 0, kCutterUp);
-  record_.roundCircumference = 5.0f;
-  record_.parkedPosition = 8000;
+  record_.mechanics.roundCircumference = 5.0f;
+  record_.position.parkedPosition = 8000;
   std::int32_t x = 0, y = 0, round = 0;
   GetCurrentLocation(record_, &x, &y, &round);
   EXPECT_EQ(x, 1000);
@@ -75,9 +72,9 @@ TEST_F(Position, GetCurrentLocationIsInThousandthsFromTheTableHome) {
 
 TEST_F(Position, AskedForTheRoundAxisItSwitchesTheFixtureOffAndBack) {
   FitRoundFixture();
-  record_.roundAxisMode = kRoundReplacesX;
-  record_.tableHomeRound = 400;
-  record_.parkedPosition = 4400;            // of the replaced X
+  record_.mechanics.roundAxisMode = kRoundReplacesX;
+  record_.position.tableHomeRound = 400;
+  record_.position.parkedPosition = 4400;   // of the replaced X
   machine_.StandAt(8000, 0, 0, kCutterUp);  // of the fixture
   std::int32_t x = 0, y = 0, round = 0;
   GetCurrentLocation(record_, &x, &y, nullptr);
@@ -89,44 +86,44 @@ TEST_F(Position, AskedForTheRoundAxisItSwitchesTheFixtureOffAndBack) {
   EXPECT_EQ(machine_.Sent(),
             "M92 X157.48032\nM92 Y157.48032\nM800 X1 Y2\nG92 X27.940001 Y0.000000\n"
             "M92 X314.96063\nM92 Y157.48032\nM800 X5 Y2\nG92 X25.400000 Y0.000000\n");
-  EXPECT_EQ(record_.roundAxisMode, kRoundReplacesX);
-  EXPECT_EQ(record_.lastX, 8000);
-  EXPECT_EQ(record_.parkedPosition, 4400);
+  EXPECT_EQ(record_.mechanics.roundAxisMode, kRoundReplacesX);
+  EXPECT_EQ(record_.position.last.x, 8000);
+  EXPECT_EQ(record_.position.parkedPosition, 4400);
 }
 
 TEST_F(Position, GetDisplayLocationFollowsTheRoundMode) {
-  record_.roundCircumference = 5.0f;  // 8000 per inch
-  record_.roundStepsPerInch = 2000.0f;
-  record_.tableHomeX = 400;
-  record_.tableHomeY = 400;
-  record_.tableHomeRound = 200;
-  record_.savedPositionX = 1200;
-  record_.savedPositionY = 2200;
-  record_.parkedPosition = 16000;
+  record_.mechanics.roundCircumference = 5.0f;  // 8000 per inch
+  record_.position.roundStepsPerInch = 2000.0f;
+  record_.position.tableHome.x = 400;
+  record_.position.tableHome.y = 400;
+  record_.position.tableHomeRound = 200;
+  record_.position.saved.x = 1200;
+  record_.position.saved.y = 2200;
+  record_.position.parkedPosition = 16000;
   machine_.StandAt(8400, 12400, 0, kCutterUp);
   std::int32_t x = 0, y = 0, third = 0;
   GetDisplayLocation(record_, &x, &y, &third);
   EXPECT_EQ(x, 2000);
   EXPECT_EQ(y, 3000);
   EXPECT_EQ(third, 2000);
-  record_.roundAxisMode = kRoundReplacesX;
+  record_.mechanics.roundAxisMode = kRoundReplacesX;
   GetDisplayLocation(record_, &x, &y, &third);
   EXPECT_EQ(x, 500);
   EXPECT_EQ(y, 3000);      // as without the fixture
   EXPECT_EQ(third, 1050);  // KEEP: without the table home
-  record_.roundAxisMode = kRoundReplacesY;
+  record_.mechanics.roundAxisMode = kRoundReplacesY;
   GetDisplayLocation(record_, &x, &y, &third);
   EXPECT_EQ(x, 2000);
   EXPECT_EQ(y, 1000);
   EXPECT_EQ(third, 1550);
-  record_.roundAxisMode = 3;
+  record_.mechanics.roundAxisMode = 3;
   x = y = third = -1;
   GetDisplayLocation(record_, &x, &y, &third);
   EXPECT_EQ(x, -1);
   EXPECT_EQ(y, -1);
   EXPECT_EQ(third, -1);
   for (const std::uint32_t mode : {0u, 1u, 2u, 3u}) {
-    record_.roundAxisMode = mode;
+    record_.mechanics.roundAxisMode = mode;
     GetDisplayLocation(record_, nullptr, nullptr, nullptr);
   }
 }
@@ -134,10 +131,10 @@ TEST_F(Position, GetDisplayLocationFollowsTheRoundMode) {
 TEST_F(Position, ReportPositionTellsHostStepsFromTheTableHome) {
   const HostWindow window;
   Tell(window);
-  record_.xAxisFactor = 2;
-  record_.yAxisFactor = 3;
-  record_.tableHomeX = 101;
-  record_.tableHomeY = -100;
+  record_.mechanics.xAxisFactor = 2;
+  record_.mechanics.yAxisFactor = 3;
+  record_.position.tableHome.x = 101;
+  record_.position.tableHome.y = -100;
   machine_.StandAt(0, 205, 0, kCutterUp);
   std::int32_t x = 10, y = 10;
   ReportPosition(record_, &x, &y);
@@ -151,14 +148,14 @@ TEST_F(Position, ReportPositionTellsHostStepsFromTheTableHome) {
 TEST_F(Position, ReportsNeedAWindowAndAMessage) {
   const HostWindow window;
   Tell(window);
-  record_.tableHomeX = 100;
+  record_.position.tableHome.x = 100;
   std::int32_t x = 5;
-  record_.msgExtra1 = 0;
-  record_.msgExtra2 = 0;
+  record_.notify.msgExtra1 = 0;
+  record_.notify.msgExtra2 = 0;
   ReportPosition(record_, &x, nullptr);
   ReportSurface(record_);
   Tell(window);
-  record_.ownerWindow = nullptr;
+  record_.notify.ownerWindow = nullptr;
   ReportPosition(record_, &x, nullptr);
   ReportSurface(record_);
   EXPECT_EQ(x, 5);
@@ -168,7 +165,7 @@ TEST_F(Position, ReportsNeedAWindowAndAMessage) {
 TEST_F(Position, AnAxisFactorOfZeroReportsZero) {
   const HostWindow window;
   Tell(window);
-  record_.xAxisFactor = record_.yAxisFactor = 0;
+  record_.mechanics.xAxisFactor = record_.mechanics.yAxisFactor = 0;
   machine_.StandAt(500, 500, 0, kCutterUp);
   std::int32_t x = 5;
   ReportPosition(record_, &x, nullptr);
@@ -179,7 +176,7 @@ TEST_F(Position, AnAxisFactorOfZeroReportsZero) {
 TEST_F(Position, ReportSurfaceTellsMachineSteps) {
   const HostWindow window;
   Tell(window);
-  record_.tableSurface = -8000;
+  record_.position.tableSurface = -8000;
   machine_.StandAt(0, 0, 4321, kCutterUp);
   ReportSurface(record_);
   EXPECT_EQ(window.Seen(), (std::vector<HostMessage>{{kSurface, -8000, 4321}}));

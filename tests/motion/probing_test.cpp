@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "device/polling.h"
+#include "device/progress.h"
 #include "job/job.h"
 #include "motion/move.h"
 #include "support/host_call.h"
@@ -31,31 +32,31 @@ TEST_F(Probing, DeclaresTheTouchToBeTheCutterHome) {
   ProbeSurface(record_);
   // KEEP: the down speed in millimetres per second, where the controller reads per minute.
   EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z38.099998\n");
-  EXPECT_EQ(record_.cutterHome, 6000);
-  EXPECT_EQ(record_.lastZ, 6000);
-  EXPECT_EQ(record_.probePending, 0);
+  EXPECT_EQ(record_.position.cutterHome, 6000);
+  EXPECT_EQ(record_.position.last.z, 6000);
+  EXPECT_EQ(record_.tools.probePending, 0);
 }
 
 TEST_F(Probing, InModeThreeTheSpeedIs12_700) {
   TouchAt(0);
-  record_.cutterMode = kCutterSemiAutomatic;
-  record_.cutterDownSpeed = 3.0f;
+  record_.tools.cutterMode = kCutterSemiAutomatic;
+  record_.tools.cutterDownSpeed = 3.0f;
   ProbeSurface(record_);
   EXPECT_EQ(machine_.Sent().substr(0, 12), "G30 F12.700\n");
-  EXPECT_STREQ(record_.lastFeedText, "762.000");
-  record_.cutterMode = kCutterAutomatic;
+  EXPECT_STREQ(record_.position.lastFeedText, "762.000");
+  record_.tools.cutterMode = kCutterAutomatic;
   ProbeSurface(record_);
   EXPECT_EQ(machine_.Sent().substr(0, 12), "G30 F76.200\n");
-  EXPECT_STREQ(record_.lastFeedText, "4572.000");
+  EXPECT_STREQ(record_.position.lastFeedText, "4572.000");
 }
 
 TEST_F(Probing, LeavesTheDownFeedAsAlreadySent) {
   TouchAt(0);
   ProbeSurface(record_);
   machine_.Sent();
-  SetFeedRate(record_, record_.cutterDownSpeed);
+  SetFeedRate(record_, record_.tools.cutterDownSpeed);
   EXPECT_EQ(machine_.Sent(), "");
-  SetFeedRate(record_, record_.cutterUpSpeed);
+  SetFeedRate(record_, record_.tools.cutterUpSpeed);
   EXPECT_EQ(machine_.Sent(), "G0 F381.000\n");
 }
 
@@ -66,15 +67,14 @@ TEST_F(Probing, WaitsForTheAnswerAndIsNotEndedByAMiss) {
   EXPECT_TRUE(host.Waits());
   machine_.controller.Say("Z_Probe 5\r\n");
   EXPECT_TRUE(host.Returns());
-  EXPECT_EQ(record_.cutterHome, 5);
+  EXPECT_EQ(record_.position.cutterHome, 5);
 }
 
 TEST_F(Probing, InAJobItFirstWaitsUntilEveryLineHasBegun) {
   TouchAt(0);
   machine_.OpenJob();
   machine_.controller.AnswerMoves(false);
-  const std::int32_t x = 4000;
-  EmitMove(record_, &x, nullptr, nullptr, 1, CommandTag::Move);
+  SendMove(record_, {.x = 4000}, CommandTag::Move);
   machine_.Sent();
   const HostCall host{[&] { ProbeSurface(record_); }};
   EXPECT_TRUE(host.Waits());
@@ -82,68 +82,67 @@ TEST_F(Probing, InAJobItFirstWaitsUntilEveryLineHasBegun) {
   machine_.controller.Say("BX\r\n");  // begun is enough
   EXPECT_TRUE(host.Returns());
   EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z0.000000\n");
-  EXPECT_EQ(BlocksRunning(record_), 1);
+  EXPECT_EQ(BlocksRunning(record_.job), 1);
 }
 
 // The controller reports no block then: the wait would never end.
 TEST_F(Probing, WithNoJobOpenItDoesNotWaitForLinesToBegin) {
   TouchAt(0);
-  record_.linesInFlight = 2;
+  record_.job.linesInFlight.Alone() = 2;
   const HostCall host{[&] { ProbeSurface(record_); }};
   EXPECT_TRUE(host.Returns());
   EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z0.000000\n");
 }
 
-TEST_F(Probing, AnAbandonedQueueMutexEndsTheWaitForThem) {
+TEST_F(Probing, ACountThatIsClosedEndsTheWaitForThem) {
   TouchAt(0);
   machine_.OpenJob();
-  std::thread{[&] {
-    WaitForSingleObject(record_.mutexes[flightMutex], INFINITE);
-    record_.linesInFlight = 3;
-  }}.join();
+  record_.job.linesInFlight.Alone() = 3;
   const HostCall host{[&] { ProbeSurface(record_); }};
+  EXPECT_TRUE(host.Waits());
+  record_.job.linesInFlight.Close();
   EXPECT_TRUE(machine_.controller.WaitForLine("G30 F12.700\n"));
 }
 
 TEST_F(Probing, IsNothingWithoutAConnection) {
-  record_.connected = 0;
+  record_.link.connected = 0;
   ProbeSurface(record_);
   ProbeAndLift(record_, 10);
   SetTableSurface(record_, 0.0f, 1);
   EXPECT_EQ(machine_.Sent(), "");
-  EXPECT_EQ(record_.tableSurface, 8000);
-  EXPECT_STREQ(record_.lastFeedText, "");
+  EXPECT_EQ(record_.position.tableSurface, 8000);
+  EXPECT_STREQ(record_.position.lastFeedText, "");
 }
 
 TEST_F(Probing, TheProbeOffsetIsTakenOffTheSurface) {
-  record_.probeOffset = 0.1f;
+  record_.tools.probeOffset = 0.1f;
   SubtractProbeOffset(record_);
-  EXPECT_EQ(record_.cutterHome, 3600);
-  record_.probeOffset = -0.1f;
+  EXPECT_EQ(record_.position.cutterHome, 3600);
+  record_.tools.probeOffset = -0.1f;
   SubtractProbeOffset(record_);
-  EXPECT_EQ(record_.cutterHome, 3999);  // half a step is added, then truncated
+  EXPECT_EQ(record_.position.cutterHome, 3999);  // half a step is added, then truncated
 }
 
 TEST_F(Probing, ProbeAndLiftLeavesTheCutterMarkedDown) {
   TouchAt(4000);
-  record_.probeOffset = 0.1f;
-  record_.blocksRunning = 2;
+  record_.tools.probeOffset = 0.1f;
+  record_.job.blocksRunning.Alone() = 2;
   ProbeAndLift(record_, 250);
   EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z25.400000\nG0 F381.000\nG0 Z16.510000\n");
-  EXPECT_EQ(record_.cutterHome, 3600);
-  EXPECT_EQ(record_.cutterState, kCutterDown);  // KEEP: although it went up
-  EXPECT_EQ(LinesInFlight(record_), 0);
-  EXPECT_EQ(BlocksRunning(record_), 0);
+  EXPECT_EQ(record_.position.cutterHome, 3600);
+  EXPECT_EQ(record_.tools.cutterState, kCutterDown);  // KEEP: although it went up
+  EXPECT_EQ(LinesInFlight(record_.job), 0);
+  EXPECT_EQ(BlocksRunning(record_.job), 0);
 }
 
 TEST_F(Probing, ProbeAndLiftMarksNothingWithoutALift) {
   TouchAt(4000);
-  record_.tableSurface = 0;  // where every lift is refused
-  record_.blocksRunning = 2;
+  record_.position.tableSurface = 0;  // where every lift is refused
+  record_.job.blocksRunning.Alone() = 2;
   ProbeAndLift(record_, 250);
   EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z25.400000\nG0 F381.000\n");
-  EXPECT_EQ(record_.cutterState, kCutterUp);
-  EXPECT_EQ(BlocksRunning(record_), 0);
+  EXPECT_EQ(record_.tools.cutterState, kCutterUp);
+  EXPECT_EQ(BlocksRunning(record_.job), 0);
 }
 
 TEST_F(Probing, ProbeAndLiftIsNothingBelowOneThousandthOrInAJob) {
@@ -154,8 +153,8 @@ TEST_F(Probing, ProbeAndLiftIsNothingBelowOneThousandthOrInAJob) {
   ProbeAndLift(record_, 10);
   SetTableSurface(record_, 0.0f, 1);
   EXPECT_EQ(machine_.Sent(), "");
-  EXPECT_EQ(record_.cutterState, kCutterUp);
-  EXPECT_EQ(record_.tableSurface, 8000);
+  EXPECT_EQ(record_.tools.cutterState, kCutterUp);
+  EXPECT_EQ(record_.position.tableSurface, 8000);
 }
 
 class TableSurface : public Probing {
@@ -168,51 +167,51 @@ class TableSurface : public Probing {
 };
 
 TEST_F(TableSurface, FromTheTableDepthByWholeDivision) {
-  record_.tableDepth = 2001;
-  record_.screwPitchZ = 2000.0f / 1999.0f;  // 1999 steps per inch: 3999.999 is 3999
-  record_.linesInFlight = 5;
+  record_.mechanics.tableDepth = 2001;
+  record_.mechanics.axis.z.screwPitch = 2000.0f / 1999.0f;  // 1999 steps per inch: 3999.999 is 3999
+  record_.job.linesInFlight.Alone() = 5;
   SetTableSurface(record_, 0.1f, 0);
-  EXPECT_EQ(record_.tableSurface, 3999 - 200);
+  EXPECT_EQ(record_.position.tableSurface, 3999 - 200);
   EXPECT_EQ(File(), L"Axis Z/Table Surface=3799\n");  // steps, not the bits of a float
   EXPECT_EQ(machine_.Sent(), "G0 F381.000\nG0 Z0.000000\n");
-  EXPECT_EQ(record_.cutterState, kCutterUp);
-  EXPECT_EQ(LinesInFlight(record_), 0);
+  EXPECT_EQ(record_.tools.cutterState, kCutterUp);
+  EXPECT_EQ(LinesInFlight(record_.job), 0);
   EXPECT_EQ(window_.Seen(), (std::vector<HostMessage>{{kSurface, 3799, 0}}));
 }
 
 TEST_F(TableSurface, FromThePresentZ) {
   SetTableSurface(record_, 0.0f, 1);
-  EXPECT_EQ(record_.tableSurface, 2000);
+  EXPECT_EQ(record_.position.tableSurface, 2000);
   EXPECT_EQ(machine_.Sent(), "G0 F381.000\nG0 Z0.000000\n");
 }
 
 // The probe has declared the touch before the offset is taken off the cutter home alone.
 TEST_F(TableSurface, FromAProbe) {
   TouchAt(1000);
-  record_.probeOffset = 0.1f;
+  record_.tools.probeOffset = 0.1f;
   SetTableSurface(record_, 0.01f, 2);
-  EXPECT_EQ(record_.cutterHome, 2600);
-  EXPECT_EQ(record_.tableSurface, 2960);
+  EXPECT_EQ(record_.position.cutterHome, 2600);
+  EXPECT_EQ(record_.position.tableSurface, 2960);
   EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z19.049999\nG0 F381.000\nG0 Z0.000000\n");
 }
 
 TEST_F(TableSurface, AtTheTopAlreadyTheCutterStateStays) {
   machine_.StandAt(0, 0, 0, kCutterDown);
   SetTableSurface(record_, 0.0f, 1);
-  EXPECT_EQ(record_.cutterState, kCutterDown);
+  EXPECT_EQ(record_.tools.cutterState, kCutterDown);
   EXPECT_EQ(machine_.Sent(), "G0 F381.000\n");
 }
 
 // KEEP: a mode list without a selection passes -1: the surface stands, less the buffer.
 TEST_F(TableSurface, OfAnotherMethodItIsTheOneThatStandsLessTheBuffer) {
   for (const std::int32_t method : {-1, 3}) {
-    record_.tableSurface = 8000;
+    record_.position.tableSurface = 8000;
     machine_.StandAt(0, 0, 2000, kCutterDown);
     SetTableSurface(record_, 0.5f, method);
-    EXPECT_EQ(record_.tableSurface, 6000) << method;
+    EXPECT_EQ(record_.position.tableSurface, 6000) << method;
     EXPECT_EQ(File(), L"Axis Z/Table Surface=6000\n") << method;
-    EXPECT_EQ(record_.lastZ, 0) << method;
-    EXPECT_EQ(record_.cutterState, kCutterUp) << method;
+    EXPECT_EQ(record_.position.last.z, 0) << method;
+    EXPECT_EQ(record_.tools.cutterState, kCutterUp) << method;
   }
   EXPECT_EQ(window_.Count(kSurface), 2);
 }

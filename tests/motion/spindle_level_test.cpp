@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "link/commands.h"
+
 namespace k7 {
 namespace {
 

@@ -19,8 +19,8 @@ class SpindleRamp : public k7test::MachineTest {
  protected:
   SpindleRamp() {
     FitSpindle();
-    record_.spindleOn = 1;
-    record_.spindleValue = 6500;
+    record_.spindle.spindleOn = 1;
+    record_.spindle.spindleValue = 6500;
   }
   ~SpindleRamp() override { EndWorkers(record_); }
 
@@ -52,12 +52,13 @@ TEST_F(SpindleRamp, UpEndsAtLevel252) {
   EXPECT_EQ(levels.back(), 252);
   for (std::size_t i = 1; i < levels.size(); ++i) EXPECT_GT(levels[i], levels[i - 1]);
   // Level 252 is reached a little below the maximum: the ramp ends there.
-  EXPECT_GE(record_.spindleValue, 12975);
-  EXPECT_LE(record_.spindleValue, 13000);
-  EXPECT_EQ(record_.spindleRpm, record_.spindleValue);
-  EXPECT_EQ(record_.rampDirection, kRampIdle);
-  EXPECT_EQ(Key(keys::kSpindle, keys::kSpindleRpm), std::to_wstring(record_.spindleValue));
-  EXPECT_EQ(window_.Seen(), (std::vector<HostMessage>{{kRampEnd, record_.spindleValue, 0}}));
+  EXPECT_GE(record_.spindle.spindleValue, 12975);
+  EXPECT_LE(record_.spindle.spindleValue, 13000);
+  EXPECT_EQ(record_.spindle.spindleRpm, record_.spindle.spindleValue);
+  EXPECT_EQ(record_.spindle.rampDirection, kRampIdle);
+  EXPECT_EQ(Key(keys::kSpindle, keys::kSpindleRpm), std::to_wstring(record_.spindle.spindleValue));
+  EXPECT_EQ(window_.Seen(),
+            (std::vector<HostMessage>{{kRampEnd, record_.spindle.spindleValue, 0}}));
 }
 
 TEST_F(SpindleRamp, DownEndsAtLevelZeroAndNeverBelowOneRpm) {
@@ -69,29 +70,30 @@ TEST_F(SpindleRamp, DownEndsAtLevelZeroAndNeverBelowOneRpm) {
   ASSERT_GE(levels.size(), 10u);
   EXPECT_EQ(levels.back(), 0);
   for (std::size_t i = 1; i < levels.size(); ++i) EXPECT_LT(levels[i], levels[i - 1]);
-  EXPECT_GE(record_.spindleValue, 1);
-  EXPECT_LE(record_.spindleValue, 25);
-  EXPECT_EQ(Key(keys::kSpindle, keys::kSpindleRpm), std::to_wstring(record_.spindleValue));
-  EXPECT_EQ(record_.spindleOn, 1);
+  EXPECT_GE(record_.spindle.spindleValue, 1);
+  EXPECT_LE(record_.spindle.spindleValue, 25);
+  EXPECT_EQ(Key(keys::kSpindle, keys::kSpindleRpm), std::to_wstring(record_.spindle.spindleValue));
+  EXPECT_EQ(record_.spindle.spindleOn, 1);
 }
 
 TEST_F(SpindleRamp, ReleasingTheKeyEndsItWithTheReachedSpeed) {
   HeldKey key{kKey};
   ASSERT_TRUE(Start(0));  // 30 s for the whole range
-  EXPECT_TRUE(WaitUntil([&] { return record_.spindleValue > 6700; }));
+  EXPECT_TRUE(WaitUntil([&] { return record_.spindle.spindleValue > 6700; }));
   EXPECT_FALSE(Start(1));  // one at a time
-  EXPECT_EQ(record_.rampDirection, kRampUp);
+  EXPECT_EQ(record_.spindle.rampDirection, kRampUp);
   key.Release();
   ASSERT_TRUE(window_.WaitFor(kRampEnd));
-  EXPECT_LT(record_.spindleValue, 12000);
-  EXPECT_EQ(record_.spindleRpm, record_.spindleValue);
-  EXPECT_EQ(Key(keys::kSpindle, keys::kSpindleRpm), std::to_wstring(record_.spindleValue));
-  EXPECT_EQ(window_.Seen(), (std::vector<HostMessage>{{kRampEnd, record_.spindleValue, 0}}));
+  EXPECT_LT(record_.spindle.spindleValue, 12000);
+  EXPECT_EQ(record_.spindle.spindleRpm, record_.spindle.spindleValue);
+  EXPECT_EQ(Key(keys::kSpindle, keys::kSpindleRpm), std::to_wstring(record_.spindle.spindleValue));
+  EXPECT_EQ(window_.Seen(),
+            (std::vector<HostMessage>{{kRampEnd, record_.spindle.spindleValue, 0}}));
 }
 
 TEST_F(SpindleRamp, AlreadyAtItsEndItWritesNothing) {
   const HeldKey key{kKey};
-  record_.spindleValue = 12990;                           // level 252
+  record_.spindle.spindleValue = 12990;                   // level 252
   WriteKey(keys::kSpindle, keys::kRampTime, L"2000000");  // no speed of its own within the test
   ASSERT_TRUE(Start(0));
   ASSERT_TRUE(window_.WaitFor(kRampEnd));
@@ -105,33 +107,33 @@ TEST_F(SpindleRamp, WithoutATimeTheEndIsReachedAtOnce) {
   ASSERT_TRUE(Start(0));
   ASSERT_TRUE(window_.WaitFor(kRampEnd));
   EXPECT_EQ(machine_.Sent(), "M44 S252\n");
-  EXPECT_EQ(record_.spindleValue, 13000);
+  EXPECT_EQ(record_.spindle.spindleValue, 13000);
   ASSERT_TRUE(WaitUntil([&] { return Start(1); }));
   ASSERT_TRUE(window_.WaitFor(kRampEnd, 2));
   EXPECT_EQ(machine_.Sent(), "M44 S0\n");
-  EXPECT_EQ(record_.spindleValue, 1);
+  EXPECT_EQ(record_.spindle.spindleValue, 1);
   EXPECT_EQ(Key(keys::kSpindle, keys::kSpindleRpm), L"1");
 }
 
 TEST_F(SpindleRamp, IsRefusedWithoutARunningSpindleOrSomewhereToGo) {
-  record_.spindlePresent = 2;
+  record_.spindle.spindlePresent = 2;
   EXPECT_FALSE(Start(0));
-  record_.spindlePresent = 1;
-  record_.spindleOn = 0;
+  record_.spindle.spindlePresent = 1;
+  record_.spindle.spindleOn = 0;
   EXPECT_FALSE(Start(0));
-  record_.spindleOn = 1;
+  record_.spindle.spindleOn = 1;
   EXPECT_FALSE(Start(2));
   EXPECT_FALSE(Start(-1));
-  record_.spindleValue = 13000;
+  record_.spindle.spindleValue = 13000;
   EXPECT_FALSE(Start(0));
-  record_.spindleValue = 0;
+  record_.spindle.spindleValue = 0;
   EXPECT_FALSE(Start(1));
-  record_.spindleValue = 6500;
+  record_.spindle.spindleValue = 6500;
   machine_.OpenJob();
   EXPECT_FALSE(Start(0));
   EXPECT_FALSE(Start(1));
-  EXPECT_EQ(record_.rampThread, nullptr);
-  EXPECT_EQ(record_.rampDirection, kRampIdle);
+  EXPECT_EQ(record_.spindle.rampThread, nullptr);
+  EXPECT_EQ(record_.spindle.rampDirection, kRampIdle);
   EXPECT_TRUE(window_.Seen().empty());
 }
 

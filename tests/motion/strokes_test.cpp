@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "settings/settings_file.h"
-#include "settings/settings_keys.h"
+#include "settings/file.h"
+#include "settings/keys.h"
 #include "support/host_call.h"
 #include "support/stroke.h"
 
@@ -36,73 +36,73 @@ struct Machine : TestMachine {
 };
 
 std::int32_t CutterModeInFile(const DeviceState& record) {
-  return SettingsFile{record}.ReadInt(keys::kEngraveSettings, keys::kCutterMode, -1);
+  return SettingsFile{record.link}.ReadInt(keys::kEngraveSettings, keys::kCutterMode, -1);
 }
 
 TEST(Strokes, WithoutAJobOrAConnectionDoNothing) {
   for (const bool inJob : {false, true}) {
     TestMachine machine;
     if (inJob) machine.OpenJob();
-    machine->firstMove = 1;
+    machine->job.firstMove = 1;
     for (const std::uint8_t connected : std::initializer_list<std::uint8_t>{0, 1}) {
       if (inJob && connected == 1) continue;
-      machine->connected = connected;
+      machine->link.connected = connected;
       EXPECT_EQ(MoveTo(*machine, 2000, 4000), kStatusNothing);
       EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusNothing);
       EXPECT_EQ(LowerCutter(*machine), kStatusNothing);
       EXPECT_EQ(LowerCutterContinue(*machine), kStatusNothing);
     }
-    machine->connected = 1;
+    machine->link.connected = 1;
     EXPECT_EQ(machine.Sent(), "");
-    EXPECT_EQ(machine->firstMove, 1);
+    EXPECT_EQ(machine->job.firstMove, 1);
   }
 }
 
 TEST(MoveTo, TheFirstOfAJobTraversesWithoutALift) {
   for (const std::uint32_t mode : {kCutterNone, kCutterAutomatic, kCutterAirZ}) {
     Machine machine;
-    machine->cutterMode = mode;
-    machine->firstMove = 1;
-    machine->cutterState = kCutterDown;
+    machine->tools.cutterMode = mode;
+    machine->job.firstMove = 1;
+    machine->tools.cutterState = kCutterDown;
     EXPECT_EQ(machine.Move(), (Stroke{kStatusSent, kTraverse, {1}, 0, kCutterDown})) << mode;
-    EXPECT_EQ(machine->firstMove, 0) << mode;
+    EXPECT_EQ(machine->job.firstMove, 0) << mode;
   }
 }
 
 TEST(MoveTo, TheFirstOfAJobToWhereTheMachineStandsSendsItsFeedOnly) {
   Machine machine;
-  machine->firstMove = 1;
+  machine->job.firstMove = 1;
   EXPECT_EQ(machine.Move(0, 0), (Stroke{kStatusNothing, "G0 F1524.000\n", {}, 0, kCutterUp}));
-  EXPECT_EQ(machine->firstMove, 0);
+  EXPECT_EQ(machine->job.firstMove, 0);
 }
 
 TEST(MoveTo, TheFirstOfAJobInManualModeUsesTheModeUp) {
   Machine machine;
-  machine->cutterMode = kCutterManual;
-  machine->firstMove = 1;
+  machine->tools.cutterMode = kCutterManual;
+  machine->job.firstMove = 1;
   EXPECT_EQ(machine.Move(), (Stroke{kStatusOneShot, kTraverse, {1}, 0, kCutterUp}));
-  EXPECT_EQ(machine->cutterMode, kCutterNone);
+  EXPECT_EQ(machine->tools.cutterMode, kCutterNone);
   EXPECT_EQ(CutterModeInFile(*machine), 0);
-  EXPECT_EQ(machine->plungeHold, 1);
-  EXPECT_EQ(machine->probeOnNextPlunge, 0u);
+  EXPECT_EQ(machine->job.plungeHold, 1);
+  EXPECT_EQ(machine->tools.probeOnNextPlunge, 0u);
 }
 
 TEST(MoveTo, TheFirstOfAJobInSemiAutomaticModeArmsTheProbe) {
   Machine machine;
-  machine->cutterMode = kCutterSemiAutomatic;
-  machine->firstMove = 1;
+  machine->tools.cutterMode = kCutterSemiAutomatic;
+  machine->job.firstMove = 1;
   EXPECT_EQ(machine.Move(), (Stroke{kStatusArmed, kTraverse, {1}, 0, kCutterUp}));
-  EXPECT_EQ(machine->cutterMode, kCutterSemiAutomatic);
+  EXPECT_EQ(machine->tools.cutterMode, kCutterSemiAutomatic);
   EXPECT_EQ(CutterModeInFile(*machine), -1);
-  EXPECT_EQ(machine->plungeHold, 1);
-  EXPECT_EQ(machine->probeOnNextPlunge, 1u);
+  EXPECT_EQ(machine->job.plungeHold, 1);
+  EXPECT_EQ(machine->tools.probeOnNextPlunge, 1u);
 }
 
 TEST(MoveTo, TheFirstOfAJobInTheseModesReturnsOnlyWhenTheHeadStandsStill) {
   for (const std::uint32_t mode : {kCutterManual, kCutterSemiAutomatic}) {
     Machine machine;
-    machine->cutterMode = mode;
-    machine->firstMove = 1;
+    machine->tools.cutterMode = mode;
+    machine->job.firstMove = 1;
     machine.controller.AnswerMoves(false);
     const HostCall host{[&] { MoveTo(*machine, 2000, 4000); }};
     EXPECT_TRUE(machine.controller.WaitForLine("G0 X12.700000 Y25.400000\n")) << mode;
@@ -115,11 +115,11 @@ TEST(MoveTo, TheFirstOfAJobInTheseModesReturnsOnlyWhenTheHeadStandsStill) {
 
 TEST(MoveTo, TheStatusOfTheFirstOfAJobDoesNotAskWhetherAnythingMoved) {
   Machine machine;
-  machine->cutterMode = kCutterSemiAutomatic;
-  machine->firstMove = 1;
+  machine->tools.cutterMode = kCutterSemiAutomatic;
+  machine->job.firstMove = 1;
   EXPECT_EQ(MoveTo(*machine, 0, 0), kStatusArmed);
-  machine->cutterMode = kCutterManual;
-  machine->firstMove = 1;
+  machine->tools.cutterMode = kCutterManual;
+  machine->job.firstMove = 1;
   EXPECT_EQ(MoveTo(*machine, 0, 0), kStatusOneShot);
 }
 
@@ -135,7 +135,7 @@ TEST(MoveTo, WithTheCutterDownLiftsFirst) {
   const std::string lift = "G0 F381.000\nG0 Z22.225000\n";
   for (const std::uint32_t mode : kAllButAir) {
     Machine machine;
-    machine->cutterMode = mode;
+    machine->tools.cutterMode = mode;
     machine.StandAt(0, 0, 4250, kCutterDown);
     EXPECT_EQ(machine.Move(), (Stroke{kStatusSent, lift + kTraverse, {4, 1}, 1, kCutterUp}))
         << mode;
@@ -144,7 +144,7 @@ TEST(MoveTo, WithTheCutterDownLiftsFirst) {
 
 TEST(MoveTo, OfThePneumaticHeadWaitsUntilItIsUp) {
   Machine machine;
-  machine->cutterMode = kCutterAirZ;
+  machine->tools.cutterMode = kCutterAirZ;
   machine.StandAt(0, 0, 4250, kCutterDown);
   const std::string lift = "G0 F381.000\nG0 Z22.225000\nM43\n";
   EXPECT_EQ(machine.Move(), (Stroke{kStatusSent, lift + kTraverse, {4, 1}, 1, kCutterUp}));
@@ -160,7 +160,7 @@ TEST(MoveTo, WhereTheMachineStandsDoesNotEvenLift) {
 TEST(MoveTo, ALiftThatChangesNothingLeavesTheCutterMarkedDown) {
   for (const std::uint32_t mode : {kCutterNone, kCutterAirZ}) {
     Machine machine;
-    machine->cutterMode = mode;
+    machine->tools.cutterMode = mode;
     machine.StandAt(0, 0, 3500, kCutterDown);
     EXPECT_EQ(machine.Move(),
               (Stroke{kStatusSent, std::string{"G0 F381.000\n"} + kTraverse, {1}, 0, kCutterDown}))
@@ -171,16 +171,16 @@ TEST(MoveTo, ALiftThatChangesNothingLeavesTheCutterMarkedDown) {
 TEST(MoveTo, DoesNotTraverseWithACutterWhoseLiftIsRefused) {
   Machine machine;
   machine.StandAt(0, 0, 4250, kCutterDown);
-  machine->tableSurface = 3000;
+  machine->position.tableSurface = 3000;
   EXPECT_EQ(machine.Move(), (Stroke{kStatusRefused, "G0 F381.000\n", {}, 0, kCutterDown}));
-  EXPECT_EQ(machine->lastX, 0);
+  EXPECT_EQ(machine->position.last.x, 0);
 }
 
 TEST(MoveTo, MapsHostStepsByFactorAndTableHome) {
   Machine machine;
-  machine->xAxisFactor = 2;
-  machine->tableHomeX = 1000;
-  machine->tableHomeY = 2000;
+  machine->mechanics.xAxisFactor = 2;
+  machine->position.tableHome.x = 1000;
+  machine->position.tableHome.y = 2000;
   EXPECT_EQ(machine.Move(500, 2000), (Stroke{kStatusSent, kTraverse, {1}, 0, kCutterUp}));
 }
 
@@ -200,9 +200,9 @@ TEST(EngraveTo, WithTheCutterDownFollowsANewPassDepthAtTheFeedInForce) {
   const std::string plunge = "G0 Z28.574999\n";
   for (const std::uint32_t mode : kAllButAir) {
     Machine machine;
-    machine->cutterMode = mode;
+    machine->tools.cutterMode = mode;
     machine.StandAt(0, 0, 4250, kCutterDown);
-    machine->passDepth = 0.125f;
+    machine->passes.passDepth = 0.125f;
     EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, plunge + kCut, {2, 1}, 1, kCutterDown}))
         << mode;
   }
@@ -210,18 +210,18 @@ TEST(EngraveTo, WithTheCutterDownFollowsANewPassDepthAtTheFeedInForce) {
 
 TEST(EngraveTo, WithThePneumaticHeadDownNeverPlungesAgain) {
   Machine machine;
-  machine->cutterMode = kCutterAirZ;
+  machine->tools.cutterMode = kCutterAirZ;
   machine.StandAt(0, 0, 4250, kCutterDown);
-  machine->engraveDepth = machine->passDepth = 0.125f;
+  machine->tools.engraveDepth = machine->passes.passDepth = 0.125f;
   EXPECT_EQ(machine.Engrave(), (Stroke{kStatusSent, kCut, {1}, 0, kCutterDown}));
 }
 
 TEST(EngraveTo, HandsOnTheRefusalOfASecondPlunge) {
   Machine machine;
   machine.StandAt(0, 0, 4250, kCutterDown);
-  machine->passDepth = 1.5f;  // 6000 steps below 4000: the surface is at 8000
+  machine->passes.passDepth = 1.5f;  // 6000 steps below 4000: the surface is at 8000
   EXPECT_EQ(machine.Engrave(), (Stroke{kStatusRefused, "", {}, 0, kCutterDown}));
-  EXPECT_EQ(machine->lastX, 0);
+  EXPECT_EQ(machine->position.last.x, 0);
 }
 
 TEST(EngraveTo, InGridModeCutsAtTheGridSpeed) {
@@ -237,7 +237,7 @@ TEST(EngraveTo, InGridModeCutsAtTheGridSpeed) {
   for (const auto& c : kCases) {
     Machine machine;
     machine.StandAt(0, 0, 4250, kCutterDown);
-    machine->gridMode = c.gridMode;
+    machine->host.gridMode = c.gridMode;
     EXPECT_EQ(EngraveTo(*machine, 2000, 4000), kStatusSent);
     EXPECT_EQ(machine.Sent(), std::string{c.feed} + "G0 X12.700000 Y25.400000\n") << c.gridMode;
   }

@@ -1,7 +1,7 @@
 // Spindle, motors, the drained queue and the round fixture on the wire.
 #include "device/polling.h"
-#include "motion/drain.h"
-#include "motion/motors.h"
+#include "device/progress.h"
+#include "motion/cutter.h"
 #include "motion/move.h"
 #include "motion/round_fixture.h"
 #include "motion/spindle.h"
@@ -17,114 +17,113 @@ using k7test::HostCall;
 class Tools : public k7test::MachineTest {};
 
 TEST_F(Tools, MotorsGoOnWithOneAndOffWithAnythingElse) {
-  SetMotors(record_, 1);
-  SetMotors(record_, 0);
-  SetMotors(record_, 2);
+  SetMotors(record_.link, 1);
+  SetMotors(record_.link, 0);
+  SetMotors(record_.link, 2);
   EXPECT_EQ(machine_.Sent(), "M17\nM18\nM18\n");
-  record_.connected = 0;
-  SetMotors(record_, 1);
+  record_.link.connected = 0;
+  SetMotors(record_.link, 1);
   EXPECT_EQ(machine_.Sent(), "");
 }
 
 TEST_F(Tools, TheSpindleIsSwitchedOnOnceAndWaitedForOnce) {
   FitSpindle();
-  record_.spindleRpm = 6500;
+  record_.spindle.spindleRpm = 6500;
   EXPECT_GE(Duration([&] { SetSpindle(record_, kSpindleEngrave); }), 750u);
   EXPECT_LT(Duration([&] { SetSpindle(record_, kSpindleEngrave); }), 700u);
   EXPECT_EQ(machine_.Sent(), "M42\nM44 S126\n");
-  EXPECT_EQ(record_.spindleOn, 1);
-  EXPECT_EQ(record_.spindleValue, 6500);
+  EXPECT_EQ(record_.spindle.spindleOn, 1);
+  EXPECT_EQ(record_.spindle.spindleValue, 6500);
   // KEEP: full speed is level 252, never 255; a running spindle gets the on line again.
   SetSpindle(record_, kSpindleFull);
   EXPECT_EQ(machine_.Sent(), "M42\nM44 S252\n");
-  EXPECT_EQ(record_.spindleValue, 13000);
+  EXPECT_EQ(record_.spindle.spindleValue, 13000);
   EXPECT_GE(Duration([&] { SetSpindle(record_, kSpindleOff); }), 750u);
   EXPECT_EQ(machine_.Sent(), "M43\n");
-  EXPECT_EQ(record_.spindleOn, 0);
-  EXPECT_EQ(record_.spindleValue, 0);
+  EXPECT_EQ(record_.spindle.spindleOn, 0);
+  EXPECT_EQ(record_.spindle.spindleValue, 0);
 }
 
 TEST_F(Tools, AnInhibitedSpindleCanStillBeSwitchedOff) {
   FitSpindle();
   SetSpindle(record_, kSpindleInhibit);
-  EXPECT_EQ(record_.spindleInhibit, 1);
+  EXPECT_EQ(record_.spindle.spindleInhibit, 1);
   SetSpindle(record_, kSpindleEngrave);
   SetSpindle(record_, kSpindleFull);
   EXPECT_EQ(machine_.Sent(), "");
-  record_.spindleValue = 13000;
+  record_.spindle.spindleValue = 13000;
   SetSpindle(record_, kSpindleOff);
   EXPECT_EQ(machine_.Sent(), "M43\n");
   SetSpindle(record_, kSpindleRelease);
-  EXPECT_EQ(record_.spindleInhibit, 0);
+  EXPECT_EQ(record_.spindle.spindleInhibit, 0);
   // A running spindle is not inhibited.
-  record_.spindleOn = 1;
+  record_.spindle.spindleOn = 1;
   SetSpindle(record_, kSpindleInhibit);
-  EXPECT_EQ(record_.spindleInhibit, 0);
+  EXPECT_EQ(record_.spindle.spindleInhibit, 0);
 }
 
 TEST_F(Tools, WithoutASpindleOrWithAirZTheSpindleIsIgnored) {
   SetSpindle(record_, kSpindleEngrave);
   SetSpindle(record_, kSpindleInhibit);
   FitSpindle();
-  record_.spindlePresent = 2;  // exactly 1 counts
+  record_.spindle.spindlePresent = 2;  // exactly 1 counts
   SetSpindle(record_, kSpindleEngrave);
   FitSpindle();
-  record_.cutterMode = kCutterAirZ;
+  record_.tools.cutterMode = kCutterAirZ;
   SetSpindle(record_, kSpindleEngrave);
   SetSpindle(record_, kSpindleInhibit);
-  record_.cutterMode = kCutterNone;
+  record_.tools.cutterMode = kCutterNone;
   SetSpindle(record_, 5);  // no such command
-  record_.connected = 0;
+  record_.link.connected = 0;
   SetSpindle(record_, kSpindleEngrave);
   EXPECT_EQ(machine_.Sent(), "");
-  EXPECT_EQ(record_.spindleInhibit, 0);
-  EXPECT_EQ(record_.spindleValue, 0);
+  EXPECT_EQ(record_.spindle.spindleInhibit, 0);
+  EXPECT_EQ(record_.spindle.spindleValue, 0);
 }
 
 TEST_F(Tools, DrainQueueWaitsForBegunAndEndedMovesThenHolds) {
   machine_.OpenJob();
   machine_.controller.AnswerMoves(false);
-  record_.lastCheckTick = record_.lastAnswerTick = 5;
+  record_.link.alive.Alone().lastCheckTick = record_.link.alive.Alone().lastAnswerTick = 5;
   for (const bool begun : {false, true}) {
-    const std::int32_t x = begun ? 4000 : 8000;
-    EmitMove(record_, &x, nullptr, nullptr, 1, CommandTag::Move);
+    SendMove(record_, {.x = begun ? 4000 : 8000}, CommandTag::Move);
     if (begun) {
       machine_.controller.Say("QX\r\nBX\r\n");
-      EXPECT_TRUE(k7test::WaitUntil([&] { return BlocksRunning(record_) == 1; }));
+      EXPECT_TRUE(k7test::WaitUntil([&] { return BlocksRunning(record_.job) == 1; }));
     }
-    record_.plungeHold = 0;
+    record_.job.plungeHold = 0;
     const HostCall host{[&] { DrainQueue(record_, 1); }};
     EXPECT_TRUE(host.Waits()) << begun;
-    EXPECT_EQ(record_.plungeHold, 0) << begun;
+    EXPECT_EQ(record_.job.plungeHold, 0) << begun;
     machine_.controller.Say(begun ? "EX\r\n" : "QX\r\nBX\r\nEX\r\n");
     EXPECT_TRUE(host.Returns()) << begun;
-    EXPECT_EQ(record_.plungeHold, 1) << begun;
-    EXPECT_TRUE(k7test::WaitUntil([&] { return !MovesRemain(record_); })) << begun;
+    EXPECT_EQ(record_.job.plungeHold, 1) << begun;
+    EXPECT_TRUE(k7test::WaitUntil([&] { return !MovesRemain(record_.job); })) << begun;
   }
-  EXPECT_EQ(record_.lastCheckTick, 0u);
-  EXPECT_EQ(record_.lastAnswerTick, 0u);
+  EXPECT_EQ(record_.link.alive.Alone().lastCheckTick, 0u);
+  EXPECT_EQ(record_.link.alive.Alone().lastAnswerTick, 0u);
   DrainQueue(record_, 0);
-  EXPECT_EQ(record_.plungeHold, 0);
+  EXPECT_EQ(record_.job.plungeHold, 0);
 }
 
 // The controller reports no block then: the wait would never end.
 TEST_F(Tools, WithNoJobOpenDrainQueueDoesNotWaitAndHolds) {
-  record_.linesInFlight = 3;
-  record_.blocksRunning = 2;
+  record_.job.linesInFlight.Alone() = 3;
+  record_.job.blocksRunning.Alone() = 2;
   const HostCall host{[&] { DrainQueue(record_, 1); }};
   EXPECT_TRUE(host.Returns());
-  EXPECT_EQ(record_.plungeHold, 1);
-  EXPECT_EQ(LinesInFlight(record_), 3);
-  EXPECT_EQ(BlocksRunning(record_), 2);
+  EXPECT_EQ(record_.job.plungeHold, 1);
+  EXPECT_EQ(LinesInFlight(record_.job), 3);
+  EXPECT_EQ(BlocksRunning(record_.job), 2);
 }
 
 TEST_F(Tools, WithoutMutexesTheDrainEndsAndTheFlagIsStored) {
   DeviceState detached;
-  detached.linesInFlight = 3;
-  detached.lastCheckTick = 9;
+  detached.job.linesInFlight.Alone() = 3;
+  detached.link.alive.Alone().lastCheckTick = 9;
   DrainQueue(detached, 7);
-  EXPECT_EQ(detached.plungeHold, 7);
-  EXPECT_EQ(detached.lastCheckTick, 0u);
+  EXPECT_EQ(detached.job.plungeHold, 7);
+  EXPECT_EQ(detached.link.alive.Alone().lastCheckTick, 0u);
 }
 
 TEST_F(Tools, ThePresentRoundModeWritesAndSendsNothing) {
@@ -137,36 +136,36 @@ TEST_F(Tools, ThePresentRoundModeWritesAndSendsNothing) {
 TEST_F(Tools, TheFixtureTakesXAndGivesItBack) {
   FitRoundFixture();
   machine_.StandAt(4000, 8000, 7, kCutterUp);
-  record_.parkedPosition = 16000;
-  record_.tableHomeX = 40;
-  record_.lastCheckTick = record_.lastAnswerTick = 5;
+  record_.position.parkedPosition = 16000;
+  record_.position.tableHome.x = 40;
+  record_.link.alive.Alone().lastCheckTick = record_.link.alive.Alone().lastAnswerTick = 5;
   EXPECT_GE(Duration([&] { SwitchRoundMode(record_, 1); }), 1000u);
-  EXPECT_EQ(record_.lastCheckTick, 0u);
-  EXPECT_EQ(record_.lastAnswerTick, 0u);
+  EXPECT_EQ(record_.link.alive.Alone().lastCheckTick, 0u);
+  EXPECT_EQ(record_.link.alive.Alone().lastAnswerTick, 0u);
   EXPECT_EQ(machine_.Sent(),
             "M92 X314.96063\nM92 Y157.48032\nM800 X5 Y2\nG92 X50.799999 Y50.799999\n");
   EXPECT_EQ(File(), L"Axis Round/Mode=1\n");
-  EXPECT_EQ(record_.lastX, 16000);
-  EXPECT_EQ(record_.parkedPosition, 4000);
-  EXPECT_EQ(record_.savedPositionX, 4000);
-  EXPECT_EQ(record_.roundStepsPerInch, 4000.0f);
-  EXPECT_EQ(record_.tableHomeRound, 40);
+  EXPECT_EQ(record_.position.last.x, 16000);
+  EXPECT_EQ(record_.position.parkedPosition, 4000);
+  EXPECT_EQ(record_.position.saved.x, 4000);
+  EXPECT_EQ(record_.position.roundStepsPerInch, 4000.0f);
+  EXPECT_EQ(record_.position.tableHomeRound, 40);
 
   SwitchRoundMode(record_, 0);
   EXPECT_EQ(machine_.Sent(),
             "M92 X157.48032\nM92 Y157.48032\nM800 X1 Y2\nG92 X25.400000 Y50.799999\n");
   EXPECT_EQ(File(), L"Axis Round/Mode=0\n");
-  EXPECT_EQ(record_.lastX, 4000);
-  EXPECT_EQ(record_.lastY, 8000);
-  EXPECT_EQ(record_.parkedPosition, 16000);
-  EXPECT_EQ(record_.tableHomeX, 40);
-  EXPECT_EQ(record_.roundAxisMode, kRoundOff);
+  EXPECT_EQ(record_.position.last.x, 4000);
+  EXPECT_EQ(record_.position.last.y, 8000);
+  EXPECT_EQ(record_.position.parkedPosition, 16000);
+  EXPECT_EQ(record_.position.tableHome.x, 40);
+  EXPECT_EQ(record_.mechanics.roundAxisMode, kRoundOff);
 }
 
 TEST_F(Tools, TheFixtureGoesFromXToYAndOff) {
   FitRoundFixture();
   machine_.StandAt(4000, 8000, 7, kCutterUp);
-  record_.parkedPosition = 16000;
+  record_.position.parkedPosition = 16000;
   SwitchRoundMode(record_, 1);
   machine_.Sent();
   SwitchRoundMode(record_, 2);
@@ -178,7 +177,7 @@ TEST_F(Tools, TheFixtureGoesFromXToYAndOff) {
   EXPECT_EQ(machine_.Sent(),
             "M92 X157.48032\nM92 Y157.48032\nM800 X1 Y2\nG92 X50.799999 Y25.400000\n");
   EXPECT_EQ(File(), L"Axis Round/Mode=0\n");
-  EXPECT_EQ(record_.parkedPosition, 16000);
+  EXPECT_EQ(record_.position.parkedPosition, 16000);
 }
 
 TEST_F(Tools, TheAxisMappingOfEachMode) {
@@ -194,7 +193,7 @@ TEST_F(Tools, TheAxisMappingOfEachMode) {
   };
   for (const auto& c : kCases) {
     hasRoundAttachment = c.attachment;
-    record_.roundAxisMode = c.mode;
+    record_.mechanics.roundAxisMode = c.mode;
     SendAxisMapping(record_);
     EXPECT_EQ(machine_.Sent(), c.want) << int{c.attachment} << ' ' << c.mode;
   }

@@ -16,9 +16,9 @@ namespace {
 class CurrentLocationTest : public testing::Test {
  protected:
   CurrentLocationTest() {
-    record_.controllerId.Set(id_.c_str());
-    record_.lastX = -111;
-    record_.lastY = 222;
+    record_.link.controllerId.Set(id_.c_str());
+    record_.position.last.x = -111;
+    record_.position.last.y = 222;
   }
   ~CurrentLocationTest() override {
     std::filesystem::remove(k7test::SettingsFileOf(id_));
@@ -26,7 +26,7 @@ class CurrentLocationTest : public testing::Test {
   }
   void Round(std::uint8_t attachment, std::uint32_t mode) {
     hasRoundAttachment = attachment;
-    record_.roundAxisMode = mode;
+    record_.mechanics.roundAxisMode = mode;
   }
   std::string Contents() const {
     std::ifstream in{std::filesystem::path{k7test::SettingsFileOf(id_)}, std::ios::binary};
@@ -69,7 +69,7 @@ TEST_F(CurrentLocationTest, AnUnknownModeSavesNothing) {
 TEST_F(CurrentLocationTest, AGoToWritesXAndYWhateverTheMode) {
   for (const std::uint32_t mode : {0u, 1u, 2u, 3u}) {
     Round(1, mode);
-    record_.lastX = static_cast<std::int32_t>(mode);
+    record_.position.last.x = static_cast<std::int32_t>(mode);
     WriteCurrentLocation(record_);
     EXPECT_EQ(Contents(),
               "[Current Location]\r\nX Axis=" + std::to_string(mode) + "\r\nY Axis=222\r\n");

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "device/device_state.h"
+#include "device/worker.h"
 #include "link/link.h"
-#include "motion/jog.h"
 #include "support/fake_controller.h"
 #include "support/wait_until.h"
 
@@ -18,14 +18,14 @@ class AttachedDevice {
   explicit AttachedDevice(FakeController& controller, bool connected = true)
       : controller_(controller) {
     k7::AttachLink(record_, controller.DriverEnd(), controller.LinkType(), L"fake");
-    record_.connected = connected ? 1 : 0;
+    record_.link.connected = connected ? 1 : 0;
   }
   ~AttachedDevice() {
     k7::EndWorkers(record_);
     // Detach would do all of this itself, half a second later.
-    record_.readerRun = 0;
+    record_.link.readerRun = 0;
     controller_.Nudge();
-    WaitUntil([&] { return record_.readerAlive == 0; }, std::chrono::milliseconds{100});
+    WaitUntil([&] { return record_.link.readerAlive == 0; }, std::chrono::milliseconds{100});
     k7::DetachLink(record_, k7::kLinkNone);
   }
   AttachedDevice(const AttachedDevice&) = delete;
@@ -35,9 +35,9 @@ class AttachedDevice {
   // order, and the one that is put behind them, which leaves tableHomed 1, is seen. False:
   // deadline.
   bool Hear(const std::string& bytes) {
-    record_.tableHomed = 77;
+    record_.position.tableHomed = 77;
     controller_.Say(bytes + "TableIsHomedTRUE\r\n");
-    return WaitUntil([&] { return record_.tableHomed == 1; });
+    return WaitUntil([&] { return record_.position.tableHomed == 1; });
   }
 
   k7::DeviceState& operator*() { return record_; }

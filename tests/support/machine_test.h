@@ -7,8 +7,8 @@
 #include <string>
 
 #include "device/module_state.h"
-#include "settings/settings_keys.h"
-#include "settings/settings_paths.h"
+#include "settings/keys.h"
+#include "settings/paths.h"
 #include "support/host_window.h"
 #include "support/message_box.h"
 #include "support/test_machine.h"
@@ -29,28 +29,28 @@ class MachineTest : public testing::Test {
   // A fixture of 8000 steps per inch.
   void FitRoundFixture() {
     k7::hasRoundAttachment = 1;
-    record_.roundCircumference = 5.0f;
+    record_.mechanics.roundCircumference = 5.0f;
   }
   void Tell(const HostWindow& window) {
-    record_.ownerWindow = window.Handle();
-    record_.msgExtra1 = kPosition;
-    record_.msgExtra2 = kSurface;
-    record_.msgExtra3 = kJogZ;
+    record_.notify.ownerWindow = window.Handle();
+    record_.notify.msgExtra1 = kPosition;
+    record_.notify.msgExtra2 = kSurface;
+    record_.notify.msgExtra3 = kJogZ;
   }
 
   // The text of one key of the controller's file; "(none)" when it is missing.
   std::wstring Key(const wchar_t* section, const wchar_t* key) const {
     wchar_t text[256] = L"";
     GetPrivateProfileStringW(section, key, L"(none)", text, 256,
-                             k7::SettingsFilePath(record_).text);
+                             k7::SettingsFilePath(record_.link).text);
     return text;
   }
   void WriteKey(const wchar_t* section, const wchar_t* key, const wchar_t* text) const {
-    WritePrivateProfileStringW(section, key, text, k7::SettingsFilePath(record_).text);
+    WritePrivateProfileStringW(section, key, text, k7::SettingsFilePath(record_.link).text);
   }
   // Everything in the controller's file as "section/key=value" in file order.
   std::wstring File() const {
-    const k7::SettingsPath path = k7::SettingsFilePath(record_);
+    const k7::SettingsPath path = k7::SettingsFilePath(record_.link);
     wchar_t sections[1024] = L"";
     GetPrivateProfileSectionNamesW(sections, 1024, path.text);
     std::wstring all;

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "motion/strokes.h"
-#include "settings/settings_file.h"
-#include "settings/settings_keys.h"
+#include "settings/file.h"
+#include "settings/keys.h"
 #include "support/stroke.h"
 
 namespace k7test {
@@ -38,7 +38,8 @@ class RaisedCutter : public TestMachine {
   }
   // The cutter home that stands in the settings file, in inches.
   float CutterHomeInFile() {
-    return k7::SettingsFile{**this}.ReadFloat(k7::keys::kAxisZ, k7::keys::kCutterHome, kNoHome);
+    return k7::SettingsFile{(**this).link}.ReadFloat(k7::keys::kAxisZ, k7::keys::kCutterHome,
+                                                     kNoHome);
   }
 };
 

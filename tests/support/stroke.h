@@ -27,7 +27,8 @@ inline void PrintTo(const Stroke& stroke, std::ostream* out) {
 
 // What the stroke that has just returned `status` did.
 inline Stroke Made(TestMachine& machine, std::uint32_t status) {
-  return {status, machine.Sent(), machine.Tags(), machine->zMoveCount, machine->cutterState};
+  return {status, machine.Sent(), machine.Tags(), machine->job.zMoveCount,
+          machine->tools.cutterState};
 }
 
 }  // namespace k7test

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "ui/module_instance.h"
+#include "ui/common/module_instance.h"
 
 namespace k7test {
 

@@ -1,7 +1,8 @@
 #include "support/test_machine.h"
 
+#include "device/guarded.h"
 #include "device/polling.h"
-#include "device/record_lock.h"
+#include "device/progress.h"
 #include "job/job.h"
 #include "link/link.h"
 #include "support/controller_id.h"
@@ -12,17 +13,17 @@ TestMachine::TestMachine() : device_{controller} {
   controller.BehaveWell();
   k7::DeviceState& record = *device_;
   GiveDefaults(record);
-  record.controllerId.Set(FreshControllerId().c_str());
-  record.traverseSpeed = 1.0f;
-  record.cutterDownSpeed = 0.5f;
-  record.cutterUpSpeed = 0.25f;
-  record.engraveSpeed = 2.0f;
-  record.gridSpeed = 4.0f;
-  record.msgQueued = kQueued;
-  record.msgStarted = kStarted;
-  record.msgFinished = kFinished;
-  record.notifyContext = reinterpret_cast<std::uint64_t>(this);
-  record.notifyCallback = &TestMachine::Notify;
+  record.link.controllerId.Set(FreshControllerId().c_str());
+  record.tools.traverseSpeed = 1.0f;
+  record.tools.cutterDownSpeed = 0.5f;
+  record.tools.cutterUpSpeed = 0.25f;
+  record.tools.engraveSpeed = 2.0f;
+  record.tools.gridSpeed = 4.0f;
+  record.notify.msgQueued = kQueued;
+  record.notify.msgStarted = kStarted;
+  record.notify.msgFinished = kFinished;
+  record.notify.notifyContext = reinterpret_cast<std::uint64_t>(this);
+  record.notify.notifyCallback = &TestMachine::Notify;
 }
 
 void TestMachine::Notify(std::uint32_t message, std::uint64_t context) {
@@ -33,23 +34,24 @@ void TestMachine::Notify(std::uint32_t message, std::uint64_t context) {
 
 void TestMachine::FitSwitches() {
   k7::DeviceState& record = *device_;
-  record.limitSwitchX = record.limitSwitchY = record.limitSwitchZ = record.proxSwitch = 1;
+  record.mechanics.axis.x.limitSwitch = record.mechanics.axis.y.limitSwitch =
+      record.mechanics.axis.z.limitSwitch = record.mechanics.proxSwitch = 1;
 }
 
 void TestMachine::FitSpindle() {
-  device_->spindlePresent = 1;
+  device_->spindle.spindlePresent = 1;
 }
 
 void TestMachine::OpenJob() {
   k7::BeginJob(*device_);
-  device_->firstMove = 0;
+  device_->job.firstMove = 0;
   Sent();
 }
 
 // A line of the test's own marks the end: lines keep their order, so everything before it is here.
 std::string TestMachine::Sent() {
   const std::string mark = ";" + std::to_string(++marks_) + "\n";
-  k7::SendLine(*device_, mark.c_str());
+  k7::SendLine(device_->link, mark.c_str());
   if (!controller.WaitForLine(mark)) return "the mark was never received";
   std::string sent = controller.Transcript();
   sent.erase(sent.find(mark));
@@ -59,15 +61,15 @@ std::string TestMachine::Sent() {
 
 std::vector<int> TestMachine::Tags() {
   std::vector<int> tags;
-  const k7::RecordLock<k7::ringMutex> lock{*device_};
-  for (int i = 0; i < device_->ackRingIndex; ++i)
-    tags.push_back(static_cast<int>(device_->ackRing[i]));
+  const auto lock = device_->job.tagRing.Lock();
+  for (int i = 0; i < device_->job.tagRing.Alone().ackRingIndex; ++i)
+    tags.push_back(static_cast<int>(device_->job.tagRing.Alone().ackRing[i]));
   return tags;
 }
 
 bool TestMachine::WaitUntilIdle() {
   return WaitUntil(
-      [&] { return k7::LinesInFlight(*device_) == 0 && k7::BlocksRunning(*device_) == 0; });
+      [&] { return k7::LinesInFlight(device_->job) == 0 && k7::BlocksRunning(device_->job) == 0; });
 }
 
 std::vector<std::uint32_t> TestMachine::Told() {
@@ -77,10 +79,10 @@ std::vector<std::uint32_t> TestMachine::Told() {
 
 void TestMachine::StandAt(std::int32_t x, std::int32_t y, std::int32_t z,
                           std::uint32_t cutterState) {
-  device_->lastX = x;
-  device_->lastY = y;
-  device_->lastZ = z;
-  device_->cutterState = cutterState;
+  device_->position.last.x = x;
+  device_->position.last.y = y;
+  device_->position.last.z = z;
+  device_->tools.cutterState = cutterState;
 }
 
 }  // namespace k7test

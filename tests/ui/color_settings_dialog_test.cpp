@@ -21,7 +21,7 @@ constexpr std::uint32_t kWhite = 0xFFFFFF;
 
 class ColorSettingsDialog : public SubDialogTest {
  protected:
-  ColorSettingsDialog() { Record().hostColorTlsIndex = table_.Index(); }
+  ColorSettingsDialog() { Record().host.hostColorTlsIndex = table_.Index(); }
   ~ColorSettingsDialog() override { driver_.reset(); }
 
   void OpenColors(bool withTable = true, bool withDevice = true) {
@@ -187,7 +187,7 @@ class ColorSettingsWithoutTable : public ColorSettingsDialog {
 };
 
 TEST_F(ColorSettingsWithoutTable, NoIndex) {
-  Record().hostColorTlsIndex = 0;
+  Record().host.hostColorTlsIndex = 0;
   OpenColors();
   ExpectRowsAsInTheTemplate();
 }

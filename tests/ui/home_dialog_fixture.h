@@ -16,7 +16,7 @@ class HomeDialogTest : public SubDialogTest {
     controller_.Answer("G28 Z0\n", "Z_Limit 6000\r\n");
     controller_.Answer("G28 Y0\n", "Y_Limit 5000\r\n");
     controller_.Answer("G28 X0\n", "X_Limit 4000\r\n");
-    Record().tableHomed = 0;
+    Record().position.tableHomed = 0;
   }
   void UseAirZ() { WriteInt(keys::kAxisZ, keys::kAirZ, 1); }
 };

@@ -7,7 +7,7 @@
 #include "ui/set_cutter_dialog.h"
 #include "ui/set_table_home_dialog.h"
 #include "ui/set_table_zero_dialog.h"
-#include "ui/table_setup_dialog.h"
+#include "ui/table_setup/table_setup_dialog.h"
 
 namespace k7 {
 namespace {
@@ -18,7 +18,7 @@ using Round = std::vector<int>;
 class Keyboard : public HomeDialogTest {
  protected:
   void OpenSettings() {
-    Record().tableHomed = 1;
+    Record().position.tableHomed = 1;
     FitAllSwitches();
     Open();
   }

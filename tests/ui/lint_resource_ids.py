@@ -66,7 +66,7 @@ for name in defined:
         errors.append(f"resource_ids.h: {name} is in no template")
 
 # A control is mentioned when the code names it or a template test lists its number.
-tests = "\n".join(strip_comments(p.read_text()) for p in ROOT.glob("tests/ui/*_test.cpp"))
+tests = "\n".join(strip_comments(p.read_text()) for p in ROOT.glob("tests/ui/**/*_test.cpp"))
 for dialog, controls in templates.items():
     for name in sorted(controls - STANDARD.keys()):
         if name not in code and not re.search(rf"\{{\s*{defined.get(name)}\s*,", tests):

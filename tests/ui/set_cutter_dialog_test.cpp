@@ -68,7 +68,7 @@ TEST_F(SetCutterDialog, BeyondTheLargestLiftThereIsNoSecondOne) {
   EXPECT_EQ(Set(L"2147483647").size(), 2u);
   for (const wchar_t* depth : {L"2147483648", L"4294967295", L"4294967296", L"8589934593",
                                L"18446744073709551617", L"99999999999999999999999999"}) {
-    Record().lastZ = 0;
+    Record().position.last.z = 0;
     EXPECT_EQ(Set(depth).size(), 1u) << depth;
     EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kLastCutterSet),
               std::wcstof(depth, nullptr))

@@ -107,8 +107,8 @@ TEST_F(SetTableHomeDialog, ByHandThePositionIsDeclaredAndTheHeadSentToMachineZer
                                "M106\nSendBlockMessagesOn\n"));
   EXPECT_THAT(sent, HasSubstr("G0 X0.000000 Y0.000000\n"));
   EXPECT_THAT(sent, EndsWith("SetTableHomed\n"));
-  EXPECT_EQ(Record().lastX, 0);
-  EXPECT_EQ(Record().lastY, 0);
+  EXPECT_EQ(Record().position.last.x, 0);
+  EXPECT_EQ(Record().position.last.y, 0);
 }
 
 // KEEP: inches, as the bits of a single, to the file; steps to the record.
@@ -120,21 +120,21 @@ TEST_F(SetTableHomeDialog, WritesInchesAndKeepsSteps) {
   EXPECT_EQ(StoredFloat(keys::kAxisY, keys::kTableHome), 1.00013f);
   EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kTableHome), 1.75f);
   EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kCutterHome), 1.75f);
-  EXPECT_EQ(Record().tableHomeX, 2000);
-  EXPECT_EQ(Record().tableHomeY, 4001);
-  EXPECT_EQ(Record().cutterHome, 7000);
+  EXPECT_EQ(Record().position.tableHome.x, 2000);
+  EXPECT_EQ(Record().position.tableHome.y, 4001);
+  EXPECT_EQ(Record().position.cutterHome, 7000);
 }
 
 TEST_F(SetTableHomeDialog, ByHandWithAirZLeavesZAlone) {
   UseAirZ();
   OpenHome();
-  const std::int32_t cutterHome = Record().cutterHome;
+  const std::int32_t cutterHome = Record().position.cutterHome;
   TypeHome(L"0.5", L"1", L"1");
   EXPECT_EQ(CloseBy(IDOK), 1);
   const std::string sent = Sent();
   EXPECT_THAT(sent, StartsWith("M17\nG92 X12.700000 Y25.400000\nG0 F1524.000\nM106\n"));
   EXPECT_THAT(sent, EndsWith("SetTableHomed\n"));
-  EXPECT_EQ(Record().cutterHome, cutterHome);
+  EXPECT_EQ(Record().position.cutterHome, cutterHome);
   EXPECT_EQ(Stored(keys::kAxisZ, keys::kTableHome), L"(none)");
   EXPECT_EQ(Stored(keys::kAxisZ, keys::kCutterHome), L"(none)");
 }
@@ -145,8 +145,8 @@ TEST_F(SetTableHomeDialog, WithAllSwitchesThePlaceIsMachineZero) {
   OpenHome();
   EXPECT_EQ(CloseBy(IDOK), 1);
   EXPECT_EQ(Sent(), "M17\nG92 X0.000000 Y0.000000 Z0.000000\nSetTableHomed\n");
-  EXPECT_EQ(Record().tableHomeX, 2000);
-  EXPECT_EQ(Record().cutterHome, 7000);
+  EXPECT_EQ(Record().position.tableHome.x, 2000);
+  EXPECT_EQ(Record().position.cutterHome, 7000);
   EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kCutterHome), 1.75f);
 }
 
@@ -168,9 +168,9 @@ TEST_F(SetTableHomeDialog, LiteralValuesHomeTheMachineAndEndWithTwo) {
   EXPECT_EQ(Sent(),
             "M17\nM119\nG0 F7620.000\nG28 Z0\nG28 Y0\nG28 X0\nSetTableHomed\n"
             "G92 X0.000000 Y0.000000 Z0.000000\n");
-  EXPECT_EQ(Record().tableHomeX, 2000);
-  EXPECT_EQ(Record().tableHomeY, 4000);
-  EXPECT_EQ(Record().cutterHome, 4000);
+  EXPECT_EQ(Record().position.tableHome.x, 2000);
+  EXPECT_EQ(Record().position.tableHome.y, 4000);
+  EXPECT_EQ(Record().position.cutterHome, 4000);
 }
 
 // KEEP: homing is refused there, and nobody tells the controller that its home is set.
@@ -180,7 +180,7 @@ TEST_F(SetTableHomeDialog, LiteralValuesWithoutSwitchesOnlyKeepTheHome) {
   TypeHome(L"0.5", L"1", L"1");
   EXPECT_EQ(CloseBy(IDOK), 2);
   EXPECT_EQ(Sent(), "M17\n");
-  EXPECT_EQ(Record().tableHomeX, 2000);
+  EXPECT_EQ(Record().position.tableHome.x, 2000);
 }
 
 TEST_F(SetTableHomeDialog, LiteralValuesWithAirZEndWithOne) {
@@ -191,7 +191,7 @@ TEST_F(SetTableHomeDialog, LiteralValuesWithAirZEndWithOne) {
   TypeHome(L"0.5", L"1", L"1");
   EXPECT_EQ(CloseBy(IDOK), 1);
   EXPECT_EQ(Sent(), "M17\n");
-  EXPECT_EQ(Record().tableHomeY, 4000);
+  EXPECT_EQ(Record().position.tableHome.y, 4000);
 }
 
 // The machine moves meanwhile: a second click would be one too many.
@@ -225,7 +225,7 @@ TEST_F(SetTableHomeDialog, CancelHoldsTheTableAndChangesNothing) {
   EXPECT_EQ(CloseBy(IDCANCEL), 2);
   EXPECT_EQ(Sent(), "M17\nSetTableHomed\n");
   EXPECT_EQ(AllKeys(), before);
-  EXPECT_EQ(Record().tableHomeX, 0);
+  EXPECT_EQ(Record().position.tableHome.x, 0);
 }
 
 TEST_F(SetTableHomeDialog, WithoutADeviceOnlyOpensAndCloses) {

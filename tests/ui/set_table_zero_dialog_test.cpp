@@ -88,18 +88,18 @@ TEST_F(SetTableZeroDialog, HandsBufferAndModeToTheMachine) {
   EXPECT_EQ(CloseBy(IDOK), 1);
   EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kTableBuffer), 0.25f);
   EXPECT_EQ(Written(), L"0");
-  EXPECT_EQ(Record().tableSurface, 8000 - 1000);
+  EXPECT_EQ(Record().position.tableSurface, 8000 - 1000);
   EXPECT_EQ(dialogState.engraveBufferModified, 0);
 }
 
 TEST_F(SetTableZeroDialog, TheSecondModeTakesThePresentZ) {
   OpenOn(&ShowSetTableZeroDialog);
-  Record().lastZ = 2500;
+  Record().position.last.z = 2500;
   Type(IDC_TZ_BUFFER, L"0.5");
   Pick(dialog_, IDC_TZ_MODE, 1);
   CloseBy(IDOK);
-  EXPECT_EQ(Record().tableSurface, 2500 - 2000);
-  EXPECT_EQ(Record().lastZ, 0);
+  EXPECT_EQ(Record().position.tableSurface, 2500 - 2000);
+  EXPECT_EQ(Record().position.last.z, 0);
 }
 
 TEST_F(SetTableZeroDialog, TheThirdModeProbesForTheSurface) {
@@ -108,14 +108,14 @@ TEST_F(SetTableZeroDialog, TheThirdModeProbesForTheSurface) {
       "G30 ", [](FakeController& fake, const std::string&) { fake.Say("Z_Probe 4000\r\n"); });
   FitSwitches();
   OpenOn(&ShowSetTableZeroDialog);
-  Record().lastZ = 2000;  // the probe goes on from here
+  Record().position.last.z = 2000;  // the probe goes on from here
   Type(IDC_TZ_BUFFER, L"0.5");
   Pick(dialog_, IDC_TZ_MODE, 2);
   EXPECT_EQ(CloseBy(IDOK), 1);
   EXPECT_THAT(Sent(), testing::StartsWith("G30 F25.400\nG92 Z"));
   EXPECT_EQ(Written(), L"2");
-  EXPECT_EQ(Record().cutterHome, 5000) << "the probe's offset is taken off";
-  EXPECT_EQ(Record().tableSurface, 6000 - 2000);
+  EXPECT_EQ(Record().position.cutterHome, 5000) << "the probe's offset is taken off";
+  EXPECT_EQ(Record().position.tableSurface, 6000 - 2000);
 }
 
 TEST_F(SetTableZeroDialog, AStoredModeThatIsNotOfferedSelectsNothing) {
@@ -129,16 +129,16 @@ TEST_F(SetTableZeroDialog, TextThatIsNoNumberIsNoBuffer) {
   Type(IDC_TZ_BUFFER, L"thin");
   CloseBy(IDOK);
   EXPECT_EQ(Stored(keys::kAxisZ, keys::kTableBuffer), L"0");
-  EXPECT_EQ(Record().tableSurface, 8000);
+  EXPECT_EQ(Record().position.tableSurface, 8000);
 }
 
 TEST_F(SetTableZeroDialog, WithoutASelectionTheModeIsMinusOne) {
   OpenOn(&ShowSetTableZeroDialog);
-  const std::int32_t before = Record().tableSurface;
+  const std::int32_t before = Record().position.tableSurface;
   SendDlgItemMessageW(dialog_, IDC_TZ_MODE, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
   CloseBy(IDOK);
   EXPECT_EQ(Written(), L"-1");
-  EXPECT_EQ(Record().tableSurface, before);
+  EXPECT_EQ(Record().position.tableSurface, before);
 }
 
 TEST_F(SetTableZeroDialog, CancelWritesNothing) {

@@ -9,7 +9,7 @@
 
 #include "link/link.h"
 #include "support/wait_until.h"
-#include "ui/settings_dialog_fixture.h"
+#include "ui/settings/settings_dialog_fixture.h"
 
 namespace k7 {
 
@@ -38,7 +38,7 @@ class SubDialogTest : public SettingsDialogTest {
   // lines keep their order.
   std::vector<std::string> SentLines() {
     const std::string mark = ";" + std::to_string(++marks_) + "\n";
-    SendLine(*device_, mark.c_str());
+    SendLine(device_->link, mark.c_str());
     EXPECT_TRUE(controller_.WaitForLine(mark));
     std::vector<std::string> lines;
     for (const std::string& line : controller_.Lines()) {

@@ -24,7 +24,7 @@ class EnsureTableHomeTest : public HomeDialogTest {
 
 TEST_F(EnsureTableHomeTest, DoesNothingOnceTheTableIsHomed) {
   FitAllSwitches();
-  Record().tableHomed = 1;
+  Record().position.tableHomed = 1;
   Ensure();
   EXPECT_EQ(driver_->Result(), 0);
   EXPECT_EQ(Sent(), "");
@@ -94,7 +94,7 @@ TEST_F(PromptTableHomeTest, AsksYesOrNoAndTakesNo) {
 
 TEST_F(PromptTableHomeTest, IsQuietWithoutAConnection) {
   LoadSettings(Record());
-  Record().connected = 0;
+  Record().link.connected = 0;
   driver_.emplace(
       [this] { return static_cast<std::int64_t>(PromptTableHome(Record(), nullptr) ? 1 : 0); });
   EXPECT_EQ(driver_->Result(), 1);
@@ -102,7 +102,7 @@ TEST_F(PromptTableHomeTest, IsQuietWithoutAConnection) {
 
 TEST_F(PromptTableHomeTest, IsQuietInAJob) {
   LoadSettings(Record());
-  Record().jobOpen = 1;
+  Record().job.jobOpen.Alone() = 1;
   driver_.emplace(
       [this] { return static_cast<std::int64_t>(PromptTableHome(Record(), nullptr) ? 1 : 0); });
   EXPECT_EQ(driver_->Result(), 1);
@@ -138,9 +138,9 @@ TEST_F(PromptTableHomeTest, WithAllSwitchesTheReportsOfTheSwitchesBringTheHome) 
   AnswerYes();
   AcceptFirstDialog();
   EXPECT_EQ(Sent(), std::string{kDialogAccepted} + "M119\n" + kHoming + "M18\n");
-  EXPECT_EQ(Record().tableHomeX, 4000);
-  EXPECT_EQ(Record().tableHomeY, 5000);
-  EXPECT_EQ(Record().cutterHome, 6000);
+  EXPECT_EQ(Record().position.tableHome.x, 4000);
+  EXPECT_EQ(Record().position.tableHome.y, 5000);
+  EXPECT_EQ(Record().position.cutterHome, 6000);
   EXPECT_EQ(StoredFloat(keys::kAxisX, keys::kTableHome), 1.0f);
   EXPECT_EQ(StoredFloat(keys::kAxisY, keys::kTableHome), 1.25f);
   EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kTableHome), 1.5f);
@@ -155,9 +155,9 @@ TEST_F(PromptTableHomeTest, AnAxisAtItsSwitchIsPulledBackAQuarterInch) {
   Prompt();
   AnswerYes();
   AcceptFirstDialog();
-  EXPECT_EQ(Record().tableHomeX, 3000);
-  EXPECT_EQ(Record().tableHomeY, 5000);
-  EXPECT_EQ(Record().cutterHome, 5000);
+  EXPECT_EQ(Record().position.tableHome.x, 3000);
+  EXPECT_EQ(Record().position.tableHome.y, 5000);
+  EXPECT_EQ(Record().position.cutterHome, 5000);
   EXPECT_EQ(StoredFloat(keys::kAxisX, keys::kTableHome), 0.75f);
   CloseBy(IDCANCEL);
 }
@@ -168,12 +168,12 @@ TEST_F(PromptTableHomeTest, RefusedHomingLeavesMinusOne) {
   Prompt();
   AnswerYes();
   controller_.OnPrefix("SetTableHomed\n", [this](FakeController&, const std::string&) {
-    Record().connected = 0;  // as a controller that was switched off just then
+    Record().link.connected = 0;  // as a controller that was switched off just then
   });
   AcceptFirstDialog();
-  EXPECT_EQ(Record().tableHomeX, -1);
-  EXPECT_EQ(Record().tableHomeY, -1);
-  EXPECT_EQ(Record().cutterHome, -1);
+  EXPECT_EQ(Record().position.tableHome.x, -1);
+  EXPECT_EQ(Record().position.tableHome.y, -1);
+  EXPECT_EQ(Record().position.cutterHome, -1);
   EXPECT_EQ(StoredFloat(keys::kAxisX, keys::kTableHome), -1.0f / 4000.0f);
   EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kTableHome), -1.0f / 4000.0f);
   CloseBy(IDCANCEL);
@@ -187,7 +187,7 @@ TEST_F(PromptTableHomeTest, WithAirZNothingIsWrittenForZ) {
   Prompt();
   AnswerYes();
   AcceptFirstDialog();
-  EXPECT_EQ(Record().cutterHome, -1);
+  EXPECT_EQ(Record().position.cutterHome, -1);
   EXPECT_EQ(Stored(keys::kAxisZ, keys::kTableHome), L"(none)");
   EXPECT_THAT(Sent(), testing::Not(testing::HasSubstr("G28 Z0")));
   CloseBy(IDCANCEL);

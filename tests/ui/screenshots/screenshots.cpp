@@ -10,25 +10,25 @@
 #include <iterator>
 #include <string>
 
-#include "device/bounded_copy.h"
+#include "base/bounded_copy.h"
 #include "device/module_state.h"
-#include "settings/library_folders.h"
-#include "settings/load.h"
-#include "settings/settings_file.h"
-#include "settings/settings_keys.h"
+#include "session/library_folders.h"
+#include "session/load.h"
+#include "settings/file.h"
+#include "settings/keys.h"
 #include "support/attached_device.h"
 #include "support/controller_id.h"
 #include "support/dialog_driver.h"
 #include "support/fake_controller.h"
 #include "support/wait_until.h"
 #include "ui/color_settings_dialog.h"
-#include "ui/dialog_state.h"
+#include "ui/common/dialog_state.h"
 #include "ui/resource_ids.h"
 #include "ui/set_cutter_dialog.h"
 #include "ui/set_table_home_dialog.h"
 #include "ui/set_table_zero_dialog.h"
-#include "ui/settings_dialog.h"
-#include "ui/table_setup_dialog.h"
+#include "ui/settings/settings_dialog.h"
+#include "ui/table_setup/table_setup_dialog.h"
 
 namespace {
 
@@ -101,7 +101,7 @@ void UseProfile(DeviceState& record, const SettingsFile& file) {
 }
 void BeBusy(DeviceState& record, const SettingsFile& file) {
   FitEverything(record, file);
-  record.plungeHold = 1;
+  record.job.plungeHold = 1;
 }
 void OpenList(HWND dialog, int id) {
   const HWND list = GetDlgItem(dialog, id);
@@ -178,7 +178,7 @@ void UseColors(DeviceState& record, const SettingsFile&) {
     std::memcpy(hostColors + 788 + 4 * i, &count, 4);
     hostColors[884 + i] = i != 3;
   }
-  while (record.hostColorTlsIndex == 0) record.hostColorTlsIndex = TlsAlloc();
+  while (record.host.hostColorTlsIndex == 0) record.host.hostColorTlsIndex = TlsAlloc();
 }
 
 void Unlock(HWND dialog) {
@@ -228,10 +228,10 @@ class Machine {
     controller_.Answer("M119\n", "min_x:1 min_y:0 min_z:0 pins: Probe: 1\r\n");
     k7test::GiveDefaults(*device_);
     DeleteFileW(k7test::SettingsFileOf(kControllerId).c_str());  // of the machine before
-    device_->controllerId.Set(kControllerId);
-    device_->tableHomed = 1;
+    device_->link.controllerId.Set(kControllerId);
+    device_->position.tableHomed = 1;
     dialogState = {};
-    prepare(*device_, SettingsFile{*device_});
+    prepare(*device_, SettingsFile{device_->link});
     LoadSettings(*device_);
   }
   DeviceState& operator*() { return *device_; }
@@ -258,7 +258,7 @@ void PoseSub(const SubLayout& layout) {
       layout.name,
       [&] {
         dialogDevice = &*machine;
-        if (const DWORD index = dialogDevice->hostColorTlsIndex; index != 0) {
+        if (const DWORD index = dialogDevice->host.hostColorTlsIndex; index != 0) {
           TlsSetValue(index, hostColors);
         }
         const INT_PTR result = layout.show(nullptr);

@@ -1,0 +1,88 @@
+// Guarded<T>: a value of the record that is reached only through the lock beside it.
+#pragma once
+
+#include <utility>
+
+#include "base/short_lock.h"
+
+namespace k7 {
+
+#ifdef K7_CHECKED
+namespace detail {
+inline thread_local int guardsHeld = 0;
+}
+#endif
+
+// The record has seven of them. They are open from attach to detach: a closed one gives nothing,
+// and whoever asked skips his update or ends his wait. Each is held for one short access, never two
+// at once on a thread (checked builds trap). [any]
+template <typename T>
+class Guarded {
+ public:
+  // The value, locked until the end of the scope. Test it before use: false while closed.
+  class [[nodiscard]] Access {
+   public:
+    explicit Access(Guarded& guarded) noexcept : guarded_(guarded) {
+      Enter();
+      guarded_.lock_.Acquire();
+    }
+    ~Access() {
+      guarded_.lock_.Release();
+      Leave();
+    }
+    Access(const Access&) = delete;
+    Access& operator=(const Access&) = delete;
+
+    explicit operator bool() const noexcept { return guarded_.open_; }
+    T& operator*() const noexcept { return guarded_.value_; }
+    T* operator->() const noexcept { return &guarded_.value_; }
+
+   private:
+#ifdef K7_CHECKED
+    static void Enter() noexcept {
+      if (detail::guardsHeld++ != 0) __builtin_trap();
+    }
+    static void Leave() noexcept { --detail::guardsHeld; }
+#else
+    static void Enter() noexcept {}
+    static void Leave() noexcept {}
+#endif
+
+    Guarded& guarded_;
+  };
+
+  Guarded() noexcept = default;
+  explicit Guarded(T value) noexcept : value_(std::move(value)) {}
+
+  Access Lock() noexcept { return Access{*this}; }
+
+  // A copy of the value; `otherwise` while closed.
+  T ValueOr(T otherwise) const noexcept {
+    const Access access{const_cast<Guarded&>(*this)};
+    return access ? *access : otherwise;
+  }
+
+  // Stores `value`; nothing while closed.
+  void Set(T value) noexcept {
+    if (const Access access{*this}) *access = std::move(value);
+  }
+
+  void Open() noexcept { SetOpen(true); }
+  void Close() noexcept { SetOpen(false); }
+
+  // The value without the lock: for a record that no other thread works on, open or closed.
+  T& Alone() noexcept { return value_; }
+  const T& Alone() const noexcept { return value_; }
+
+ private:
+  void SetOpen(bool open) noexcept {
+    const ShortLockScope scope{lock_};
+    open_ = open;
+  }
+
+  ShortLock lock_;
+  bool open_ = false;
+  T value_{};
+};
+
+}  // namespace k7

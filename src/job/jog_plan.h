@@ -1,0 +1,26 @@
+// What a jog does: which axis, how far a step, how fast, and where it has to stop.
+#pragma once
+
+#include <cstdint>
+
+#include "device/device_state.h"
+
+namespace k7 {
+
+struct JogPlan {
+  bool possible = false;  // false: unknown direction, or Z of an air-Z head
+  Axis axis = Axis::X;
+  std::int32_t stepSteps = 0;  // machine steps, signed
+  float feedInchesPerSecond = 0.0f;
+  std::int32_t maxOutstanding = 0;  // lines that may be on their way
+  bool limited = false;             // false: Z, and an axis that the round fixture replaces
+  std::int32_t highestSteps = 0;    // the lowest is 0
+};
+
+// The plan of the jog that the record asks for (jogDirection, jogSpeedMode). [any]
+JogPlan PlanJog(const DeviceState& record) noexcept;
+
+// Whether the jog may go to this machine position. [any]
+bool JogMayReach(const JogPlan& plan, std::int32_t position) noexcept;
+
+}  // namespace k7

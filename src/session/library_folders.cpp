@@ -1,0 +1,36 @@
+#include "session/library_folders.h"
+
+#include "base/bounded_copy.h"
+#include "session/identity.h"
+#include "settings/paths.h"
+
+namespace k7 {
+
+namespace {
+
+// "\Controllers\" + identity + "\" + library, created level by level.
+std::uint32_t LibraryFolder(DeviceState& record, const wchar_t* library, wchar_t* buffer,
+                            std::int32_t size) {
+  // A controller that does not answer leaves its mark in the field; the folder is named after
+  // whatever stands there, as the settings file is.
+  QueryControllerId(record, nullptr, 0);
+  SettingsPath path = ControllersFolder();
+  AppendFolder(path, record.link.controllerId.Get().text);
+  const std::uint32_t created = AppendFolder(path, library);
+  CopyText(buffer, size, path.text);
+  return created;
+}
+
+}  // namespace
+
+std::uint32_t GetMaterialLibraryFolder(DeviceState& record, wchar_t* buffer,
+                                       std::int32_t size) noexcept {
+  return LibraryFolder(record, L"Material Library", buffer, size);
+}
+
+std::uint32_t GetTempHomeLibraryFolder(DeviceState& record, wchar_t* buffer,
+                                       std::int32_t size) noexcept {
+  return LibraryFolder(record, L"Temp Home Library", buffer, size);
+}
+
+}  // namespace k7

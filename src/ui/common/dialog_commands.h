@@ -1,0 +1,60 @@
+// From the messages of a dialog to its handlers. A dialog lists its commands in a table; the way
+// through the table is the same for all of them.
+#pragma once
+
+#include <windows.h>
+
+#include <span>
+
+#include "ui/common/module_instance.h"
+
+namespace k7 {
+
+inline constexpr int kAny = -1;  // every notification code
+
+struct CommandRow {
+  int control;
+  int notification;
+  void (*handler)(HWND dialog) noexcept;
+};
+
+// Calls the handler of the first row for this control and notification; false: there is none, and
+// the command is not handled. [host]
+inline bool RunCommand(std::span<const CommandRow> commands, HWND dialog, WPARAM wParam) noexcept {
+  for (const CommandRow& row : commands) {
+    if (row.control != LOWORD(wParam)) continue;
+    if (row.notification != kAny && row.notification != HIWORD(wParam)) continue;
+    row.handler(dialog);
+    return true;
+  }
+  return false;
+}
+
+// The procedure of a dialog that is filled at its start and then lives by its commands alone.
+// [host]
+template <void (*kOnInit)(HWND dialog) noexcept, const auto& kCommands>
+INT_PTR CALLBACK CommandDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexcept {
+  switch (message) {
+    case WM_INITDIALOG:
+      kOnInit(dialog);
+      return TRUE;
+    case WM_COMMAND:
+      return RunCommand(kCommands, dialog, wParam) ? TRUE : FALSE;
+    default:
+      return FALSE;
+  }
+}
+
+// Cancel of a dialog that has nothing to take back. [host]
+inline void CancelDialog(HWND dialog) noexcept {
+  EndDialog(dialog, IDCANCEL);
+}
+
+// Opens a dialog of this module modally on `owner`; returns what it is ended with, -1 when it
+// cannot be opened. [host]
+inline INT_PTR OpenDialog(int dialogId, HWND owner, DLGPROC procedure,
+                          LPARAM initParam = 0) noexcept {
+  return DialogBoxParamW(ModuleInstance(), MAKEINTRESOURCEW(dialogId), owner, procedure, initParam);
+}
+
+}  // namespace k7
