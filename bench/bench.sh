@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # ./k7 bench: figures of the pure code; ./k7 bench soak: a long run through everything. Sourced by
 # ./k7.
 

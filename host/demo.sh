@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # ./k7 demo: the sample plate, from the host's command line to the picture of what was cut.
 # Sourced by ./k7, which has built everything and started a display and a Wine prefix.
 
