@@ -1,5 +1,6 @@
-# ./k7 bench: figures of the pure code; ./k7 bench soak: a long run through everything. Sourced by
-# ./k7.
+# shellcheck shell=bash
+# ./k7 bench measures the pure code; ./k7 bench soak sends 100,000 strokes through the driver to the
+# simulated controller. Sourced by ./k7.
 
 bench() {
   case ${1:-} in

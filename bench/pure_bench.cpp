@@ -1,4 +1,4 @@
-// What one line costs the driver, leaving the link aside.
+// Time that the driver takes to make number texts, for lines and for dialogs, and to read one back.
 #include <benchmark/benchmark.h>
 
 #include "base/format_decimal.h"

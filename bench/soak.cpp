@@ -1,5 +1,5 @@
-// 100,000 strokes over one connection: every line accounted for at both ends, the driver's memory
-// and handles flat.
+// 100,000 strokes over one connection: driver and controller count the same lines, and the driver's
+// memory and handles do not grow.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

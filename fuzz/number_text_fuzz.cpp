@@ -1,5 +1,5 @@
-// The number text of the lines, its reading back, and the conversions and move lines on top of it:
-// any numbers at all give well-formed text, and no number gives undefined behaviour.
+// The number text of the lines, its reading back, and the conversions and move lines that use it:
+// any number gives well-formed text, and none gives undefined behaviour.
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -59,7 +59,7 @@ void CheckText(double value, int decimals) {
 
   const double back = k7::ParseFixed(text.c_str());
   Require(back == std::strtod(text.c_str(), nullptr));
-  // The known quirks of the text keep it within the whole number that it stands in.
+  // Some fractions are written wrong on purpose, but the text is never off by 1 or more.
   if (std::isfinite(value) && std::fabs(value) < 1e15) Require(std::fabs(back - value) < 1.0);
 }
 

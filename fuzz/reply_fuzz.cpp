@@ -1,4 +1,4 @@
-// Whatever a controller sends, in whatever pieces it comes: lines are assembled and read.
+// Any bytes from a controller, in pieces of any size, are assembled to lines and read.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>

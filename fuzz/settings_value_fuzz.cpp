@@ -1,5 +1,5 @@
-// Texts and numbers as a settings file may hold them: circumference texts, and pass tables from any
-// bits. Nothing may be undefined, and a table that is made stays bounded.
+// Texts and numbers that a settings file may hold: circumference texts, names of material profiles,
+// and pass tables from any bits. Nothing may be undefined, and a table that is made stays bounded.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>

@@ -1,5 +1,5 @@
-// Whatever bytes a host sends, over whichever link, the simulated board neither crashes nor hangs,
-// and each reply it gives is a line that a host with 256 bytes of room can take.
+// Any bytes from a host, over each kind of link: the simulated board neither crashes nor hangs, and
+// each of its replies is a line that fits into the 256 bytes that the driver has for it.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>

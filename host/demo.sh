@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # ./k7 demo: the sample plate, from the host's command line to the picture of what was cut.
 # Sourced by ./k7, which has built everything and started a display and a Wine prefix.
 
@@ -7,9 +8,9 @@ demo() {
   local out=$BUILD/demo code=0 started=$SECONDS
   mkdir -p "$out"
   rm -f "$out"/*
-  # The machine's settings, as its dialogs would have left them; lengths and speeds are
-  # single-precision bit patterns: table home 1 in, 1 in; cutter home 1 in; depth 0.03 in in passes
-  # of 0.01; fast axes; all four switches; probe once a job; a spindle.
+  # The machine's settings as the dialogs write them, lengths and speeds as single-precision bit
+  # patterns: table home at 1 and 1 inch, cutter home 1 inch, depth 0.03 inch in passes of 0.01 inch,
+  # fast axes, all four switches, probe once a job, a spindle.
   local settings="$WINEPREFIX/drive_c/ProgramData/Penfold Hatch/Veltrana/Controllers"
   mkdir -p "$settings"
   cp "$ROOT/host/demo.ini" "$settings/$DEMO_ID.ini"

@@ -34,7 +34,7 @@ std::string Fitted(k7::IEngraver& device) {
   return text.empty() ? "nothing" : text;
 }
 
-// "x=0 y=0 z=0 prox=0", or nothing when the machine does not tell.
+// "x=0 y=0 z=0 prox=0", or nothing when the driver refuses to ask the machine.
 std::optional<std::string> ReadSwitchText(k7::IEngraver& device) {
   constexpr std::uint8_t kUntouched = 0xFF;
   std::uint8_t x = kUntouched;
@@ -103,7 +103,7 @@ int HomeMachine(Session& session) {
   session.Window().Clear();
   session.Device().HomeTable();
   session.Window().Wait(0);
-  // The driver ends a homing by telling the position; without one it has done nothing.
+  // The driver reports the position at the end of a homing; without a report it has not homed.
   if (!session.Window().Reports().position) {
     return Fail(kExitMachine, "the machine did not home: it needs all four switches");
   }

@@ -70,7 +70,8 @@ WORD TakeKey(bool* shift) {
   const HANDLE input = ConsoleInput();
   INPUT_RECORD record{};
   DWORD read = 0;
-  // By looking at the next event: a terminal that nobody reads from does not count its keys.
+  // Peeks, because the number of waiting events is no help: for a terminal under Wine it stays 0
+  // until somebody reads.
   while (input != nullptr && PeekConsoleInputW(input, &record, 1, &read) && read > 0) {
     if (!ReadConsoleInputW(input, &record, 1, &read) || read == 0) return 0;
     if (record.EventType != KEY_EVENT || !record.Event.KeyEvent.bKeyDown) continue;

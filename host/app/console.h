@@ -7,18 +7,18 @@
 
 namespace k7host {
 
-// Makes the console take UTF-8. [host]
+// Sets the output of the console to UTF-8, in which everything is printed. [host]
 void InitConsole();
 
-// Prints "name: value" and a line end at once, so that a reader at the far end of a pipe sees it.
-// [host]
+// Prints "name: value" and a line end, and flushes, so that a program that reads the output through
+// a pipe gets each line when it is printed. [host]
 void Print(const std::string& name, const std::string& value);
 
 // Prints a line as it is. [host]
 void PrintLine(const std::string& line);
 
-// Prints `line` over the line printed last this way, when the output is a console, and nothing
-// else; Print and Fail then start a line of their own. False when it is no console. [host]
+// On a console, writes `line` over the line that PrintOver wrote last; what the other functions
+// print next starts on a new line. On any other output it prints nothing and returns false. [host]
 bool PrintOver(const std::string& line);
 
 // Prints "k7host: message" to the error output and returns `exitCode`. [host]
@@ -34,7 +34,8 @@ HANDLE ConsoleInput();
 // set to whether Shift is held. [host]
 WORD TakeKey(bool* shift);
 
-// Forgets what a held key has added while it repeated itself, up to the next other key. [host]
+// Drops the waiting repeats of `key`, which a held key adds while nobody reads the keys, up to the
+// next press of another key. [host]
 void DropRepeats(WORD key);
 
 }  // namespace k7host

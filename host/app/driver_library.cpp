@@ -25,7 +25,7 @@ std::wstring ProgramFolder() {
 
 template <typename Function>
 bool Find(HMODULE module, const char* name, Function& function) {
-  // By way of void*: the compiler rightly distrusts a direct cast between function types.
+  // Through void*, because the compiler warns of a direct cast between function types.
   function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
   return function != nullptr;
 }

@@ -100,7 +100,8 @@ Job Prepare(Session& session, const Arguments& arguments, const std::vector<Stro
   return job;
 }
 
-// Prints as the job goes; on a console one line over the other, else a line for each tenth.
+// Prints the progress of the job: on a console one line that is written over, else a line for each
+// tenth of the moves.
 class ConsoleObserver : public JobObserver {
  public:
   explicit ConsoleObserver(Session& session) : session_(session) {}
@@ -161,7 +162,7 @@ int RunEngrave(const Arguments& arguments) {
   if (job.exitCode != kExitOk) return job.exitCode;
   if (arguments.home) code = HomeMachine(session);
   if (code != kExitOk) return code;
-  // Only now: the homing has told its end to the window.
+  // Takes the window back only here, because the end of a homing is reported to it.
   if (arguments.batch) session.Window().Attach(session.Device(), true);
   ConsoleObserver observer(session);
   const std::uint64_t start = GetTickCount64();

@@ -60,7 +60,7 @@ void HostWindow::OnMove(uint32_t message, uint64_t context) {
 }
 
 void HostWindow::Wait(DWORD timeoutMs) {
-  // The stop event stays signalled: once it is, waits serve messages and moves alone.
+  // The stop event stays signalled, so that a wait for it would return at once from then on.
   const HANDLE handles[] = {moved_, StopEvent()};
   MsgWaitForMultipleObjects(StopRequested() ? 1 : 2, handles, FALSE, timeoutMs, QS_ALLINPUT);
   MSG message;

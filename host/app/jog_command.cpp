@@ -1,4 +1,5 @@
-// Jogging: the driver moves for as long as a key is held, the host says which and waits.
+// Jogging: the driver moves the axis for as long as a key is held; the host names the key and waits
+// for the driver's message that the jog has ended.
 #include "app/commands.h"
 #include "app/console.h"
 #include "app/stop_request.h"

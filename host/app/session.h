@@ -38,7 +38,7 @@ class Session {
  private:
   int ChooseId(const std::string& wanted);
 
-  // In this order: the driver goes last, after the window that it may still send to.
+  // Destroyed in reverse order: the driver is unloaded last.
   DriverLibrary driver_;
   HostWindow window_;
   k7::IEngraver* device_ = nullptr;  // the driver's; released here

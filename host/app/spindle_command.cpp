@@ -1,4 +1,5 @@
-// The spindle. It runs only while the command does: a later connection takes it for stopped.
+// The spindle. Each command that starts it also stops it, because the driver of a later connection
+// takes it for stopped and would not stop it.
 #include "app/commands.h"
 #include "app/console.h"
 #include "app/stop_request.h"
@@ -51,7 +52,7 @@ int RunSpindle(const Arguments& arguments) {
     return Fail(kExitMachine, "the machine has no spindle");
   }
   if (action == SpindleAction::Off) {
-    // The driver sends nothing to a spindle that it has not started itself.
+    // SetSpindle sends nothing when the speed stays the same, and for this connection it is 0.
     device.SendLine("M43\n");
     PrintSpeed(session);
     return kExitOk;

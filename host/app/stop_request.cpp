@@ -10,7 +10,7 @@ std::atomic<bool> g_requested{false};
 HANDLE g_event = nullptr;
 HANDLE g_handled = nullptr;
 
-// How long a closing console waits for the job to be ended; the system allows no more.
+// How long a closing console waits for StopHandled. Windows ends the process after 5 s.
 constexpr DWORD kCloseWaitMs = 4500;
 
 BOOL WINAPI OnControl(DWORD kind) {

@@ -1,4 +1,4 @@
-// Ctrl-C, and the console's other ways to say "stop".
+// Ctrl-C, Ctrl-Break and the closing of the console, as a request to stop.
 #pragma once
 
 #include <windows.h>
@@ -15,7 +15,7 @@ bool StopRequested();
 // Signalled once the user has asked to stop; for waits. [any]
 HANDLE StopEvent();
 
-// Lets a closing console go: the program has done what it had to. [host]
+// Lets the console close: the program has ended the job and released the machine. [host]
 void StopHandled();
 
 }  // namespace k7host

@@ -47,7 +47,7 @@ void AddEngrave(CLI::App& app, Arguments& out) {
       "down\n"
       "and up without moving is a dot. A file with an error, and a drawing that does not fit the\n"
       "table, moves nothing. Ctrl-C lifts the cutter and ends the job; a second Ctrl-C ends the\n"
-      "program at once and leaves the machine to itself.\n"
+      "program at once, while the machine still carries out the lines that it has.\n"
       "Prints: job: ..., estimate: ..., pass: ..., progress: ..., done: ... or stopped: ...");
   AddFile(sub, out);
   sub->add_option("--passes", out.passes,
@@ -72,7 +72,7 @@ void AddEngrave(CLI::App& app, Arguments& out) {
                 "Start the spindle before the first move, not only with the first cut");
   sub->add_flag("--batch", out.batch,
                 "Register no window: no message boxes about the table surface; a\n"
-                "refused stroke ends the job with its exit code alone");
+                "refused stroke ends the job with an error line");
 }
 
 void AddJog(CLI::App& app, Arguments& out) {
@@ -187,7 +187,7 @@ void AddCommands(CLI::App& app, Arguments& out) {
       "Prints: settings: applied or cancelled");
 }
 
-// The help of a command and of all below it; `before` are the words that lead there.
+// The help of a command and of all below it; `before` holds the words of the commands above it.
 std::string HelpOfAll(const CLI::App& app, const std::string& before) {
   const std::vector<CLI::App*> named = app.get_subcommands();
   const std::string name = (before.empty() ? "" : before + " ") + app.get_name();
@@ -214,9 +214,9 @@ ParsedArguments ParseArguments(const std::vector<std::string>& words) {
   app.get_formatter()->column_width(28);
   app.set_help_all_flag("--help-all", "Help of all commands");
   app.footer(
-      "Exit codes: 0 done, 1 the machine or the driver said no, 2 wrong usage or bad input.\n"
-      "Results go to the standard output, one \"name: value\" a line; errors to the error output,\n"
-      "one line \"k7host: message\" or \"FILE:LINE:COLUMN: message\".");
+      "Exit codes: 0 done, 1 the machine or the driver refused or failed, 2 wrong usage or bad\n"
+      "input. Results go to the standard output, one \"name: value\" a line; errors to the error\n"
+      "output, one line \"k7host: message\" or \"FILE:LINE:COLUMN: message\".");
   AddCommands(app, out);
   ParsedArguments parsed;
   try {

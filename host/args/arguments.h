@@ -10,7 +10,7 @@ namespace k7host {
 
 // Exit codes of the program.
 inline constexpr int kExitOk = 0;
-inline constexpr int kExitMachine = 1;  // the machine or the driver said no
+inline constexpr int kExitMachine = 1;  // the machine or the driver refused or failed
 inline constexpr int kExitUsage = 2;    // wrong usage or bad input
 
 enum class Command {

@@ -166,7 +166,7 @@ class Reader {
       double fraction = 0.0;
       double scale = 1.0;
       for (; pos_ < text_.size() && IsDigit(text_[pos_]); ++pos_, anyDigit = true) {
-        if (scale >= kFinestFraction) continue;  // no machine moves by what follows
+        if (scale >= kFinestFraction) continue;  // the rest is far less than a step
         fraction = fraction * 10.0 + (text_[pos_] - '0');
         scale *= 10.0;
       }

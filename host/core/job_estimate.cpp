@@ -1,4 +1,4 @@
-// The driver estimates one way through a drawing; a job is several, and the way home.
+// The driver estimates one pass. A job is its passes and the travel back to the table home.
 #include "core/job_estimate.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ std::uint64_t Estimate(k7::IEngraver& device, const std::vector<std::uint32_t>& 
 
 std::vector<std::uint32_t> EstimateTriples(const JobPlan& plan) {
   std::vector<std::uint32_t> triples;
-  triples.reserve(plan.moves.size() * 3 + 3);  // with room for the way home
+  triples.reserve(plan.moves.size() * 3 + 3);  // with room for the travel home
   for (const Move& move : plan.moves) {
     triples.insert(triples.end(),
                    {move.xSteps, move.ySteps, move.kind == MoveKind::Travel ? kTravel : kCut});

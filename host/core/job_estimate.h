@@ -13,9 +13,9 @@ namespace k7host {
 // is a cut to where the travel before it ends. [any]
 std::vector<std::uint32_t> EstimateTriples(const JobPlan& plan);
 
-// Seconds for which the head is under way in all passes and back to the table home, without lifts,
-// plunges and delays, as the driver counts; 0 when it gives no estimate.
-// Sends nothing to the machine. [host]
+// Seconds for all passes and the travel back to the table home, without lifts, plunges and delays,
+// which the driver does not estimate; 0 when it gives no estimate. Sends nothing to the machine.
+// [host]
 std::uint32_t EstimateJob(k7::IEngraver& device, const JobPlan& plan, std::uint32_t passes);
 
 }  // namespace k7host

@@ -46,7 +46,7 @@ std::string ExtentOf(const Extent& extent, const Table& table) {
          InchesFromSteps(extent.high.y, table.yStepsPerInch);
 }
 
-// Adds strokes to a plan one after the other and knows where the cutter is meanwhile.
+// Adds strokes to a plan one after the other and keeps track of where the cutter is.
 class Builder {
  public:
   Builder(const Table& table, JobPlan& plan) : table_(table), plan_(plan) {}
@@ -67,7 +67,7 @@ class Builder {
       Push(MoveKind::Plunge, start);
       ++plan_.dots;
     } else {
-      return;  // a dot on the end of the last stroke: the cutter has been there
+      return;  // a dot where the stroke before it ends: it is cut already
     }
     plan_.moves.back().endsStroke = true;
   }

@@ -1,4 +1,4 @@
-// A drawing as one machine is to carry it out: whole host steps, in order, proven to fit its table.
+// A drawing as the moves of one machine: whole host steps, checked to fit its table.
 #pragma once
 
 #include <cstdint>
@@ -39,10 +39,10 @@ struct PlanResult {
   std::string error;  // empty when the plan holds; one line otherwise, and the plan is empty
 };
 
-// Scales and orders the strokes. Points that fall on the same step are one point; a stroke that
-// shrinks to a point is a dot; a travel to where the cutter already is, and a dot where it already
-// is down, are left out. A drawing without a stroke, or one that leaves the table at any point, is
-// refused whole. [any]
+// Turns the strokes into moves, in their order. Points that fall on the same step are one point; a
+// stroke that shrinks to a point is a dot. Left out are a travel to where the cutter already is,
+// and a dot where the stroke before it ends. A drawing without a stroke, or one that leaves the
+// table at any point, is refused whole. [any]
 PlanResult BuildPlan(const std::vector<Stroke>& strokes, const Table& table);
 
 // "X 0.250 to 7.750, Y 0.250 to 4.750" in inches. [any]

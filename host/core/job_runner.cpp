@@ -26,7 +26,8 @@ class Runner {
     if (device_.BeginJob()) {
       end = Passes();
       LiftCutter(end == JobEnd::Done);
-      // A pneumatic head may keep moves to itself; EndJob has a time limit for that, this has none.
+      // With a pneumatic head EndJob stops waiting for reports after some seconds; Drain has no
+      // such end.
       if (end == JobEnd::Done && device_.IsAirZ() == 0) Drain();
       if (jobOpen_) device_.EndJob();
       if (device_.HasSpindle() != 0) device_.SetSpindle(k7::kSpindleOff);
@@ -94,7 +95,8 @@ class Runner {
   }
 
   JobEnd Engrave(const Move& move) {
-    // A probed stroke has only found the surface: it is asked for once more.
+    // A stroke that is answered "probed" has found the surface and cut nothing: it is asked for
+    // once more.
     for (int attempt = 0; attempt < 2; ++attempt) {
       const std::uint32_t status = move.kind == MoveKind::Plunge
                                        ? device_.LowerCutter()
@@ -116,8 +118,8 @@ class Runner {
     return JobEnd::NotProbed;
   }
 
-  // The driver stands still at the first point and has taken back its manual mode. The cutter can
-  // be set by hand only between jobs; the job that follows goes on from there.
+  // With a manual cutter the driver stops over the first point, for the user to set the cutter by
+  // jogging. It jogs only while no job is open, so this job is ended and another begun.
   JobEnd SetManualCutter() {
     device_.EndJob();
     jobOpen_ = false;
@@ -142,7 +144,7 @@ class Runner {
     }
   }
 
-  // The driver lifts only on the way to another point.
+  // In a job no operation of the driver only lifts: it lifts for a travel, if that leads elsewhere.
   void LiftCutter(bool park) {
     if (!jobOpen_ || !(park || cutterDown_)) return;
     const bool atHome = x_ == 0 && y_ == 0;

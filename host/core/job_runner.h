@@ -10,8 +10,8 @@
 
 namespace k7host {
 
-// Lines sent that have not begun at which the host waits itself, so that it stays able to answer
-// the user; the driver would wait at the same number.
+// The host waits while so many lines have been sent and have not begun. The driver would wait at
+// the same number, but inside its call, where the host cannot react to Ctrl-C.
 inline constexpr std::uint32_t kLinesAhead = 32;
 
 enum class JobEnd {
@@ -39,7 +39,8 @@ class JobObserver {
   virtual void WaitForProgress() = 0;
   virtual void OnPass(const std::string& status) = 0;
   virtual void OnProgress(const ProgressView& view) = 0;
-  // The device waits with a manual cutter at the first point, outside a job; true: go on.
+  // The head stands over the first point with no job open, so that the user can set the cutter by
+  // hand; true: go on with the job.
   virtual bool OnManualCutter() = 0;
 
  protected:

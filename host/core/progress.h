@@ -9,8 +9,9 @@
 
 namespace k7host {
 
-// Moves that the driver has reported so far. The driver tells of every travel, cut and plunge of
-// its own, three times; lifts and plunges on the way to a cut are not told.
+// Moves that the driver has reported so far. It reports each travel, each cut and each plunge that
+// the host asked for, at three stages. It does not report lifts, nor the plunges that it makes for
+// a cut.
 struct MoveCounters {
   std::atomic<std::uint32_t> queued{0};    // accepted by the controller; [reader] stores
   std::atomic<std::uint32_t> started{0};   // begun
@@ -35,13 +36,14 @@ class JobProgress {
   JobProgress(const MoveCounters& counters, std::uint32_t strokesTotal, std::uint32_t movesTotal,
               std::uint32_t estimateSeconds);
 
-  // Notes that a planned move is behind the host: with a line that the driver will report, or
-  // without one (the cutter was there already).
+  // Notes that a planned move has been issued: with a line that the driver will report, or without
+  // one, because the cutter is there already.
   void Sent(bool endsStroke);
   void Skipped(bool endsStroke);
 
-  // Notes a line whose sending the driver did not tell, once everything sent is carried out: taken
-  // as sent when the driver has reported one more than the host knows of.
+  // Notes a travel whose status does not say whether a line was sent. To be called when everything
+  // sent has been carried out: the line counts as sent if the driver has reported one more than the
+  // host has noted.
   void SentPerhaps(bool endsStroke);
 
   // Lines sent that have not begun; the driver itself waits at 32.
@@ -68,7 +70,7 @@ class JobProgress {
   std::uint32_t strokesTotal_;
   std::uint32_t movesTotal_;
   std::uint32_t estimateSeconds_;
-  Done issued_;             // everything behind the host
+  Done issued_;             // every move issued
   std::vector<Done> done_;  // [n]: what is done once n lines are carried out
 };
 

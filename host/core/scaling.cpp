@@ -1,4 +1,4 @@
-// The conversions of scaling.h, each written once.
+// The conversions and texts of scaling.h.
 #include "core/scaling.h"
 
 #include <cmath>
@@ -25,7 +25,7 @@ std::string TwoDigits(std::uint64_t value) {
 }  // namespace
 
 std::int64_t StepsFromPlotterUnits(double plotterUnits, double stepsPerInch) {
-  // Multiplied first: whole units on a whole grid then divide exactly where the result is whole.
+  // Multiplied first: the product of whole numbers is exact, and so is a quotient that is whole.
   return Whole(std::floor(plotterUnits * stepsPerInch / kPlotterUnitsPerInch + 0.5));
 }
 

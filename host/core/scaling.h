@@ -1,5 +1,5 @@
-// Lengths as the host meets them: plotter units in files, host steps at the driver, inches and
-// thousandths of an inch for people.
+// The host's units of length and their texts: plotter units in files, host steps at the driver,
+// inches and thousandths of an inch for people.
 #pragma once
 
 #include <cstdint>
@@ -15,8 +15,8 @@ struct Table {
   std::uint32_t heightSteps = 0;
 };
 
-// Whole host steps, rounded half up. Signed and wide: a drawing may reach off the table before it
-// has been checked. NaN gives 0, what is beyond the type its end. [any]
+// Whole host steps, rounded half up. Signed and wide, because a drawing that has not been checked
+// may reach far off the table. NaN gives 0, lengths beyond 2^53 steps give 2^53 steps. [any]
 std::int64_t StepsFromPlotterUnits(double plotterUnits, double stepsPerInch);
 std::int64_t StepsFromInches(double inches, double stepsPerInch);
 

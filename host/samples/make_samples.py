@@ -23,7 +23,7 @@ def arc(cx, cy, rx, ry, start, end, steps=None):
     ]
 
 
-# A single-line alphabet: capital height 6, widths in the first place, then the strokes.
+# Letters of single lines, capitals 6 units high: the width of each, then its strokes.
 def _letters():
     bowl = lambda y0, y1, x: [(0, y0), (x, y0)] + arc(x, (y0 + y1) / 2, 4 - x, (y1 - y0) / 2, -75,
                                                     75, 6) + [(x, y1), (0, y1)]

@@ -1,12 +1,16 @@
 #!/bin/bash
-# What a host's binary relies on: the header alone, the slot numbers in both layouts of the world,
+# What a host's binary relies on: the header alone, the slot numbers with Microsoft's and GNU compilers,
 # and the module as built. Runs natively; needs clang++, the MinGW tools and python3.
 # usage: run.sh BUILD_DIR (a windows build with bin/k7driver.dll)
 set -u
-[ $# -eq 1 ] && [ -d "$1" ] || { echo "usage: $0 BUILD_DIR" >&2; exit 2; }
-readonly BUILD=$(cd "$1" && pwd) HERE=$(cd "$(dirname "$0")" && pwd)
-readonly INCLUDE=$HERE/../../include
-readonly WORK=$(mktemp -d)
+if [ $# -ne 1 ] || [ ! -d "$1" ]; then
+  echo "usage: $0 BUILD_DIR" >&2
+  exit 2
+fi
+BUILD=$(cd "$1" && pwd)
+HERE=$(cd "$(dirname "$0")" && pwd)
+WORK=$(mktemp -d)
+readonly BUILD HERE WORK INCLUDE=$HERE/../../include
 trap 'rm -rf "$WORK"' EXIT
 passed=0 failed=0
 
@@ -24,17 +28,17 @@ check() {
 
 # The header is all that a host includes.
 echo '#include "k7/driver.h"' >"$WORK/host.cpp"
-readonly ALONE="-std=c++20 -I$INCLUDE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror"
-readonly MICROSOFT="--target=x86_64-pc-windows-msvc -ffreestanding"
+readonly ALONE=(-fsyntax-only "-I$INCLUDE" -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+readonly MICROSOFT=(--target=x86_64-pc-windows-msvc -ffreestanding)
 for standard in 17 20; do
   check "driver.h alone, g++, C++$standard" \
-    g++ $ALONE -std=c++$standard -fsyntax-only "$WORK/host.cpp"
+    g++ "${ALONE[@]}" "-std=c++$standard" "$WORK/host.cpp"
   check "driver.h alone, MinGW g++, C++$standard" \
-    x86_64-w64-mingw32-g++-posix $ALONE -std=c++$standard -fsyntax-only "$WORK/host.cpp"
+    x86_64-w64-mingw32-g++-posix "${ALONE[@]}" "-std=c++$standard" "$WORK/host.cpp"
   check "driver.h alone, clang++, C++$standard" \
-    clang++ $ALONE -std=c++$standard -fsyntax-only "$WORK/host.cpp"
+    clang++ "${ALONE[@]}" "-std=c++$standard" "$WORK/host.cpp"
   check "driver.h alone, clang++ for the Microsoft ABI, C++$standard" \
-    clang++ $MICROSOFT $ALONE -std=c++$standard -fsyntax-only "$WORK/host.cpp"
+    clang++ "${MICROSOFT[@]}" "${ALONE[@]}" "-std=c++$standard" "$WORK/host.cpp"
 done
 
 # The slot number of every operation.
@@ -43,7 +47,7 @@ slots() { python3 "$HERE/slots.py" "$@"; }
 check "a member pointer of each operation can be written" \
   eval "python3 '$HERE/slots.py' source '$OPERATIONS' >'$WORK/slots.cpp'"
 check "slots.cpp, Microsoft layout" \
-  clang++ $MICROSOFT -std=c++20 "-I$INCLUDE" -O1 -S -o "$WORK/microsoft.s" "$WORK/slots.cpp"
+  clang++ "${MICROSOFT[@]}" -std=c++20 "-I$INCLUDE" -O1 -S -o "$WORK/microsoft.s" "$WORK/slots.cpp"
 check "slots.cpp, MinGW layout" \
   x86_64-w64-mingw32-g++-posix -std=c++20 "-I$INCLUDE" -O1 -S -o "$WORK/mingw.s" "$WORK/slots.cpp"
 check "126 slots in the Microsoft layout" slots microsoft "$OPERATIONS" "$WORK/microsoft.s"
