@@ -10,7 +10,8 @@ Controller::Controller(const MachineSetup& setup, ConfigStore& config, ReplySink
       sink_(sink),
       mechanics_(setup.geometry, setup.surface),
       planner_(setup.limits, *this),
-      recorder_(setup.limits, setup.tool),
+      recorder_(setup.tool),
+      jobs_(setup.limits),
       homed_(setup.homed) {
   mechanics_.Shove(setup.positionInches);
   if (!homed_) return;
@@ -41,7 +42,8 @@ void Controller::TakeLine(std::string_view line, std::uint64_t lineId, int strea
 void Controller::Halt(TimeUs nowUs) {
   const Vec3 stopped = PositionMm(nowUs);
   if (stopped != mechanics_.Logical()) {
-    recorder_.AddMotion(mechanics_.Logical(), stopped, mechanics_, spindleOn_);
+    recorder_.AddMotion(mechanics_.Logical(), stopped, mechanics_, spindleOn_,
+                        jobs_.OpenDistances());
     mechanics_.DriveTo(stopped);
   }
   target_ = stopped;

@@ -12,6 +12,7 @@
 #include "simulator/clock.h"
 #include "simulator/config_store.h"
 #include "simulator/gcode.h"
+#include "simulator/job_log.h"
 #include "simulator/mechanics.h"
 #include "simulator/planner.h"
 #include "simulator/recorder.h"
@@ -46,6 +47,7 @@ struct ControllerCounts {
   std::uint64_t refusedLines = 0;  // while halted
   std::uint64_t flushedLines = 0;  // taken by a halt, never answered
   std::uint64_t halts = 0;
+  std::size_t blocks = 0;        // carried out to their end
   std::size_t deepestQueue = 0;  // most blocks in the ring at once
 };
 
@@ -86,7 +88,8 @@ class Controller final : private BlockListener {
 
   Mechanics& Machine() { return mechanics_; }
   const Mechanics& Machine() const { return mechanics_; }
-  Recorder& Record() { return recorder_; }
+  const Recorder& Record() const { return recorder_; }
+  JobLog& Jobs() { return jobs_; }
   const ControllerCounts& Counts() const { return counts_; }
 
  private:
@@ -143,6 +146,7 @@ class Controller final : private BlockListener {
   Mechanics mechanics_;
   Planner planner_;
   Recorder recorder_;
+  JobLog jobs_;
   ControllerCounts counts_;
 
   std::deque<Waiting> lane_;  // lines that go in order: moves, and what waits for their end

@@ -71,7 +71,7 @@ void Controller::TakeGcode(const Gcode& code, Waiting line, TimeUs nowUs) {
   } else if (code.Is('M', 107)) {
     outputOn_ = false;
     outputOnUs_ = kNever;
-    recorder_.EndJob();
+    jobs_.End();
   } else if (!TakeMachineCode(line)) {
     ++counts_.unknownLines;
   }

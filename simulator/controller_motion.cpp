@@ -199,7 +199,7 @@ void Controller::OnBlockBegun(const Block& block, TimeUs) {
 
 void Controller::OnBlockEnded(const Block& block, double seconds, TimeUs nowUs) {
   const Vec3 from = mechanics_.Logical();
-  recorder_.AddMotion(from, block.to, mechanics_, spindleOn_);
+  recorder_.AddMotion(from, block.to, mechanics_, spindleOn_, jobs_.OpenDistances());
   const std::string mark[2] = {"-", "+"};
   for (std::size_t axis = 0; axis < 3; ++axis) {
     if (!mechanics_.IsBeyondTravel(axis, block.to)) continue;
@@ -212,7 +212,8 @@ void Controller::OnBlockEnded(const Block& block, double seconds, TimeUs nowUs) 
     }
   }
   mechanics_.DriveTo(block.to);
-  recorder_.AddBlock(block, seconds, nowUs);
+  ++counts_.blocks;
+  jobs_.AddBlock(block, seconds, nowUs);
   if (block.announced) sink_.Reply(block.stream, block.lineId, "EX\r\n");
 }
 

@@ -41,12 +41,12 @@ void Controller::TakeWords(std::string_view line, std::uint64_t lineId, int stre
     homed_ = true;
   } else if (word == "SendBlockMessagesOn") {
     blockMessages_ = true;
-    recorder_.BeginJob(outputOnUs_ != kNever ? outputOnUs_ : nowUs);
+    jobs_.Begin(outputOnUs_ != kNever ? outputOnUs_ : nowUs);
     outputOnUs_ = kNever;
     answer("SendBlockMessagesOn\r\n");
   } else if (word == "SendBlockMessagesOff") {
     blockMessages_ = false;
-    recorder_.EndJob();
+    jobs_.End();
     answer("SendBlockMessagesOff\r\n");
   } else if (word == "config-get" || word == "config-set") {
     TakeConfigLine(line, lineId, stream);

@@ -15,26 +15,6 @@ constexpr std::size_t kMistakeTextLimit = 50;
 
 }  // namespace
 
-void Recorder::BeginJob(TimeUs nowUs) {
-  EndJob();
-  JobRecord job;
-  job.startUs = nowUs;
-  jobs_.push_back(job);
-  jobOpen_ = true;
-}
-
-void Recorder::EndJob() {
-  if (!jobOpen_) return;
-  Settle();
-  jobs_.back().ended = true;
-  jobOpen_ = false;
-  jobBlocks_.clear();
-}
-
-void Recorder::Settle() {
-  if (jobOpen_) jobs_.back().plannedSeconds = PlannedSeconds(jobBlocks_, limits_);
-}
-
 double Recorder::DepthAt(const ToolPlace& place, const Mechanics& mechanics, bool toolOn) const {
   if (tool_ == ToolKind::Air) return toolOn ? kAirDepthInches : 0;
   const auto surface = mechanics.Work().DepthAt(place.x, place.y);
@@ -45,8 +25,8 @@ double Recorder::DepthAt(const ToolPlace& place, const Mechanics& mechanics, boo
   return middle ? place.z - *middle : 0;
 }
 
-void Recorder::AddMotion(const Vec3& from, const Vec3& to, const Mechanics& mechanics,
-                         bool toolOn) {
+void Recorder::AddMotion(const Vec3& from, const Vec3& to, const Mechanics& mechanics, bool toolOn,
+                         Distances* job) {
   const ToolPlace a = mechanics.PlaceAt(from);
   const ToolPlace b = mechanics.PlaceAt(to);
   const double flat = std::hypot(b.x - a.x, b.y - a.y);
@@ -77,35 +57,29 @@ void Recorder::AddMotion(const Vec3& from, const Vec3& to, const Mechanics& mech
     const ToolPlace middle = {(p.x + q.x) / 2, (p.y + q.y) / 2, (p.z + q.z) / 2};
     const double deepest = std::max({DepthAt(p, mechanics, toolOn), DepthAt(q, mechanics, toolOn),
                                      DepthAt(middle, mechanics, toolOn)});
-    AddPiece(p, q, deepest);
+    AddPiece(p, q, deepest, job);
   }
 }
 
-void Recorder::AddPiece(const ToolPlace& a, const ToolPlace& b, double depth) {
+void Recorder::AddPiece(const ToolPlace& a, const ToolPlace& b, double depth, Distances* job) {
   const double flat = std::hypot(b.x - a.x, b.y - a.y);
   const double length = std::hypot(flat, b.z - a.z);
   const bool cut = depth > kCutInches;
-  JobRecord* job = jobOpen_ ? &jobs_.back() : nullptr;
   if (cut) {
     shallowest_ = hasCut_ ? std::min(shallowest_, depth) : depth;
     deepest_ = hasCut_ ? std::max(deepest_, depth) : depth;
     hasCut_ = true;
   }
   // A plunge counts as travel: what is cut is measured along the plate.
-  (cut && flat > 0 ? cutInches_ : travelInches_) += cut && flat > 0 ? flat : length;
-  if (job)
-    (cut && flat > 0 ? job->cutInches : job->travelInches) += cut && flat > 0 ? flat : length;
+  for (Distances* distances : {&total_, job}) {
+    if (!distances) continue;
+    if (cut && flat > 0) {
+      distances->cutInches += flat;
+    } else {
+      distances->travelInches += length;
+    }
+  }
   if (flat > 0 || cut) strokes_.push_back({a.x, a.y, b.x, b.y, cut ? depth : 0});
-}
-
-void Recorder::AddBlock(const Block& block, double seconds, TimeUs nowUs) {
-  ++blocks_;
-  if (!jobOpen_) return;
-  JobRecord& job = jobs_.back();
-  ++job.blocks;
-  job.motionSeconds += seconds;
-  job.simulatedSeconds = SecondsFromUs(nowUs - job.startUs);
-  jobBlocks_.push_back(block);
 }
 
 void Recorder::AddMistake(Mistake kind, const std::string& what) {

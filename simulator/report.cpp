@@ -11,17 +11,17 @@ Json Point(const ToolPlace& place) {
   return {{"x", place.x}, {"y", place.y}, {"z", place.z}};
 }
 
-Json Jobs(const Recorder& record) {
+Json Jobs(const JobLog& log) {
   Json jobs = Json::array();
-  for (const JobRecord& job : record.Jobs()) {
+  for (const JobRecord& job : log.Records()) {
     jobs.push_back({{"ended", job.ended},
                     {"blocks", job.blocks},
                     {"startSeconds", SecondsFromUs(job.startUs)},
                     {"simulatedSeconds", job.simulatedSeconds},
                     {"plannedSeconds", job.plannedSeconds},
                     {"motionSeconds", job.motionSeconds},
-                    {"cutInches", job.cutInches},
-                    {"travelInches", job.travelInches}});
+                    {"cutInches", job.distances.cutInches},
+                    {"travelInches", job.distances.travelInches}});
   }
   return jobs;
 }
@@ -39,8 +39,8 @@ Json Mistakes(const Recorder& record) {
 
 std::string WriteReport(Simulator& simulator) {
   Controller& board = simulator.Board();
-  Recorder& record = board.Record();
-  record.Settle();
+  board.Jobs().Settle();
+  const Recorder& record = board.Record();
   const ControllerCounts& counts = board.Counts();
   const Vec3 at = board.PositionMm(simulator.MachineNow());
   Json report;
@@ -54,14 +54,14 @@ std::string WriteReport(Simulator& simulator) {
                      {"repliesLost", simulator.RepliesLost()},
                      {"inputBytesLost", simulator.LostInputBytes()},
                      {"outputBytesDropped", simulator.LostOutputBytes()}};
-  report["blocks"] = record.Blocks();
+  report["blocks"] = counts.blocks;
   report["deepestQueue"] = counts.deepestQueue;
   report["cutInches"] = record.CutInches();
   report["travelInches"] = record.TravelInches();
   report["depthInches"] = record.HasCut() ? Json{{"shallowest", record.ShallowestInches()},
                                                  {"deepest", record.DeepestInches()}}
                                           : Json(nullptr);
-  report["jobs"] = Jobs(record);
+  report["jobs"] = Jobs(board.Jobs());
   report["spindle"] = {{"on", board.SpindleOn()}, {"level", board.SpindleLevel()}};
   report["outputOn"] = board.OutputOn();
   report["motorsOn"] = board.MotorsOn();

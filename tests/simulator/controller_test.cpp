@@ -86,7 +86,7 @@ TEST(Controller, AnnouncesNothingWhileBlockMessagesAreOff) {
   Bench bench;
   EXPECT_EQ(bench.Send("G0 X50.000000"), Lines{"ok\n"});
   EXPECT_EQ(bench.PassAll(), Lines{});
-  EXPECT_EQ(bench.board.Record().Blocks(), 1u);
+  EXPECT_EQ(bench.board.Counts().blocks, 1u);
 }
 
 TEST(Controller, MakesNoBlockOfAMoveToWhereItIs) {

@@ -32,7 +32,7 @@ MachineSetup InchDeep() {
 TEST(Recorder, MeasuresCutsAlongThePlateAndEverythingElseAsTravel) {
   Bench bench(InchDeep());
   RunJob(bench);
-  Recorder& record = bench.board.Record();
+  const Recorder& record = bench.board.Record();
   EXPECT_NEAR(record.CutInches(), 2, 1e-9);
   EXPECT_NEAR(record.TravelInches(), std::sqrt(2) + 1.05 + 0.15 + std::sqrt(5), 1e-9);
   EXPECT_NEAR(record.ShallowestInches(), 0.05, 1e-9);
@@ -47,7 +47,7 @@ TEST(Recorder, TimesAJobFromItsOutputSwitchToItsLastBlock) {
   bench.PassSeconds(5);
   bench.Send("SendBlockMessagesOff");
   bench.Send("M107");
-  const std::vector<JobRecord>& jobs = bench.board.Record().Jobs();
+  const std::vector<JobRecord>& jobs = bench.board.Jobs().Records();
   ASSERT_EQ(jobs.size(), 1u);
   EXPECT_TRUE(jobs[0].ended);
   EXPECT_EQ(jobs[0].blocks, 5u);
@@ -65,7 +65,7 @@ TEST(Recorder, AJobWithALateHostIsSlowerThanPlanned) {
   bench.Send("G0 X100");
   bench.PassAll();
   bench.Send("SendBlockMessagesOff");
-  const JobRecord& job = bench.board.Record().Jobs().at(0);
+  const JobRecord& job = bench.board.Jobs().Records().at(0);
   EXPECT_NEAR(job.plannedSeconds, 2.2, 1e-5);
   EXPECT_NEAR(job.simulatedSeconds, 2.4, 1e-5);
 }

@@ -85,7 +85,7 @@ TEST(Simulator, StopsReadingUsbWhenLessThan64BytesAreFree) {
   EXPECT_GE(rig.simulator.Board().WaitingBytes(rig.port), 240u);
   EXPECT_LT(rig.simulator.Board().WaitingBytes(rig.port), 256u);
   rig.TakeAt(100000);
-  EXPECT_EQ(rig.simulator.Board().Record().Blocks(), 80u);  // none is lost
+  EXPECT_EQ(rig.simulator.Board().Counts().blocks, 80u);  // none is lost
   EXPECT_EQ(rig.simulator.LostInputBytes(), 0u);
 }
 
@@ -96,7 +96,7 @@ TEST(Simulator, LosesWhatABareUartHasNoRoomFor) {
   EXPECT_TRUE(rig.simulator.WantsBytes(rig.port));
   EXPECT_GT(rig.simulator.LostInputBytes(), 0u);
   rig.TakeAt(100000);
-  EXPECT_LT(rig.simulator.Board().Record().Blocks(), 80u);
+  EXPECT_LT(rig.simulator.Board().Counts().blocks, 80u);
 }
 
 TEST(Simulator, StopsReadingTcpAtTwentyWaitingLines) {
@@ -106,7 +106,7 @@ TEST(Simulator, StopsReadingTcpAtTwentyWaitingLines) {
   EXPECT_EQ(rig.simulator.Board().WaitingLines(rig.port), 20u);
   EXPECT_FALSE(rig.simulator.WantsBytes(rig.port));
   rig.TakeAt(100000);
-  EXPECT_EQ(rig.simulator.Board().Record().Blocks(), 80u);
+  EXPECT_EQ(rig.simulator.Board().Counts().blocks, 80u);
 }
 
 TEST(Simulator, CarriesBytesAtTheBaudRateInBothDirections) {
