@@ -1,14 +1,8 @@
 #include "simulator/control.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
-#include <array>
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
 
-#include "simulator/options.h"
+#include "simulator/number_list.h"
 
 namespace k7sim {
 
@@ -65,36 +59,6 @@ ControlResult RunControlLine(std::string_view line, Simulator& simulator, TimeUs
     return bad("unknown command '" + std::string(verb) + "'; help lists them");
   }
   return ControlResult::Done;
-}
-
-ControlPipe::~ControlPipe() {
-  if (fd_) unlink(path_.c_str());
-}
-
-bool ControlPipe::Open(const std::string& path, std::string& error) {
-  struct stat there {};
-  if (lstat(path.c_str(), &there) == 0 && S_ISFIFO(there.st_mode)) unlink(path.c_str());
-  if (mkfifo(path.c_str(), 0600) != 0) {
-    error = "cannot make the pipe " + path + ": " + std::strerror(errno);
-    return false;
-  }
-  path_ = path;
-  // Open for writing too: the pipe then does not end when a writer closes it.
-  fd_.Reset(open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
-  if (fd_) return true;
-  error = "cannot open the pipe " + path + ": " + std::strerror(errno);
-  return false;
-}
-
-bool ControlPipe::TakeLine(std::string& line) {
-  std::array<char, 1024> bytes{};
-  const ssize_t got = fd_ ? read(fd_.Get(), bytes.data(), bytes.size()) : 0;
-  if (got > 0) pending_.append(bytes.data(), static_cast<std::size_t>(got));
-  const std::size_t end = pending_.find('\n');
-  if (end == pending_.npos) return false;
-  line = pending_.substr(0, end);
-  pending_.erase(0, end + 1);
-  return true;
 }
 
 }  // namespace k7sim

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "simulator/simulator.h"
-#include "simulator/unique_fd.h"
 
 namespace k7sim {
 
@@ -28,21 +27,5 @@ inline constexpr std::string_view kControlHelp =
 // or something to print.
 ControlResult RunControlLine(std::string_view line, Simulator& simulator, TimeUs wireUs,
                              std::string& message);
-
-// The named pipe that the commands come through. It can be written to and closed any number of
-// times.
-class ControlPipe {
- public:
-  ~ControlPipe();
-  bool Open(const std::string& path, std::string& error);
-  int Fd() const { return fd_.Get(); }
-  // The next whole line; false when there is none yet.
-  bool TakeLine(std::string& line);
-
- private:
-  std::string path_;
-  UniqueFd fd_;
-  std::string pending_;
-};
 
 }  // namespace k7sim

@@ -1,6 +1,7 @@
 #include "simulator/mechanics.h"
 
 #include <algorithm>
+#include <map>
 
 namespace k7sim {
 namespace {
@@ -92,6 +93,21 @@ std::optional<double> Mechanics::WayToTouch() const {
   const auto depth = surface_.DepthAt(place.x, place.y);
   if (!depth || *depth > geometry_.travel[2]) return std::nullopt;
   return MmFromInches(*depth - place.z);
+}
+
+bool ForceByName(Mechanics& machine, const std::string& name, const std::string& state) {
+  const std::map<std::string, SwitchForce> states = {
+      {"1", SwitchForce::Closed}, {"0", SwitchForce::Open}, {"auto", SwitchForce::Auto}};
+  const auto force = states.find(state);
+  if (force == states.end()) return false;
+  if (name == "probe") {
+    machine.ForceProbe(force->second);
+    return true;
+  }
+  constexpr std::string_view kNames = "xyz";
+  if (name.size() != 1 || kNames.find(name[0]) == kNames.npos) return false;
+  machine.ForceSwitch(kNames.find(name[0]), force->second);
+  return true;
 }
 
 }  // namespace k7sim

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <string>
 
 #include "simulator/geometry.h"
 #include "simulator/surface.h"
@@ -85,5 +86,9 @@ class Mechanics {
   std::array<SwitchForce, 3> switches_{};
   SwitchForce probe_ = SwitchForce::Auto;
 };
+
+// Forces a switch by its name (x, y, z, probe) to a state by its name (1 closed, 0 open, auto).
+// False, and nothing done, when there is no such name.
+bool ForceByName(Mechanics& machine, const std::string& name, const std::string& state);
 
 }  // namespace k7sim

@@ -2,7 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
-#include <map>
+
+#include "simulator/number_list.h"
 
 namespace k7sim {
 namespace {
@@ -112,28 +113,6 @@ int Fail(std::string text) {
 }
 
 }  // namespace
-
-bool ParseTriple(const std::string& text, Vec3& out) {
-  const auto numbers = ParseNumbers(text);
-  if (!numbers || numbers->size() != 3) return false;
-  for (std::size_t i = 0; i < 3; ++i) out[i] = (*numbers)[i];
-  return true;
-}
-
-bool ForceByName(Mechanics& machine, const std::string& name, const std::string& state) {
-  const std::map<std::string, SwitchForce> states = {
-      {"1", SwitchForce::Closed}, {"0", SwitchForce::Open}, {"auto", SwitchForce::Auto}};
-  const auto force = states.find(state);
-  if (force == states.end()) return false;
-  if (name == "probe") {
-    machine.ForceProbe(force->second);
-    return true;
-  }
-  constexpr std::string_view kNames = "xyz";
-  if (name.size() != 1 || kNames.find(name[0]) == kNames.npos) return false;
-  machine.ForceSwitch(kNames.find(name[0]), force->second);
-  return true;
-}
 
 std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exitCode) {
   Options options;

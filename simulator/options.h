@@ -30,11 +30,4 @@ struct Options {
 // --help, 2 after one line about what is wrong.
 std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exitCode);
 
-// "X,Y,Z" as three lengths.
-bool ParseTriple(const std::string& text, Vec3& out);
-
-// A switch by its name (x, y, z, probe) and its state (1 closed, 0 open, auto); false when either
-// is none.
-bool ForceByName(Mechanics& machine, const std::string& name, const std::string& state);
-
 }  // namespace k7sim

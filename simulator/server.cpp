@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iostream>
 
+#include "simulator/control.h"
 #include "simulator/picture.h"
 #include "simulator/pty_port.h"
 #include "simulator/report.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "simulator/control.h"
+#include "simulator/control_pipe.h"
 #include "simulator/options.h"
 #include "simulator/port.h"
 #include "simulator/simulator.h"

@@ -6,6 +6,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "simulator/number_list.h"
+
 namespace k7sim {
 namespace {
 
@@ -42,22 +44,6 @@ std::optional<std::vector<std::vector<double>>> ReadMap(const std::string& path,
 }
 
 }  // namespace
-
-std::optional<std::vector<double>> ParseNumbers(std::string_view text) {
-  std::vector<double> numbers;
-  std::istringstream list{std::string(text)};
-  std::string item;
-  while (std::getline(list, item, ',')) {
-    std::istringstream number(item);
-    double value = 0;
-    if (!(number >> value) || !(number >> std::ws).eof() || !std::isfinite(value)) {
-      return std::nullopt;
-    }
-    numbers.push_back(value);
-  }
-  if (numbers.empty() || text.back() == ',') return std::nullopt;
-  return numbers;
-}
 
 Surface::Surface(double zInches) : z_(zInches) {
   std::ostringstream text;

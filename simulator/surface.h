@@ -49,7 +49,4 @@ class Surface {
   std::string description_;
 };
 
-// The numbers of a list "1,2.5,-3"; nothing when the text holds anything else.
-std::optional<std::vector<double>> ParseNumbers(std::string_view text);
-
 }  // namespace k7sim
