@@ -1,9 +1,9 @@
 #include "simulator/config_store.h"
 
-#include <cstddef>
-#include <cstdio>
 #include <fstream>
 #include <utility>
+
+#include "simulator/whole_file.h"
 
 namespace k7sim {
 namespace {
@@ -55,15 +55,9 @@ bool ConfigStore::Set(std::string_view key, std::string_view value) {
 
 bool ConfigStore::Save() const {
   if (path_.empty()) return true;
-  // A new file takes the old one's place whole, so that a stop in between loses nothing.
-  const std::string fresh = path_ + ".new";
-  {
-    std::ofstream file(fresh, std::ios::trunc);
-    for (const std::string& line : lines_) file << line << '\n';
-    file.close();
-    if (!file) return false;
-  }
-  return std::rename(fresh.c_str(), path_.c_str()) == 0;
+  std::string content;
+  for (const std::string& line : lines_) content += line + "\n";
+  return WriteWholeFile(path_, content);
 }
 
 }  // namespace k7sim

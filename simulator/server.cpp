@@ -6,8 +6,6 @@
 #include <time.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <fstream>
 #include <iostream>
 
 #include "simulator/control.h"
@@ -15,6 +13,7 @@
 #include "simulator/pty_port.h"
 #include "simulator/report.h"
 #include "simulator/tcp_port.h"
+#include "simulator/whole_file.h"
 
 namespace k7sim {
 namespace {
@@ -25,17 +24,6 @@ TimeUs SteadyUs() {
   timespec now{};
   clock_gettime(CLOCK_MONOTONIC, &now);
   return static_cast<TimeUs>(now.tv_sec) * kUsPerSecond + now.tv_nsec / 1000;
-}
-
-bool WriteFile(const std::string& path, const std::string& text, std::string& error) {
-  // A reader that looks while the file is written sees the old one or the new one, never half.
-  const std::string fresh = path + ".new";
-  std::ofstream file(fresh, std::ios::trunc | std::ios::binary);
-  file << text;
-  file.close();
-  if (file && std::rename(fresh.c_str(), path.c_str()) == 0) return true;
-  error = "cannot write " + path;
-  return false;
 }
 
 }  // namespace
@@ -185,16 +173,16 @@ bool Server::WriteFiles(std::string& error) {
   transcript_.Flush();
   const Recorder& record = simulator_.Board().Record();
   bool written = true;
+  const auto write = [&](const std::string& path, const std::string& content) {
+    if (WriteWholeFile(path, content)) return;
+    error = "cannot write " + path;
+    written = false;
+  };
   if (!options_.picturePath.empty()) {
-    written =
-        WriteFile(options_.picturePath,
-                  DrawPicture(record.Strokes(), options_.setup.machine.geometry, options_.corner),
-                  error) &&
-        written;
+    write(options_.picturePath,
+          DrawPicture(record.Strokes(), options_.setup.machine.geometry, options_.corner));
   }
-  if (!options_.reportPath.empty()) {
-    written = WriteFile(options_.reportPath, WriteReport(simulator_), error) && written;
-  }
+  if (!options_.reportPath.empty()) write(options_.reportPath, WriteReport(simulator_));
   return written;
 }
 
