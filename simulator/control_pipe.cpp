@@ -4,8 +4,8 @@
 #include <sys/stat.h>
 
 #include <array>
-#include <cerrno>
-#include <cstring>
+
+#include "simulator/system_error.h"
 
 namespace k7sim {
 
@@ -16,16 +16,11 @@ ControlPipe::~ControlPipe() {
 bool ControlPipe::Open(const std::string& path, std::string& error) {
   struct stat there {};
   if (lstat(path.c_str(), &there) == 0 && S_ISFIFO(there.st_mode)) unlink(path.c_str());
-  if (mkfifo(path.c_str(), 0600) != 0) {
-    error = "cannot make the pipe " + path + ": " + std::strerror(errno);
-    return false;
-  }
+  if (mkfifo(path.c_str(), 0600) != 0) return FailBySystem(error, "cannot make the pipe " + path);
   path_ = path;
   // Open for writing too: the pipe then does not end when a writer closes it.
   fd_.Reset(open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
-  if (fd_) return true;
-  error = "cannot open the pipe " + path + ": " + std::strerror(errno);
-  return false;
+  return fd_ || FailBySystem(error, "cannot open the pipe " + path);
 }
 
 bool ControlPipe::TakeLine(std::string& line) {

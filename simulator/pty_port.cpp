@@ -8,16 +8,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstring>
+
+#include "simulator/system_error.h"
 
 namespace k7sim {
 namespace {
-
-bool Fail(std::string& error, const std::string& what) {
-  error = what + ": " + std::strerror(errno);
-  return false;
-}
 
 // Bytes pass unchanged in both directions, as on a cable.
 bool MakeRaw(int fd) {
@@ -37,18 +33,18 @@ PtyPort::~PtyPort() {
 bool PtyPort::Open(std::string& error) {
   master_.Reset(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
   if (!master_ || grantpt(master_.Get()) != 0 || unlockpt(master_.Get()) != 0) {
-    return Fail(error, "cannot make a pty");
+    return FailBySystem(error, "cannot make a pty");
   }
   std::array<char, 64> name{};
   if (ptsname_r(master_.Get(), name.data(), name.size()) != 0) {
-    return Fail(error, "cannot name the pty");
+    return FailBySystem(error, "cannot name the pty");
   }
   path_ = name.data();
   kept_.Reset(open(path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
-  if (!kept_ || !MakeRaw(kept_.Get())) return Fail(error, "cannot open " + path_);
+  if (!kept_ || !MakeRaw(kept_.Get())) return FailBySystem(error, "cannot open " + path_);
   watch_.Reset(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
   if (!watch_ || inotify_add_watch(watch_.Get(), path_.c_str(), IN_OPEN | IN_CLOSE) < 0) {
-    return Fail(error, "cannot watch " + path_);
+    return FailBySystem(error, "cannot watch " + path_);
   }
   opened_ = 0;
   return MakeLink(error);
@@ -65,7 +61,9 @@ bool PtyPort::MakeLink(std::string& error) {
     }
     unlink(link_.c_str());
   }
-  if (symlink(path_.c_str(), link_.c_str()) != 0) return Fail(error, "cannot make " + link_);
+  if (symlink(path_.c_str(), link_.c_str()) != 0) {
+    return FailBySystem(error, "cannot make " + link_);
+  }
   return true;
 }
 

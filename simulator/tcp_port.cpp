@@ -7,14 +7,14 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <cstring>
+
+#include "simulator/system_error.h"
 
 namespace k7sim {
 
 bool TcpPort::Open(std::string& error) {
   const auto fail = [&](const char* what) {
-    error = std::string(what) + " port " + std::to_string(port_) + ": " + std::strerror(errno);
-    return false;
+    return FailBySystem(error, std::string(what) + " port " + std::to_string(port_));
   };
   listener_.Reset(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
   if (!listener_) return fail("cannot make a socket for");
