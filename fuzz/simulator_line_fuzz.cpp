@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "simulator/simulator.h"
+#include "app/simulator.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size < 2) return 0;

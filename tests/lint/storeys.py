@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks who includes whom in src/: a file includes only files on storeys below its own, and no two
-files include each other in a circle."""
+"""Checks who includes whom in src/ and simulator/: a file includes only files on its own storey and on
+those below it, and no two files include each other in a circle."""
 
 import pathlib
 import re
@@ -20,6 +20,11 @@ STOREYS = [
     (4, r"ui/"),
 ]
 
+# Trees in which the folder alone decides: the root, and its folders from the ground up.
+FOLDERS = [
+    ("simulator", ["common", "machine", "board", "wire", "faults", "app"]),
+]
+
 
 def pure_entries():
     text = (SRC.parent / "cmake" / "pure.cmake").read_text()
@@ -35,29 +40,34 @@ def storey(path, pure):
     return None
 
 
-def main():
-    pure = pure_entries()
+def folder_storey(path, folders):
+    folder = path.split("/")[0]
+    return folders.index(folder) if folder in folders else None
+
+
+def check(root, storey_of):
+    """The number of includes between files below `root`, and what is wrong with them."""
     faults = []
     checked = 0
     includes = {}
-    for file in sorted(SRC.rglob("*.h")) + sorted(SRC.rglob("*.cpp")):
-        own = str(file.relative_to(SRC).with_suffix(""))
-        own_storey = storey(own, pure)
+    for file in sorted(root.rglob("*.h")) + sorted(root.rglob("*.cpp")):
+        own = str(file.relative_to(root).with_suffix(""))
+        own_storey = storey_of(own)
         if own_storey is None:
             faults.append(f"{own}: stands on no storey")
             continue
         for target in re.findall(r'^#include "([^"]+)"', file.read_text(), re.M):
-            if target.startswith("k7/") or not (SRC / target).exists():
+            if target.startswith("k7/") or not (root / target).exists():
                 continue
             other = target.rsplit(".", 1)[0]
             if other == own:
                 continue
             checked += 1
-            other_storey = storey(other, pure)
+            other_storey = storey_of(other)
             if file.suffix == ".h":
                 includes.setdefault(own, set()).add(other)
             if other_storey is not None and other_storey > own_storey:
-                faults.append(f"{file.relative_to(SRC)} (storey {own_storey}) includes {target} "
+                faults.append(f"{file.relative_to(root)} (storey {own_storey}) includes {target} "
                               f"(storey {other_storey})")
     for start in includes:
         seen, todo = set(), list(includes[start])
@@ -69,10 +79,20 @@ def main():
             if item not in seen:
                 seen.add(item)
                 todo.extend(includes.get(item, ()))
-    for fault in faults:
-        print("ERROR", fault)
-    print(f"{checked} includes, {len(faults)} faults")
-    return 1 if faults or checked == 0 else 0
+    return checked, faults
+
+
+def main():
+    pure = pure_entries()
+    results = [check(SRC, lambda path: storey(path, pure))]
+    for name, folders in FOLDERS:
+        results.append(check(SRC.parent / name, lambda path: folder_storey(path, folders)))
+    for _, faults in results:
+        for fault in faults:
+            print("ERROR", fault)
+    print(f"{sum(checked for checked, _ in results)} includes, "
+          f"{sum(len(faults) for _, faults in results)} faults")
+    return 1 if any(faults or not checked for checked, faults in results) else 0
 
 
 if __name__ == "__main__":
