@@ -33,7 +33,7 @@ ControlResult RunControlLine(std::string_view line, Simulator& simulator, TimeUs
     Vec3 inches{};
     if (!ParseTriple(rest, inches)) return bad("position takes X,Y,Z in inches");
     if (!simulator.Board().IsIdle()) return bad("position: the machine is moving");
-    machine.Shove(inches);
+    machine.PlaceHead(inches);
   } else if (verb == "homed") {
     if (rest != "0" && rest != "1") return bad("homed takes 1 or 0");
     simulator.Board().SetHomed(rest == "1");
@@ -41,7 +41,7 @@ ControlResult RunControlLine(std::string_view line, Simulator& simulator, TimeUs
     const Vec3& size = machine.Geometry().size;
     const auto surface = Surface::Parse(rest, size[0], size[1], message);
     if (!surface) return ControlResult::Bad;
-    machine.SetWork(*surface);
+    machine.SetPlateSurface(*surface);
   } else if (verb == "send") {
     simulator.SendUnasked(rest + "\r\n");
   } else if (verb == "halt") {

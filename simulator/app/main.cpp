@@ -1,4 +1,4 @@
-// k7sim: a simulated engraving machine on a pty or a TCP port.
+// k7sim, the program: a simulated engraving machine on a pty or a TCP port.
 #include <iostream>
 
 #include "app/options.h"

@@ -12,9 +12,9 @@ constexpr const char* kAbout =
     "A simulated engraving machine: controller, motors, switches and a plate to engrave.\n"
     "Serves a pty (default) and, when asked, a TCP port, until SIGINT, SIGTERM or 'quit' on the\n"
     "control pipe. Prints 'pty PATH', 'tcp PORT' and 'ready' when hosts may connect.\n"
-    "Exit codes: 0 stopped as asked, 2 wrong usage, or a port or file that could not be opened.";
+    "Exit codes: 0 stopped as asked, 2 wrong usage, or a port or a file could not be used.";
 
-// What the command line parser fills before it is turned into the setup.
+// The options as texts, before they are checked and turned into the setup.
 struct Raw {
   std::string speed = "1";
   std::string wire = "usb";
@@ -41,7 +41,7 @@ std::string ReadGeometry(const Raw& raw, MachineSetup& machine) {
   if (!home || home->size() != 2) return "--table-home takes two lengths in inches, as 0.5,0.5";
   machine.geometry.homeX = (*home)[0];
   machine.geometry.homeY = (*home)[1];
-  constexpr Vec3 kSpare = {0.5, 0.5, 0.25};  // the axes reach a little beyond the table
+  constexpr Vec3 kSpare = {0.5, 0.5, 0.25};  // inches that the axes reach beyond the table
   for (std::size_t i = 0; i < 3; ++i) machine.geometry.travel[i] = machine.geometry.size[i];
   machine.geometry.travel[0] += machine.geometry.homeX;
   machine.geometry.travel[1] += machine.geometry.homeY;
@@ -103,7 +103,7 @@ std::string ReadRest(const Raw& raw, Options& options) {
   return {};
 }
 
-// One line, whatever the parser's own message looks like.
+// Prints one line; the parser's own messages may have several.
 int Fail(std::string text) {
   for (char& c : text) {
     if (c == '\n') c = ' ';
@@ -132,25 +132,27 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
   app.add_option("--baud", options.setup.baud, "Carry bytes at this baud rate (pty as usb or uart)")
       ->check(CLI::Range(300.0, 1e9).description(""))
       ->type_name("BAUD");
-  app.add_option("--speed", raw.speed, "Machine seconds in a second, or max")
+  app.add_option("--speed", raw.speed, "Machine seconds in a second; max: as fast as possible")
       ->capture_default_str()
       ->type_name("FACTOR|max");
   app.add_option("--config", options.setup.configPath, "File with the board's own settings")
       ->type_name("FILE");
-  app.add_option("--id", raw.id, "Identity of the board, over the one in its settings")
+  app.add_option("--id", raw.id, "Identity of the board, replaces the one in its settings")
       ->type_name("ID");
 
   app.add_option("--table", raw.table, "Plate: width, height, depth in inches")
       ->capture_default_str()
       ->type_name("W,H,D");
-  app.add_option("--table-home", raw.tableHome, "Corner of the plate, inches from the switches")
+  app.add_option("--table-home", raw.tableHome,
+                 "Corner of the plate, X and Y inches from the switches")
       ->capture_default_str()
       ->type_name("X,Y");
   app.add_option("--travel", raw.travel,
                  "Length of each axis in inches (default: a little\nmore than the table's)")
       ->type_name("X,Y,Z");
   app.add_option("--surface", raw.surface,
-                 "The work: plane:Z, tilt:Z,DX,DY, none, or a\nheight-map file (inches of Z)")
+                 "Surface of the plate: plane:Z, tilt:Z,DX,DY, none,\nor a height-map file (inches "
+                 "below the Z switch)")
       ->capture_default_str()
       ->type_name("WORK");
   app.add_option("--tool", raw.tool, "What cuts: spindle or air")
@@ -161,17 +163,18 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
       ->capture_default_str()
       ->type_name("X,Y,Z");
   app.add_flag("--homed", machine.homed, "The table counts as homed from the start");
-  app.add_flag("--hard-limits", machine.hardLimits, "Running into an axis end halts the machine");
-  app.add_option("--switch", raw.switches, "Hold a switch: x=1, y=0, z=auto, probe=1")
+  app.add_flag("--hard-limits", machine.hardLimits,
+               "A move beyond the end of an axis halts the machine");
+  app.add_option("--switch", raw.switches, "Hold a switch (x, y, z, probe) closed (1) or open (0)")
       ->allow_extra_args(false)
       ->type_name("NAME=STATE");
 
   app.add_option("--fault", raw.faults,
                  "What goes wrong: 'match=G28,do=withhold', JSON, or a file with JSON.\n"
-                 "When: line=N, match=TEXT, reply=TEXT or atMs=N; nth=N the first,\n"
-                 "count=N so many (0: all from there). do=ignore, drop, withhold, delay,\n"
-                 "duplicate, corrupt, fragment, inject, halt, silent or close; ms=N and\n"
-                 "text=TEXT where they matter")
+                 "When: line=N, match=TEXT, reply=TEXT or atMs=N; from the nth=N\n"
+                 "time on, count=N times (0: always). do=ignore, drop, withhold, delay,\n"
+                 "duplicate, corrupt, fragment, inject, halt, silent or close, with\n"
+                 "ms=N and text=TEXT where they apply")
       ->allow_extra_args(false)
       ->type_name("FAULT");
   app.add_option("--control", options.controlPath, "Make a pipe for commands ('help' lists them)")
@@ -179,13 +182,14 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
 
   app.add_option("--picture", options.picturePath, "Draw the plate into this SVG file at the end")
       ->type_name("FILE.svg");
-  app.add_option("--picture-home", raw.corner, "Corner of the table home: bottom-left, top-left")
+  app.add_option("--picture-home", raw.corner,
+                 "Corner that the table home is in: bottom-left, top-left")
       ->check(CLI::IsMember({"bottom-left", "top-left"}).description(""))
       ->capture_default_str()
       ->type_name("CORNER");
   app.add_option("--transcript", options.transcriptPath, "Write every line in both directions")
       ->type_name("FILE");
-  app.add_option("--transcript-times", raw.times, "machine, wire or off")
+  app.add_option("--transcript-times", raw.times, "Times in it: machine, wire or off")
       ->check(CLI::IsMember({"machine", "wire", "off"}).description(""))
       ->capture_default_str()
       ->type_name("machine|wire|off");

@@ -1,4 +1,4 @@
-// The command line.
+// The options of the command line.
 #pragma once
 
 #include <optional>
@@ -13,10 +13,10 @@ namespace k7sim {
 struct Options {
   SimulatorSetup setup;
   bool pty = true;
-  std::string ptyLink;               // symbolic link to make; empty: the path is only printed
+  std::string ptyLink;               // symbolic link to make; empty: none is made
   WireKind ptyWire = WireKind::Usb;  // what the pty behaves like
   bool tcp = false;
-  int tcpPort = 0;  // 0: any free one
+  int tcpPort = 0;  // 0: the system chooses a free one
   std::string controlPath;
   std::string picturePath;
   HomeCorner corner = HomeCorner::BottomLeft;
@@ -26,8 +26,8 @@ struct Options {
   std::vector<std::pair<std::string, std::string>> switches;  // axis or "probe", state
 };
 
-// What the command line asks for; nothing when the program should end with `exitCode`: 0 after
-// --help, 2 after one line about what is wrong.
+// What the command line asks for. Nothing when the program is to end with `exitCode`: 0 when --help
+// has been printed, 2 when one line has been printed about what is wrong.
 std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exitCode);
 
 }  // namespace k7sim

@@ -70,7 +70,7 @@ std::string WriteReport(Simulator& simulator) {
   report["halts"] = counts.halts;
   report["positionInches"] = Point(board.Machine().PlaceAt(at));
   report["controllerMm"] = {{"x", at[0]}, {"y", at[1]}, {"z", at[2]}};
-  report["surface"] = board.Machine().Work().Description();
+  report["surface"] = board.Machine().PlateSurface().Description();
   report["errors"] = Mistakes(record);
   Json faults = Json::array();
   for (const auto& outcome : simulator.FaultsOf().Outcomes()) {

@@ -1,4 +1,4 @@
-// What happened, as JSON, for tests and for the curious.
+// The report: what the board received, the machine did and the faults changed, as JSON.
 #pragma once
 
 #include <string>
@@ -7,7 +7,8 @@
 
 namespace k7sim {
 
-// Lengths in inches, times in machine seconds. Settles the times of a job that is still open.
+// Lengths are in inches where the key says so, times in machine seconds. A job that is still open
+// has its planned time computed for the report.
 std::string WriteReport(Simulator& simulator);
 
 }  // namespace k7sim

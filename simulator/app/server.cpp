@@ -49,7 +49,7 @@ bool Server::Start(std::string& error) {
   sigaddset(&stop, SIGINT);
   sigaddset(&stop, SIGTERM);
   sigprocmask(SIG_BLOCK, &stop, nullptr);
-  // Whoever started us may no longer read what we print.
+  // The program that started this one may no longer read what is printed; that must not end it.
   signal(SIGPIPE, SIG_IGN);
   signals_.Reset(signalfd(-1, &stop, SFD_NONBLOCK | SFD_CLOEXEC));
   if (!options_.transcriptPath.empty() && !transcript_.Open(options_.transcriptPath)) {
@@ -58,11 +58,11 @@ bool Server::Start(std::string& error) {
   }
   if (options_.pty) {
     links_.push_back({std::make_unique<PtyPort>(options_.ptyLink),
-                      simulator_.AddStream(options_.ptyWire, "pty"), kNever});
+                      simulator_.AddLink(options_.ptyWire, "pty"), kNever});
   }
   if (options_.tcp) {
     links_.push_back({std::make_unique<TcpPort>(options_.tcpPort),
-                      simulator_.AddStream(WireKind::Tcp, "tcp"), kNever});
+                      simulator_.AddLink(WireKind::Tcp, "tcp"), kNever});
   }
   for (Link& link : links_) {
     if (!link.port->Open(error)) return false;
@@ -82,7 +82,6 @@ bool Server::TakeSignal() const {
 bool Server::Run(std::string& error) {
   bool quit = false;
   while (!quit && !TakeSignal()) {
-    // Openings before data: what a host writes right after opening must find the port open.
     for (Link& link : links_) Serve(link);
     simulator_.Run(WireNow());
     CloseAndReopen(WireNow());
@@ -93,22 +92,23 @@ bool Server::Run(std::string& error) {
 }
 
 void Server::Serve(Link& link) {
-  // Read first, look at the openings then: whoever wrote the bytes has opened the port before, and
-  // a change of hosts must not throw the answer to the new one away with what the old one left.
+  // The bytes are read before the events are taken, and used after them. The host that wrote them
+  // has opened the port before, so the opening is among the events. When it follows another host,
+  // the replies to it are not thrown away with what that one has left unread.
   std::string bytes;
-  if (simulator_.WantsBytes(link.stream)) bytes = link.port->Read(kReadBytes);
+  if (simulator_.WantsBytes(link.number)) bytes = link.port->Read(kReadBytes);
   for (const bool opened : link.port->TakeEvents()) {
     if (opened) {
-      simulator_.HostOpened(link.stream, WireNow());
+      simulator_.HostOpened(link.number, WireNow());
     } else {
-      simulator_.HostClosed(link.stream);
+      simulator_.HostClosed(link.number);
       link.port->DropUnread();
     }
   }
-  if (!bytes.empty()) simulator_.Receive(link.stream, bytes, WireNow());
-  const std::string_view ready = simulator_.Ready(link.stream, WireNow());
+  if (!bytes.empty()) simulator_.Receive(link.number, bytes, WireNow());
+  const std::string_view ready = simulator_.Ready(link.number, WireNow());
   if (!ready.empty()) {
-    simulator_.Sent(link.stream, link.port->Write(ready), WireNow());
+    simulator_.Sent(link.number, link.port->Write(ready), WireNow());
   }
 }
 
@@ -131,7 +131,7 @@ void Server::ServeControl(bool& quit) {
 void Server::CloseAndReopen(TimeUs nowUs) {
   for (const CloseRequest& request : simulator_.TakeCloseRequests()) {
     for (Link& link : links_) {
-      simulator_.HostClosed(link.stream);
+      simulator_.HostClosed(link.number);
       link.port->Close();
       link.reopenUs = request.reopenUs == kNever ? kNever : nowUs + request.reopenUs;
     }
@@ -153,8 +153,8 @@ void Server::Wait(TimeUs nowUs) {
   TimeUs due = simulator_.NextDue(nowUs);
   for (const Link& link : links_) {
     for (const int fd : link.port->EventFds()) fds.push_back({fd, POLLIN, 0});
-    short wanted = simulator_.WantsBytes(link.stream) ? POLLIN : 0;
-    if (!simulator_.Ready(link.stream, nowUs).empty()) wanted |= POLLOUT;
+    short wanted = simulator_.WantsBytes(link.number) ? POLLIN : 0;
+    if (!simulator_.Ready(link.number, nowUs).empty()) wanted |= POLLOUT;
     if (wanted != 0) fds.push_back({link.port->DataFd(), wanted, 0});
     due = std::min(due, link.reopenUs);
   }
@@ -162,10 +162,10 @@ void Server::Wait(TimeUs nowUs) {
   timespec time{};
   time.tv_sec = static_cast<time_t>(waitUs == kNever ? 0 : waitUs / kUsPerSecond);
   time.tv_nsec = static_cast<long>(waitUs == kNever ? 0 : waitUs % kUsPerSecond * 1000);
-  // Nothing to do for a while: whoever follows the transcript sees all that has been said.
+  // Before a pause all lines are written, so that the transcript can be followed.
   if (waitUs > 0) transcript_.Flush();
   const int woken = ppoll(fds.data(), fds.size(), waitUs == kNever ? nullptr : &time, nullptr);
-  // At the highest speed machine time moves on whenever the host has nothing to say.
+  // On an unbounded clock the machine moves on whenever no host has sent anything.
   if (woken == 0) simulator_.JumpAhead(nowUs);
 }
 

@@ -1,4 +1,4 @@
-// Puts real ports and the real clock around a simulator and runs it until it is told to stop.
+// Runs a simulator on real ports and the real clock until it is told to stop.
 #pragma once
 
 #include <memory>
@@ -17,17 +17,17 @@ class Server {
   explicit Server(const Options& options);
   ~Server();
 
-  // Opens everything and says so on stdout. False with one line in `error`.
+  // Opens all ports and files, and prints where the ports are. False with one line in `error`.
   bool Start(std::string& error);
-  // Serves until a signal or the control pipe ends it; then writes the files. False with one line
+  // Serves until a signal or a control command ends it, then writes the files. False with one line
   // in `error` when a file could not be written.
   bool Run(std::string& error);
 
  private:
   struct Link {
     std::unique_ptr<Port> port;
-    int stream = 0;
-    TimeUs reopenUs = kNever;  // when a closed link opens again
+    int number = 0;
+    TimeUs reopenUs = kNever;  // wire time at which a closed link opens again
   };
 
   TimeUs WireNow() const;

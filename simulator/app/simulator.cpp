@@ -6,7 +6,7 @@
 namespace k7sim {
 namespace {
 
-// A board drops what its host leaves unread for so long; a socket keeps it.
+// What a host leaves unread for so long is dropped on a serial link; a socket keeps it.
 constexpr TimeUs kUnreadUs = 1'000'000;
 
 std::string_view GreetingOf(WireKind kind) {
@@ -33,22 +33,22 @@ Simulator::Simulator(const SimulatorSetup& setup, Transcript& transcript)
   for (const Fault& fault : setup.faults) faults_.Add(fault);
 }
 
-int Simulator::AddStream(WireKind kind, std::string name) {
+int Simulator::AddLink(WireKind kind, std::string name) {
   const TimeUs dropAfterUs = kind == WireKind::Tcp ? kNever : kUnreadUs;
   const double baud = kind == WireKind::Tcp ? 0 : setup_.baud;
-  streams_.push_back(std::make_unique<Stream>(Stream{kind,
-                                                     std::move(name),
-                                                     LineReader(kind),
-                                                     OutputQueue(baud, dropAfterUs),
-                                                     Pacer(baud),
-                                                     {},
-                                                     0,
-                                                     false}));
-  return static_cast<int>(streams_.size()) - 1;
+  links_.push_back(std::make_unique<Link>(Link{kind,
+                                               std::move(name),
+                                               LineReader(kind),
+                                               OutputQueue(baud, dropAfterUs),
+                                               Pacer(baud),
+                                               {},
+                                               0,
+                                               false}));
+  return static_cast<int>(links_.size()) - 1;
 }
 
-std::string_view Simulator::PortName(int stream) const {
-  return streams_.size() > 1 ? std::string_view(At(stream).name) : std::string_view();
+std::string_view Simulator::LinkName(int link) const {
+  return links_.size() > 1 ? std::string_view(LinkAt(link).name) : std::string_view();
 }
 
 void Simulator::SetTime(TimeUs wireUs) {
@@ -56,80 +56,81 @@ void Simulator::SetTime(TimeUs wireUs) {
   transcript_.SetTime(clock_.At(wireUs_), wireUs_);
 }
 
-void Simulator::HostOpened(int stream, TimeUs wireUs) {
+void Simulator::HostOpened(int link, TimeUs wireUs) {
   SetTime(wireUs);
-  Stream& s = At(stream);
-  const bool first = !s.open;
-  s.open = true;
-  if (first && !GreetingOf(s.kind).empty()) Reply(stream, 0, GreetingOf(s.kind));
+  Link& state = LinkAt(link);
+  const bool first = !state.open;
+  state.open = true;
+  if (first && !GreetingOf(state.kind).empty()) Reply(link, 0, GreetingOf(state.kind));
 }
 
-void Simulator::HostClosed(int stream) {
-  Stream& s = At(stream);
-  s.open = false;
-  s.out.Clear();
-  s.reader.Reset();
+void Simulator::HostClosed(int link) {
+  Link& state = LinkAt(link);
+  state.open = false;
+  state.out.Clear();
+  state.reader.Reset();
 }
 
-bool Simulator::WantsBytes(int stream) const {
-  // A bare serial line has no way to say "wait": its bytes come whether or not there is room.
-  return At(stream).kind == WireKind::Uart || At(stream).inbox.empty();
+bool Simulator::WantsBytes(int link) const {
+  // A bare UART has no flow control: its bytes come whether there is room or not.
+  return LinkAt(link).kind == WireKind::Uart || LinkAt(link).inbox.empty();
 }
 
-void Simulator::Receive(int stream, std::string_view bytes, TimeUs wireUs) {
-  At(stream).inbox.append(bytes);
+void Simulator::Receive(int link, std::string_view bytes, TimeUs wireUs) {
+  LinkAt(link).inbox.append(bytes);
   Run(wireUs);
 }
 
-bool Simulator::HasRoom(int stream) const {
-  const std::size_t waitingBytes = controller_.WaitingBytes(stream);
-  switch (At(stream).kind) {
+bool Simulator::HasRoom(int link) const {
+  const std::size_t waitingBytes = controller_.WaitingBytes(link);
+  switch (LinkAt(link).kind) {
     case WireKind::Usb:
       return waitingBytes == 0 ||
-             waitingBytes + At(stream).reader.PendingBytes() + kUsbFreeBytes < kUsbRingBytes;
+             waitingBytes + LinkAt(link).reader.PendingBytes() + kUsbFreeBytes < kUsbRingBytes;
     case WireKind::Tcp:
-      return controller_.WaitingLines(stream) < kTcpQueuedLines;
+      return controller_.WaitingLines(link) < kTcpQueuedLines;
     case WireKind::Uart:
-      return waitingBytes == 0 || waitingBytes + At(stream).reader.PendingBytes() < kUartRingBytes;
+      return waitingBytes == 0 ||
+             waitingBytes + LinkAt(link).reader.PendingBytes() < kUartRingBytes;
   }
   return true;
 }
 
-void Simulator::Consume(int stream) {
-  Stream& s = At(stream);
-  s.arrived += s.inPacer.Take(s.inbox.size() - s.arrived, wireUs_);
+void Simulator::Consume(int link) {
+  Link& state = LinkAt(link);
+  state.arrived += state.inPacer.Take(state.inbox.size() - state.arrived, wireUs_);
   std::size_t used = 0;
-  for (; used < s.arrived; ++used) {
-    if (!HasRoom(stream)) {
-      if (s.kind != WireKind::Uart) break;
-      s.reader.CountLost(1);
+  for (; used < state.arrived; ++used) {
+    if (!HasRoom(link)) {
+      if (state.kind != WireKind::Uart) break;
+      state.reader.CountLost(1);
       continue;
     }
-    switch (s.reader.Put(s.inbox[used])) {
+    switch (state.reader.Put(state.inbox[used])) {
       case LineReader::Event::Line:
-        TakeLine(stream, s.reader.Line());
+        TakeLine(link, state.reader.Line());
         break;
       case LineReader::Event::Halt:
-        transcript_.In(PortName(stream), std::string_view(&kHaltByte, 1));
+        transcript_.In(LinkName(link), std::string_view(&kHaltByte, 1));
         controller_.Halt(machineUs_);
         break;
       case LineReader::Event::None:
         break;
     }
   }
-  s.inbox.erase(0, used);
-  s.arrived -= used;
+  state.inbox.erase(0, used);
+  state.arrived -= used;
 }
 
-void Simulator::TakeLine(int stream, const std::string& line) {
+void Simulator::TakeLine(int link, const std::string& line) {
   const std::uint64_t id = ++lines_;
-  transcript_.In(PortName(stream), line);
+  transcript_.In(LinkName(link), line);
   bool ignore = false;
   for (const FaultEvent& event : faults_.OnLine(id, line, wireUs_, ignore)) CarryOut(event);
   if (ignore) {
     transcript_.Note("fault: the line above is lost");
   } else {
-    controller_.TakeLine(line, id, stream, machineUs_);
+    controller_.TakeLine(line, id, link, machineUs_);
   }
   CarryOutPending();
 }
@@ -142,8 +143,8 @@ void Simulator::AdvanceMachine() {
     transcript_.SetTime(machineUs_, wireUs_);
     controller_.Advance(machineUs_);
     CarryOutPending();
-    // What had been left for want of room is taken the moment there is some.
-    for (int i = 0; i < static_cast<int>(streams_.size()); ++i) Consume(i);
+    // Bytes that had no room are taken as soon as there is some.
+    for (int i = 0; i < static_cast<int>(links_.size()); ++i) Consume(i);
   }
   machineUs_ = std::max(machineUs_, now);
   transcript_.SetTime(machineUs_, wireUs_);
@@ -153,7 +154,7 @@ void Simulator::Run(TimeUs wireUs) {
   SetTime(wireUs);
   for (const FaultEvent& event : faults_.OnTime(wireUs_)) CarryOut(event);
   AdvanceMachine();
-  for (int i = 0; i < static_cast<int>(streams_.size()); ++i) Consume(i);
+  for (int i = 0; i < static_cast<int>(links_.size()); ++i) Consume(i);
   AdvanceMachine();
 }
 
@@ -166,19 +167,19 @@ bool Simulator::JumpAhead(TimeUs wireUs) {
 
 TimeUs Simulator::NextDue(TimeUs wireUs) const {
   TimeUs due = std::min(clock_.WireTimeOf(controller_.NextEvent(), wireUs), faults_.NextTime());
-  for (const auto& s : streams_) {
-    due = std::min(due, s->out.NextDue(wireUs));
-    if (s->inbox.size() > s->arrived) due = std::min(due, s->inPacer.NextByte(wireUs));
+  for (const auto& state : links_) {
+    due = std::min(due, state->out.NextDue(wireUs));
+    if (state->inbox.size() > state->arrived) due = std::min(due, state->inPacer.NextByte(wireUs));
   }
   return due;
 }
 
-std::string_view Simulator::Ready(int stream, TimeUs wireUs) {
-  return At(stream).out.Ready(wireUs);
+std::string_view Simulator::Ready(int link, TimeUs wireUs) {
+  return LinkAt(link).out.Ready(wireUs);
 }
 
-void Simulator::Sent(int stream, std::size_t bytes, TimeUs wireUs) {
-  At(stream).out.Sent(bytes, wireUs);
+void Simulator::Sent(int link, std::size_t bytes, TimeUs wireUs) {
+  LinkAt(link).out.Sent(bytes, wireUs);
 }
 
 std::vector<CloseRequest> Simulator::TakeCloseRequests() {
@@ -187,13 +188,13 @@ std::vector<CloseRequest> Simulator::TakeCloseRequests() {
 
 std::uint64_t Simulator::LostInputBytes() const {
   std::uint64_t bytes = 0;
-  for (const auto& s : streams_) bytes += s->reader.LostBytes();
+  for (const auto& state : links_) bytes += state->reader.LostBytes();
   return bytes;
 }
 
 std::uint64_t Simulator::LostOutputBytes() const {
   std::uint64_t bytes = 0;
-  for (const auto& s : streams_) bytes += s->out.DroppedBytes();
+  for (const auto& state : links_) bytes += state->out.DroppedBytes();
   return bytes;
 }
 

@@ -1,5 +1,6 @@
-// The board with its links, without any real port: bytes in, bytes out, two clocks. The server
-// puts ports around it, tests and the fuzzer drive it directly.
+// The board with its links and faults, without real ports or real time: the owner brings bytes and
+// the wire time and takes bytes away. The server gives it ports; tests and the fuzzer drive it
+// directly.
 #pragma once
 
 #include <cstddef>
@@ -21,52 +22,54 @@ namespace k7sim {
 
 struct SimulatorSetup {
   MachineSetup machine;
-  std::string configPath;         // empty: the identity is kept in memory only
-  std::optional<std::string> id;  // identity to start with, over what the file says
-  double speed = 1;               // 0: as fast as possible
+  std::string configPath;         // file of the settings; empty: they are kept in memory only
+  std::optional<std::string> id;  // identity that replaces the one in the settings
+  double speed = 1;               // machine seconds in a second; 0: as fast as possible
   double baud = 0;                // 0: bytes take no time
   std::vector<Fault> faults;
 };
 
-// A fault wants a link closed. `reopenUs`: after how long it opens again; kNever: never.
+// All links are to be closed.
 struct CloseRequest {
-  TimeUs reopenUs = kNever;
+  TimeUs reopenUs = kNever;  // after how long they open again; kNever: never
 };
 
 class Simulator final : private ReplySink {
  public:
   explicit Simulator(const SimulatorSetup& setup, Transcript& transcript);
 
-  // Adds a link, closed at first; its number is the result. `name` marks it in the transcript.
-  int AddStream(WireKind kind, std::string name);
+  // Adds a link, which is closed at first. The result is its number; `name` stands for it in the
+  // transcript.
+  int AddLink(WireKind kind, std::string name);
 
-  // The host has opened the link: it is greeted. A link that is open already stays so.
-  void HostOpened(int stream, TimeUs wireUs);
-  // The host has closed it: what was on its way to the host is lost, and the line under way too.
-  void HostClosed(int stream);
-  bool IsOpen(int stream) const { return At(stream).open; }
+  // A host has opened the link and is greeted. Does nothing when the link is open already.
+  void HostOpened(int link, TimeUs wireUs);
+  // The host has closed the link. Bytes on their way to it and its incomplete line are lost.
+  void HostClosed(int link);
+  bool IsOpen(int link) const { return LinkAt(link).open; }
 
-  // Bytes from the host; they are taken as the link allows. While false the server should leave
-  // further bytes where they are.
-  void Receive(int stream, std::string_view bytes, TimeUs wireUs);
-  bool WantsBytes(int stream) const;
+  // Bytes from the host. The board takes them as its link allows.
+  void Receive(int link, std::string_view bytes, TimeUs wireUs);
+  // While false, the owner should leave further bytes unread.
+  bool WantsBytes(int link) const;
 
-  // Bytes for the host; see OutputQueue.
-  std::string_view Ready(int stream, TimeUs wireUs);
-  void Sent(int stream, std::size_t bytes, TimeUs wireUs);
+  // Bytes for the host, as OutputQueue has them.
+  std::string_view Ready(int link, TimeUs wireUs);
+  void Sent(int link, std::size_t bytes, TimeUs wireUs);
 
-  // Carries out all that is due at `wireUs`.
+  // Carries out all that is due up to `wireUs`.
   void Run(TimeUs wireUs);
-  // Fastest speed only: goes on to the next thing the machine does. False when it rests.
+  // Unbounded clock only: goes on to the next event of the machine. False when there is none.
   bool JumpAhead(TimeUs wireUs);
-  // When `Run` or `Ready` has something to do; kNever when only the host can bring it.
+  // When `Run` or `Ready` has something to do next; kNever when it takes a host to bring it about.
   TimeUs NextDue(TimeUs wireUs) const;
 
-  // Sends text nobody asked for to every open link.
+  // Sends text that is no reply on every open link. Of the faults only silence stops it.
   void SendUnasked(std::string_view text);
+  // Halts the machine with this alarm; with an empty one, the alarm of an axis end.
   void HaltMachine(std::string_view alarm, TimeUs wireUs);
   void AddFault(const Fault& fault) { faults_.Add(fault); }
-  // Links to be closed, each asked for once.
+  // The requests to close all links since the last call.
   std::vector<CloseRequest> TakeCloseRequests();
   void RequestClose(TimeUs reopenUs) { closeRequests_.push_back({reopenUs}); }
 
@@ -81,32 +84,32 @@ class Simulator final : private ReplySink {
   std::uint64_t LostOutputBytes() const;
 
  private:
-  struct Stream {
+  struct Link {
     WireKind kind;
     std::string name;
     LineReader reader;
     OutputQueue out;
     Pacer inPacer;
     std::string inbox;        // bytes read from the port
-    std::size_t arrived = 0;  // how many of them the wire has carried so far
+    std::size_t arrived = 0;  // how many of them have passed at the baud rate
     bool open = false;
   };
 
-  Stream& At(int stream) { return *streams_[static_cast<std::size_t>(stream)]; }
-  const Stream& At(int stream) const { return *streams_[static_cast<std::size_t>(stream)]; }
+  Link& LinkAt(int link) { return *links_[static_cast<std::size_t>(link)]; }
+  const Link& LinkAt(int link) const { return *links_[static_cast<std::size_t>(link)]; }
 
-  // What goes out (simulator_replies.cpp).
-  void Reply(int stream, std::uint64_t lineId, std::string_view text) override;
-  void Deliver(int stream, const std::vector<OutputPiece>& pieces);
+  // To the host (simulator_replies.cpp).
+  void Reply(int link, std::uint64_t lineId, std::string_view text) override;
+  void Deliver(int link, const std::vector<OutputPiece>& pieces);
   void CarryOut(const FaultEvent& event);
   void CarryOutPending();
 
   void AdvanceMachine();
-  void Consume(int stream);
-  bool HasRoom(int stream) const;
-  void TakeLine(int stream, const std::string& line);
+  void Consume(int link);
+  bool HasRoom(int link) const;
+  void TakeLine(int link, const std::string& line);
   void SetTime(TimeUs wireUs);
-  std::string_view PortName(int stream) const;
+  std::string_view LinkName(int link) const;
 
   SimulatorSetup setup_;
   Transcript& transcript_;
@@ -115,8 +118,8 @@ class Simulator final : private ReplySink {
   Faults faults_;
   MachineClock clock_;
   TimeUs wireUs_ = 0;
-  TimeUs machineUs_ = 0;  // machine time that is being carried out
-  std::vector<std::unique_ptr<Stream>> streams_;
+  TimeUs machineUs_ = 0;  // up to which the machine has been carried on
+  std::vector<std::unique_ptr<Link>> links_;
   std::vector<FaultEvent> pendingEvents_;
   std::vector<CloseRequest> closeRequests_;
   TimeUs silentUntilUs_ = 0;

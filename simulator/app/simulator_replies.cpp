@@ -1,5 +1,4 @@
-// What goes out: replies with their faults, lines nobody asked for, and what a fault does on the
-// spot.
+// What is sent to the host: replies as faults change them, and other lines. What faults do at once.
 #include <utility>
 
 #include "app/simulator.h"
@@ -7,43 +6,43 @@
 namespace k7sim {
 namespace {
 
-constexpr int kEventRounds = 16;
+constexpr int kEventRounds = 16;  // limit of faults that set off each other
 constexpr std::string_view kDefaultAlarm = "ALARM: Hard limit +X\n";
 
 }  // namespace
 
-void Simulator::Reply(int stream, std::uint64_t lineId, std::string_view text) {
+void Simulator::Reply(int link, std::uint64_t lineId, std::string_view text) {
   const std::vector<OutputPiece> pieces = faults_.OnReply(lineId, text, wireUs_, pendingEvents_);
   if (pieces.size() != 1 || pieces[0].text != text || pieces[0].delayUs != 0) {
     transcript_.Note("fault: changed " + std::string(text));
   }
-  if (stream != kAllStreams) {
-    Deliver(stream, pieces);
+  if (link != kAllLinks) {
+    Deliver(link, pieces);
     return;
   }
-  for (int i = 0; i < static_cast<int>(streams_.size()); ++i) Deliver(i, pieces);
+  for (int i = 0; i < static_cast<int>(links_.size()); ++i) Deliver(i, pieces);
 }
 
-void Simulator::Deliver(int stream, const std::vector<OutputPiece>& pieces) {
-  Stream& s = At(stream);
+void Simulator::Deliver(int link, const std::vector<OutputPiece>& pieces) {
+  Link& state = LinkAt(link);
   for (const OutputPiece& piece : pieces) {
-    if (!s.open || wireUs_ < silentUntilUs_) {
+    if (!state.open || wireUs_ < silentUntilUs_) {
       ++lostReplies_;
-      transcript_.Lost(PortName(stream), piece.text);
+      transcript_.Lost(LinkName(link), piece.text);
       continue;
     }
     ++replies_;
-    transcript_.Out(PortName(stream), piece.text);
+    transcript_.Out(LinkName(link), piece.text);
     if (piece.overtaken) {
-      s.out.PutLater(piece.text, wireUs_ + piece.delayUs);
+      state.out.PutLater(piece.text, wireUs_ + piece.delayUs);
     } else {
-      s.out.Put(piece.text, piece.delayUs > 0 ? wireUs_ + piece.delayUs : 0);
+      state.out.Put(piece.text, piece.delayUs > 0 ? wireUs_ + piece.delayUs : 0);
     }
   }
 }
 
 void Simulator::SendUnasked(std::string_view text) {
-  for (int i = 0; i < static_cast<int>(streams_.size()); ++i) {
+  for (int i = 0; i < static_cast<int>(links_.size()); ++i) {
     Deliver(i, {{std::string(text), 0, false}});
   }
 }
@@ -68,7 +67,7 @@ void Simulator::CarryOut(const FaultEvent& event) {
       break;
     case FaultAction::Close:
       transcript_.Note("fault: the link closes");
-      for (int i = 0; i < static_cast<int>(streams_.size()); ++i) HostClosed(i);
+      for (int i = 0; i < static_cast<int>(links_.size()); ++i) HostClosed(i);
       closeRequests_.push_back({untilUs});
       break;
     default:
@@ -77,7 +76,7 @@ void Simulator::CarryOut(const FaultEvent& event) {
 }
 
 void Simulator::CarryOutPending() {
-  // What an event sends can set off the next, but a script that chases its own tail ends.
+  // The reply to one event can set off the next. The limit ends a fault that sets itself off.
   for (int round = 0; round < kEventRounds && !pendingEvents_.empty(); ++round) {
     const std::vector<FaultEvent> events = std::exchange(pendingEvents_, {});
     for (const FaultEvent& event : events) CarryOut(event);

@@ -4,7 +4,7 @@
 
 namespace k7sim {
 
-std::string Shown(std::string_view text) {
+std::string Escaped(std::string_view text) {
   std::string out;
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
@@ -33,20 +33,20 @@ void Transcript::SetTime(TimeUs machineUs, TimeUs wireUs) {
   wireUs_ = wireUs;
 }
 
-void Transcript::In(std::string_view port, std::string_view line) {
-  Write('>', port, line);
+void Transcript::In(std::string_view link, std::string_view line) {
+  Write('>', link, line);
 }
-void Transcript::Out(std::string_view port, std::string_view text) {
-  Write('<', port, text);
+void Transcript::Out(std::string_view link, std::string_view text) {
+  Write('<', link, text);
 }
-void Transcript::Lost(std::string_view port, std::string_view text) {
-  Write('~', port, text);
+void Transcript::Lost(std::string_view link, std::string_view text) {
+  Write('~', link, text);
 }
 void Transcript::Note(std::string_view text) {
   Write('!', {}, text);
 }
 
-void Transcript::Write(char mark, std::string_view port, std::string_view text) {
+void Transcript::Write(char mark, std::string_view link, std::string_view text) {
   if (!file_.is_open()) return;
   if (times_ != TranscriptTimes::Off) {
     const TimeUs us = times_ == TranscriptTimes::Machine ? machineUs_ : wireUs_;
@@ -55,8 +55,8 @@ void Transcript::Write(char mark, std::string_view port, std::string_view text) 
     file_ << time;
   }
   file_ << mark << ' ';
-  if (!port.empty()) file_ << port << ' ';
-  file_ << Shown(text) << '\n';
+  if (!link.empty()) file_ << link << ' ';
+  file_ << Escaped(text) << '\n';
 }
 
 }  // namespace k7sim

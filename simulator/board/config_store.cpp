@@ -8,7 +8,7 @@
 namespace k7sim {
 namespace {
 
-// The first and the second word of a line; a line without both, or a comment, is no setting.
+// The key and the value of a line; both empty for a comment or a line without two words.
 std::pair<std::string_view, std::string_view> Split(std::string_view line) {
   constexpr std::string_view kBlanks = " \t\r";
   line = line.substr(0, line.find('#'));

@@ -1,4 +1,4 @@
-// The controller's own settings ("key value" lines of its card), kept in a file across restarts.
+// The board's own settings, lines of "key value", kept in a file across restarts.
 #pragma once
 
 #include <optional>
@@ -10,14 +10,14 @@ namespace k7sim {
 
 class ConfigStore {
  public:
-  // Reads `path`; a file that does not exist yet is an empty one. An empty path keeps the settings
-  // in memory only.
+  // Reads the file at `path`; one that does not exist counts as empty. With an empty path the
+  // settings are kept in memory only.
   explicit ConfigStore(std::string path = {});
 
   std::optional<std::string> Get(std::string_view key) const;
 
-  // Stores the value and writes the file, all other lines as they were. False when the file could
-  // not be written; the value holds in memory all the same.
+  // Stores the value and writes the file; all other lines stay as they are. False when the file
+  // could not be written; `Get` then gives the new value all the same.
   bool Set(std::string_view key, std::string_view value);
 
  private:

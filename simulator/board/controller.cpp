@@ -1,6 +1,7 @@
 #include "board/controller.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace k7sim {
 
@@ -13,29 +14,29 @@ Controller::Controller(const MachineSetup& setup, ConfigStore& config, ReplySink
       recorder_(setup.tool),
       jobs_(setup.limits),
       homed_(setup.homed) {
-  mechanics_.Shove(setup.positionInches);
+  mechanics_.PlaceHead(setup.positionInches);
   if (!homed_) return;
-  // A homed machine reads what it measured from its switches.
+  // On a homed machine the coordinates are those from the switches.
   for (std::size_t axis = 0; axis < 3; ++axis) {
     target_[axis] = MmFromInches(setup.positionInches[axis]);
     mechanics_.Declare(axis, target_[axis]);
   }
 }
 
-void Controller::TakeLine(std::string_view line, std::uint64_t lineId, int stream, TimeUs nowUs) {
+void Controller::TakeLine(std::string_view line, std::uint64_t lineId, int link, TimeUs nowUs) {
   ++counts_.lines;
   if (!LooksLikeGcode(line)) {
-    TakeWords(line, lineId, stream, nowUs);
+    TakeWords(line, lineId, link, nowUs);
     return;
   }
   ++counts_.gcodeLines;
   Waiting waiting;
   waiting.lineId = lineId;
-  waiting.stream = stream;
+  waiting.link = link;
   waiting.bytes = line.size() + 1;
   for (const Gcode& code : ParseGcodeLine(line)) {
     TakeGcode(code, waiting, nowUs);
-    waiting.bytes = 0;  // the bytes of a line count once
+    waiting.bytes = 0;  // the bytes of a line are counted once
   }
 }
 
@@ -47,9 +48,9 @@ void Controller::Halt(TimeUs nowUs) {
     mechanics_.DriveTo(stopped);
   }
   target_ = stopped;
-  counts_.flushedLines += lane_.size() + planner_.Size() + (action_.active ? 1 : 0);
+  counts_.flushedLines += waiting_.size() + planner_.Size() + (action_.active ? 1 : 0);
   planner_.Flush();
-  lane_.clear();
+  waiting_.clear();
   action_.active = false;
   drained_ = true;
   spindleOn_ = false;
@@ -60,7 +61,7 @@ void Controller::Halt(TimeUs nowUs) {
 
 void Controller::Alarm(std::string_view text, TimeUs nowUs) {
   Halt(nowUs);
-  sink_.Reply(kAllStreams, 0, text);
+  sink_.Reply(kAllLinks, 0, text);
 }
 
 Vec3 Controller::PositionMm(TimeUs nowUs) const {
@@ -84,22 +85,19 @@ void Controller::Advance(TimeUs nowUs) {
     } else {
       planner_.Advance(due);
     }
-    if (crashed_) {
-      crashed_ = false;
-      Alarm(crash_, due);
-    }
-    Pump(due);
+    if (!pendingAlarm_.empty()) Alarm(std::exchange(pendingAlarm_, {}), due);
+    StartWaiting(due);
   }
 }
 
-std::size_t Controller::WaitingLines(int stream) const {
-  return static_cast<std::size_t>(std::count_if(
-      lane_.begin(), lane_.end(), [&](const Waiting& w) { return w.stream == stream; }));
+std::size_t Controller::WaitingLines(int link) const {
+  return static_cast<std::size_t>(std::count_if(waiting_.begin(), waiting_.end(),
+                                                [&](const Waiting& w) { return w.link == link; }));
 }
 
-std::size_t Controller::WaitingBytes(int stream) const {
+std::size_t Controller::WaitingBytes(int link) const {
   std::size_t bytes = 0;
-  for (const Waiting& waiting : lane_) bytes += waiting.stream == stream ? waiting.bytes : 0;
+  for (const Waiting& waiting : waiting_) bytes += waiting.link == link ? waiting.bytes : 0;
   return bytes;
 }
 

@@ -1,5 +1,5 @@
-// The controller board: takes lines, moves the machine, answers. It knows no link and no real
-// time: the owner hands it lines and the machine time and carries its replies away.
+// The board: takes lines, moves the machine and replies. It does no input or output and has no
+// clock: its owner gives it lines and the machine time, and takes its replies.
 #pragma once
 
 #include <array>
@@ -19,13 +19,13 @@
 
 namespace k7sim {
 
-inline constexpr int kAllStreams = -1;
+inline constexpr int kAllLinks = -1;  // in place of the number of a link
 
-// Where replies go. `lineId` is the line that caused the reply, 0 for none.
+// Takes the replies. `lineId`: the line that caused the reply, 0 for none.
 class ReplySink {
  public:
   virtual ~ReplySink() = default;
-  virtual void Reply(int stream, std::uint64_t lineId, std::string_view text) = 0;
+  virtual void Reply(int link, std::uint64_t lineId, std::string_view text) = 0;
 };
 
 struct MachineSetup {
@@ -34,7 +34,7 @@ struct MachineSetup {
   MotionLimits limits;
   ToolKind tool = ToolKind::Spindle;
   bool homed = false;
-  bool hardLimits = false;  // running into an axis end halts the machine
+  bool hardLimits = false;  // a move beyond the end of an axis halts the machine
   Vec3 positionInches{};    // of the head at power-on, from the switches
   double homingFeedMmPerSec = 50;
 };
@@ -45,36 +45,36 @@ struct ControllerCounts {
   std::uint64_t gcodeLines = 0;
   std::uint64_t unknownLines = 0;
   std::uint64_t refusedLines = 0;  // while halted
-  std::uint64_t flushedLines = 0;  // taken by a halt, never answered
+  std::uint64_t flushedLines = 0;  // thrown away by a halt, no reply
   std::uint64_t halts = 0;
-  std::size_t blocks = 0;        // carried out to their end
-  std::size_t deepestQueue = 0;  // most blocks in the ring at once
+  std::size_t blocks = 0;        // that have ended
+  std::size_t deepestQueue = 0;  // most blocks in it at once
 };
 
 class Controller final : private BlockListener {
  public:
   Controller(const MachineSetup& setup, ConfigStore& config, ReplySink& sink);
 
-  // Takes one line. A line that has to wait for the queue is kept; the rest is answered now.
-  void TakeLine(std::string_view line, std::uint64_t lineId, int stream, TimeUs nowUs);
+  // Takes one line. A line that has to wait for the queue is kept; any other is carried out now.
+  void TakeLine(std::string_view line, std::uint64_t lineId, int link, TimeUs nowUs);
 
-  // Stops at once where the head is; what was queued is gone and never answered.
+  // Stops at once where the head is. What was queued or waiting is thrown away without a reply.
   void Halt(TimeUs nowUs);
-  // Halt as an axis end does it: with an alarm line nobody asked for.
+  // Halts, and sends the alarm `text` on all links.
   void Alarm(std::string_view text, TimeUs nowUs);
   void Resume() { halted_ = false; }
 
-  // Carries out all motion that is due up to `nowUs`.
+  // Carries out all that is due up to and including `nowUs`, in time order.
   void Advance(TimeUs nowUs);
-  // When something is due next; kNever while the machine rests.
+  // When the next thing is due; kNever while the machine rests.
   TimeUs NextEvent() const;
 
-  // Lines of a stream that wait for room in the queue, and their bytes with line ends.
-  std::size_t WaitingLines(int stream) const;
-  std::size_t WaitingBytes(int stream) const;
+  // Lines of a link that wait for the queue, and their bytes, each with one for its line end.
+  std::size_t WaitingLines(int link) const;
+  std::size_t WaitingBytes(int link) const;
 
-  // At rest: no motion, nothing waiting.
-  bool IsIdle() const { return planner_.IsIdle() && lane_.empty() && !action_.active; }
+  // No motion, and no line that waits.
+  bool IsIdle() const { return planner_.IsIdle() && waiting_.empty() && !action_.active; }
 
   bool IsHalted() const { return halted_; }
   bool IsHomed() const { return homed_; }
@@ -84,7 +84,7 @@ class Controller final : private BlockListener {
   bool OutputOn() const { return outputOn_; }
   bool MotorsOn() const { return motorsOn_; }
   bool BlockMessages() const { return blockMessages_; }
-  Vec3 PositionMm(TimeUs nowUs) const;  // controller's own coordinates
+  Vec3 PositionMm(TimeUs nowUs) const;  // in the board's own coordinates
 
   Mechanics& Machine() { return mechanics_; }
   const Mechanics& Machine() const { return mechanics_; }
@@ -93,17 +93,17 @@ class Controller final : private BlockListener {
   const ControllerCounts& Counts() const { return counts_; }
 
  private:
-  // A line as it waits: with the feed, units and mode that held when it arrived.
+  // A line that waits, with the feed, unit and mode that held when it arrived.
   struct Waiting {
     Gcode code;
     std::uint64_t lineId = 0;
-    int stream = 0;
+    int link = 0;
     std::size_t bytes = 0;
     double feedMmPerMin = 0;
     double mmPerUnit = 1;
     bool absolute = true;
   };
-  // Homing, probing or a dwell: it has the machine to itself until it ends.
+  // Homing, probing or a pause. No line that waits is started before it ends.
   struct Action {
     bool active = false;
     Waiting line;
@@ -111,16 +111,16 @@ class Controller final : private BlockListener {
     TimeUs endsUs = 0;
     Vec3 from{};
     Vec3 to{};
-    std::size_t axis = 0;  // homed axis
-    bool found = false;    // the switch or the surface was touched
+    std::size_t axis = 0;  // the axis that is homed
+    bool found = false;    // the switch or the surface is within reach
   };
 
   void OnBlockBegun(const Block& block, TimeUs nowUs) override;
   void OnBlockEnded(const Block& block, double seconds, TimeUs nowUs) override;
 
   // Lines of words (controller_shell.cpp).
-  void TakeWords(std::string_view line, std::uint64_t lineId, int stream, TimeUs nowUs);
-  void TakeConfigLine(std::string_view line, std::uint64_t lineId, int stream);
+  void TakeWords(std::string_view line, std::uint64_t lineId, int link, TimeUs nowUs);
+  void TakeConfigLine(std::string_view line, std::uint64_t lineId, int link);
 
   // G-code (controller_gcode.cpp).
   void TakeGcode(const Gcode& code, Waiting line, TimeUs nowUs);
@@ -130,7 +130,7 @@ class Controller final : private BlockListener {
   std::string PositionReport(TimeUs nowUs) const;
 
   // Motion (controller_motion.cpp).
-  void Pump(TimeUs nowUs);
+  void StartWaiting(TimeUs nowUs);
   bool StartMove(const Waiting& line, TimeUs nowUs);
   void StartAction(const Waiting& line, TimeUs nowUs);
   void StartHoming(std::size_t axis, TimeUs nowUs);
@@ -138,7 +138,7 @@ class Controller final : private BlockListener {
   void FinishAction(TimeUs nowUs);
   void Declare(const Waiting& line);
   void MapAxes(const Waiting& line);
-  void Glide(const Vec3& to, double feedMmPerSec, TimeUs nowUs);
+  void SetActionMove(const Vec3& to, double feedMmPerSec, TimeUs nowUs);
 
   MachineSetup setup_;
   ConfigStore& config_;
@@ -149,10 +149,10 @@ class Controller final : private BlockListener {
   JobLog jobs_;
   ControllerCounts counts_;
 
-  std::deque<Waiting> lane_;  // lines that go in order: moves, and what waits for their end
+  std::deque<Waiting> waiting_;  // in the order in which they arrived
   Action action_;
-  Vec3 target_{};        // end of the last move taken, controller's coordinates
-  bool drained_ = true;  // the queue was made to run empty since the last block
+  Vec3 target_{};        // end of the last move taken, in the board's coordinates
+  bool drained_ = true;  // the queue had to be empty since the last block
 
   bool halted_ = false;
   bool homed_ = false;
@@ -167,9 +167,8 @@ class Controller final : private BlockListener {
   double feedMmPerMin_ = 4000;
   std::array<double, 3> maxMmPerMin_{30480, 30480, 30480};
   std::array<double, 3> stepsPerMm_{80, 80, 80};
-  TimeUs outputOnUs_ = kNever;  // when M106 came, until a job claims it
-  bool crashed_ = false;        // an axis ran into its end during this call
-  std::string crash_;
+  TimeUs outputOnUs_ = kNever;  // when M106 came; a job that opens after it starts then
+  std::string pendingAlarm_;    // of an axis end, sent once the block has ended; empty: none
 };
 
 }  // namespace k7sim

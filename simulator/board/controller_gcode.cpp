@@ -7,7 +7,8 @@
 namespace k7sim {
 namespace {
 
-// Lines that keep their place among the moves; all others are served as they come.
+// True for commands that are carried out in order with the moves. All others are carried out as
+// soon as they arrive.
 bool GoesInOrder(const Gcode& code) {
   if (code.letter == 'G') {
     switch (code.number) {
@@ -39,7 +40,7 @@ void Controller::TakeGcode(const Gcode& code, Waiting line, TimeUs nowUs) {
   }
   if (halted_) {
     ++counts_.refusedLines;
-    sink_.Reply(line.stream, line.lineId, "!!\r\n");
+    sink_.Reply(line.link, line.lineId, "!!\r\n");
     return;
   }
   if (code.Is('M', 112)) {
@@ -55,15 +56,15 @@ void Controller::TakeGcode(const Gcode& code, Waiting line, TimeUs nowUs) {
   if (GoesInOrder(code)) {
     line.mmPerUnit = mmPerUnit_;
     line.absolute = absolute_;
-    lane_.push_back(line);
-    Pump(nowUs);
+    waiting_.push_back(line);
+    StartWaiting(nowUs);
     return;
   }
   if (code.Is('M', 119)) {
-    sink_.Reply(line.stream, line.lineId, SwitchReport(nowUs));
+    sink_.Reply(line.link, line.lineId, SwitchReport(nowUs));
   } else if (code.Is('M', 114)) {
-    // The position stands on the line of the ok itself.
-    sink_.Reply(line.stream, line.lineId, PositionReport(nowUs));
+    // The reply holds the ok itself.
+    sink_.Reply(line.link, line.lineId, PositionReport(nowUs));
     return;
   } else if (code.Is('M', 106)) {
     outputOn_ = true;
@@ -84,7 +85,7 @@ bool Controller::TakeMachineCode(const Waiting& line) {
     switch (code.number) {
       case 0:
       case 1:
-        return true;  // the feed alone
+        return true;  // sets the feed only
       case 20:
       case 21:
         mmPerUnit_ = code.number == 20 ? kMmPerInch : 1;
@@ -113,7 +114,7 @@ bool Controller::TakeMachineCode(const Waiting& line) {
       return true;
     case 92:
     case 203: {
-      // M203 comes in mm/min here, as this machine's hosts send it.
+      // The hosts of this machine give M203 in mm/min.
       std::array<double, 3>& values = code.number == 92 ? stepsPerMm_ : maxMmPerMin_;
       for (std::size_t axis = 0; axis < 3; ++axis) {
         const double value = code.Word(kAxisLetters[axis]).value_or(0);
@@ -127,8 +128,8 @@ bool Controller::TakeMachineCode(const Waiting& line) {
 }
 
 void Controller::Ok(const Waiting& line) {
-  // Both line ends occur, and hosts have to live with either.
-  sink_.Reply(line.stream, line.lineId, line.code.letter == 'G' ? "ok\n" : "ok\r\n");
+  // The board ends the reply to a G line and the reply to an M line differently.
+  sink_.Reply(line.link, line.lineId, line.code.letter == 'G' ? "ok\n" : "ok\r\n");
 }
 
 std::string Controller::SwitchReport(TimeUs nowUs) const {

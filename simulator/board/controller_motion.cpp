@@ -1,5 +1,5 @@
-// The lane of lines that go in order: moves into the queue, homing, probing, and what waits for
-// all motion to end.
+// What the board does with the lines that are carried out in order: moves, homing, probing, and
+// what has to wait until all motion has ended.
 #include <algorithm>
 #include <cmath>
 #include <string>
@@ -9,27 +9,27 @@
 namespace k7sim {
 namespace {
 
-constexpr double kProbeFeedMmPerSec = 5;  // when G30 names none
-constexpr double kHomingOvershoot = 1.5;  // axis lengths without a switch: given up
+constexpr double kProbeFeedMmPerSec = 5;  // when G30 gives none
+constexpr double kHomingLengths = 1.5;    // axis lengths after which homing fails
 
-// Whole steps, held at a number no counter of a board reaches.
+// Whole steps, limited so that the number fits its type.
 long long Steps(double mm, double stepsPerMm) {
   return std::llround(std::clamp(mm * stepsPerMm, -1e15, 1e15));
 }
 
 }  // namespace
 
-void Controller::Pump(TimeUs nowUs) {
-  while (!lane_.empty() && !action_.active) {
-    const Gcode& code = lane_.front().code;
+void Controller::StartWaiting(TimeUs nowUs) {
+  while (!waiting_.empty() && !action_.active) {
+    const Gcode& code = waiting_.front().code;
     if (code.Is('G', 0) || code.Is('G', 1)) {
-      if (!StartMove(lane_.front(), nowUs)) return;
-      lane_.pop_front();
+      if (!StartMove(waiting_.front(), nowUs)) return;
+      waiting_.pop_front();
       continue;
     }
     if (!planner_.IsIdle()) return;
-    const Waiting line = lane_.front();
-    lane_.pop_front();
+    const Waiting line = waiting_.front();
+    waiting_.pop_front();
     drained_ = true;
     StartAction(line, nowUs);
   }
@@ -50,22 +50,22 @@ bool Controller::StartMove(const Waiting& line, TimeUs nowUs) {
     block.from = target_;
     block.to = to;
     block.announced = blockMessages_;
-    block.stream = line.stream;
+    block.link = line.link;
     block.lineId = line.lineId;
     block.afterDrain = drained_;
     drained_ = false;
-    const Vec3 way = to - target_;
-    const double length = Length(way);
+    const Vec3 delta = to - target_;
+    const double length = Length(delta);
     block.feedMmPerSec = line.feedMmPerMin / 60;
     for (std::size_t axis = 0; axis < 3; ++axis) {
-      const double share = std::abs(way[axis]) / length;
+      const double share = std::abs(delta[axis]) / length;
       if (share > 0) {
         block.feedMmPerSec = std::min(block.feedMmPerSec, maxMmPerMin_[axis] / 60 / share);
       }
     }
     target_ = to;
     motorsOn_ = true;
-    if (block.announced) sink_.Reply(line.stream, line.lineId, "QX\r\n");
+    if (block.announced) sink_.Reply(line.link, line.lineId, "QX\r\n");
     planner_.Push(block, nowUs);
     counts_.deepestQueue = std::max(counts_.deepestQueue, planner_.Size());
   }
@@ -94,7 +94,7 @@ void Controller::StartAction(const Waiting& line, TimeUs nowUs) {
     }
     case 28:
       for (std::size_t axis = 3; axis-- > 0;) {
-        // One axis to a line: the first named of Z, Y, X; X when none is named.
+        // A line homes one axis: the first of Z, Y, X that it names, or X when it names none.
         if (line.code.Has(kAxisLetters[axis]) || (axis == 0)) {
           StartHoming(axis, nowUs);
           break;
@@ -105,12 +105,12 @@ void Controller::StartAction(const Waiting& line, TimeUs nowUs) {
       StartProbe(nowUs);
       return;
     default:
-      break;  // M400 had only to wait
+      break;  // M400: all motion has ended
   }
   Ok(line);
 }
 
-void Controller::Glide(const Vec3& to, double feedMmPerSec, TimeUs nowUs) {
+void Controller::SetActionMove(const Vec3& to, double feedMmPerSec, TimeUs nowUs) {
   action_.to = to;
   const double length = Length(to - action_.from);
   const Trapezoid profile =
@@ -121,21 +121,21 @@ void Controller::Glide(const Vec3& to, double feedMmPerSec, TimeUs nowUs) {
 
 void Controller::StartHoming(std::size_t axis, TimeUs nowUs) {
   action_.axis = axis;
-  const auto way = mechanics_.WayToSwitch(axis);
-  action_.found = way.has_value();
+  const auto distance = mechanics_.MmToSwitch(axis);
+  action_.found = distance.has_value();
   Vec3 to = action_.from;
-  to[axis] -= way.value_or(MmFromInches(setup_.geometry.travel[axis]) * kHomingOvershoot);
-  Glide(to, setup_.homingFeedMmPerSec, nowUs);
+  to[axis] -= distance.value_or(MmFromInches(setup_.geometry.travel[axis]) * kHomingLengths);
+  SetActionMove(to, setup_.homingFeedMmPerSec, nowUs);
 }
 
 void Controller::StartProbe(TimeUs nowUs) {
-  const auto way = mechanics_.WayToTouch();
-  action_.found = way.has_value();
+  const auto distance = mechanics_.MmToTouch();
+  action_.found = distance.has_value();
   Vec3 to = action_.from;
-  to[2] += way.value_or(mechanics_.WayToBottom());
+  to[2] += distance.value_or(mechanics_.MmToBottom());
   // KEEP: the F of a G30 line is in mm/s, where the F of a G0 line is in mm/min.
   const double feed = action_.line.code.Word('F').value_or(0);
-  Glide(to, feed > 0 ? feed : kProbeFeedMmPerSec, nowUs);
+  SetActionMove(to, feed > 0 ? feed : kProbeFeedMmPerSec, nowUs);
 }
 
 void Controller::FinishAction(TimeUs nowUs) {
@@ -151,23 +151,23 @@ void Controller::FinishAction(TimeUs nowUs) {
       Alarm("ALARM: Homing fail\r\n", nowUs);
       return;
     }
-    const double wayMm = action_.from[axis] - end[axis];
+    const double distanceMm = action_.from[axis] - end[axis];
     mechanics_.DriveTo(end);
     mechanics_.Declare(axis, 0);
     target_ = mechanics_.Logical();
-    sink_.Reply(line.stream, line.lineId,
+    sink_.Reply(line.link, line.lineId,
                 std::string(1, kAxisLetters[axis]) + "_Limit " +
-                    std::to_string(Steps(wayMm, stepsPerMm_[axis])) + "\r\n");
+                    std::to_string(Steps(distanceMm, stepsPerMm_[axis])) + "\r\n");
   } else if (code.Is('G', 30)) {
     if (action_.found) {
       mechanics_.DriveTo(end);
       target_ = end;
       sink_.Reply(
-          line.stream, line.lineId,
+          line.link, line.lineId,
           "Z_Probe " + std::to_string(Steps(end[2] - action_.from[2], stepsPerMm_[2])) + "\r\n");
     } else {
-      // The head goes back up: it must not stand at the end of Z.
-      sink_.Reply(line.stream, line.lineId, "ZProbe not triggered\r\n");
+      // The head goes back up, so that it does not stay at the end of Z.
+      sink_.Reply(line.link, line.lineId, "ZProbe not triggered\r\n");
     }
   }
   Ok(line);
@@ -193,7 +193,7 @@ void Controller::MapAxes(const Waiting& line) {
 }
 
 void Controller::OnBlockBegun(const Block& block, TimeUs) {
-  if (block.announced) sink_.Reply(block.stream, block.lineId, "BX\r\n");
+  if (block.announced) sink_.Reply(block.link, block.lineId, "BX\r\n");
   if (!homed_) recorder_.AddMistake(Mistake::MoveBeforeHoming, "move before homing");
 }
 
@@ -207,14 +207,13 @@ void Controller::OnBlockEnded(const Block& block, double seconds, TimeUs nowUs) 
     const std::string end = mark[far ? 1 : 0] + std::string(1, kAxisLetters[axis]);
     recorder_.AddMistake(Mistake::OutsideTravel, "beyond the end of " + end);
     if (setup_.hardLimits) {
-      crashed_ = true;
-      crash_ = "ALARM: Hard limit " + end + "\n";
+      pendingAlarm_ = "ALARM: Hard limit " + end + "\n";
     }
   }
   mechanics_.DriveTo(block.to);
   ++counts_.blocks;
   jobs_.AddBlock(block, seconds, nowUs);
-  if (block.announced) sink_.Reply(block.stream, block.lineId, "EX\r\n");
+  if (block.announced) sink_.Reply(block.link, block.lineId, "EX\r\n");
 }
 
 }  // namespace k7sim

@@ -1,4 +1,4 @@
-// What the board does with lines of words: the vendor's own and the shell's.
+// What the board does with lines of words, which are not G-code.
 #include <algorithm>
 #include <array>
 #include <string>
@@ -12,8 +12,8 @@ constexpr std::string_view kIdentityKey = "controller_id";
 constexpr std::size_t kWordLimit = 64;
 constexpr std::string_view kNoIdentity = "0000000000000000";
 
-// The words of a line, up to four, cut to a length that an answer has room for: a host may stop at
-// a line of 256 bytes.
+// The first four words of a line. Each is cut, so that a reply with three of them stays below the
+// 256 bytes that a host may have room for.
 std::array<std::string_view, 4> Words(std::string_view line) {
   std::array<std::string_view, 4> words;
   std::size_t at = 0;
@@ -29,10 +29,10 @@ std::array<std::string_view, 4> Words(std::string_view line) {
 
 }  // namespace
 
-void Controller::TakeWords(std::string_view line, std::uint64_t lineId, int stream, TimeUs nowUs) {
+void Controller::TakeWords(std::string_view line, std::uint64_t lineId, int link, TimeUs nowUs) {
   const std::string_view word = Words(line)[0];
   if (word.empty()) return;
-  const auto answer = [&](std::string_view text) { sink_.Reply(stream, lineId, text); };
+  const auto answer = [&](std::string_view text) { sink_.Reply(link, lineId, text); };
   if (word == "SmoothieIsConnected") {
     answer("SmoothieIsConnected\r\n");
   } else if (word == "TableIsHomed") {
@@ -49,7 +49,7 @@ void Controller::TakeWords(std::string_view line, std::uint64_t lineId, int stre
     jobs_.End();
     answer("SendBlockMessagesOff\r\n");
   } else if (word == "config-get" || word == "config-set") {
-    TakeConfigLine(line, lineId, stream);
+    TakeConfigLine(line, lineId, link);
   } else if (word == "version") {
     answer("Build version: k7sim, Build date: none, MCU: simulated, System Clock: 120MHz\r\n");
   } else {
@@ -58,10 +58,10 @@ void Controller::TakeWords(std::string_view line, std::uint64_t lineId, int stre
   }
 }
 
-void Controller::TakeConfigLine(std::string_view line, std::uint64_t lineId, int stream) {
+void Controller::TakeConfigLine(std::string_view line, std::uint64_t lineId, int link) {
   const auto words = Words(line);
   const bool set = words[0] == "config-set";
-  // config-get may leave the source out.
+  // The source is optional in config-get.
   const bool sourced = set || !words[2].empty();
   const std::string source(sourced ? words[1] : "cached");
   const std::string key(sourced ? words[2] : words[1]);
@@ -76,7 +76,7 @@ void Controller::TakeConfigLine(std::string_view line, std::uint64_t lineId, int
     answer = value ? source + ": " + key + " is set to " + *value + "\r\n"
                    : source + ": " + key + " is not in config\r\n";
   }
-  sink_.Reply(stream, lineId, answer);
+  sink_.Reply(link, lineId, answer);
 }
 
 }  // namespace k7sim

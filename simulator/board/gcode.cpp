@@ -17,8 +17,8 @@ char Upper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-// Reads digits with a sign and a point at `at` and moves past them. Written out by hand because
-// the library's readers know exponents and hexadecimal, which a controller does not.
+// Reads a decimal number at `at` and moves past it. The standard library's functions would also
+// take exponents and hexadecimal digits, which a board does not know.
 double TakeNumber(std::string_view line, std::size_t& at) {
   double sign = 1;
   if (at < line.size() && (line[at] == '-' || line[at] == '+')) {
@@ -33,7 +33,7 @@ double TakeNumber(std::string_view line, std::size_t& at) {
       value += place * (line[at] - '0');
     }
   }
-  // A longer number than a double can hold is held at a size no machine has.
+  // A number too large for a double counts as one larger than any machine.
   return sign * (std::isfinite(value) && value < 1e9 ? value : 1e9);
 }
 

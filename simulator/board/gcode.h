@@ -1,4 +1,4 @@
-// One G-code line taken apart: a command letter, its number, and the words that follow.
+// G-code lines taken apart into commands: a letter, a number, and the words that follow.
 #pragma once
 
 #include <optional>
@@ -26,11 +26,11 @@ struct Gcode {
   }
 };
 
-// True when the line is for the G-code part of the firmware: a G or M with a digit behind it.
+// True when the line starts as G-code does: a G or an M, and a digit.
 bool LooksLikeGcode(std::string_view line);
 
-// The commands of a line in order ("G21 G90" holds two). Comments are left out. Never fails: what
-// cannot be read counts as a word with the value 0.
+// The commands of a line in order ("G21 G90" holds two), without its comments. Never fails: a
+// letter that no number follows has the value 0, and all other characters are passed over.
 std::vector<Gcode> ParseGcodeLine(std::string_view line);
 
 }  // namespace k7sim

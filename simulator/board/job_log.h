@@ -13,8 +13,8 @@ namespace k7sim {
 // Times in machine seconds.
 struct JobRecord {
   TimeUs startUs = 0;
-  double simulatedSeconds = 0;  // from the start of the job to its last block's end, as it ran
-  double plannedSeconds = 0;    // the same blocks with a host that is never late
+  double simulatedSeconds = 0;  // from the start of the job to the end of its last block, as it ran
+  double plannedSeconds = 0;    // for the same blocks with a host that is never late
   double motionSeconds = 0;     // sum of the blocks
   std::size_t blocks = 0;
   Distances distances;
@@ -25,17 +25,17 @@ class JobLog {
  public:
   explicit JobLog(const MotionLimits& limits) : limits_(limits) {}
 
-  // A job starts; one that is still open ends.
+  // Opens a job. One that is still open ends.
   void Begin(TimeUs nowUs);
   void End();
 
-  // A block has ended: its share of the job.
+  // Adds a block that has ended to the open job.
   void AddBlock(const Block& block, double seconds, TimeUs nowUs);
 
-  // The distances of the open job, to be added to; null while no job is open.
+  // The distances of the open job, for the recorder to add to; null while no job is open.
   Distances* OpenDistances() { return open_ ? &jobs_.back().distances : nullptr; }
 
-  // Fills the planned time of the open job; the others have theirs since they ended.
+  // Computes the planned time of the open job. A job that has ended has its own already.
   void Settle();
 
   const std::vector<JobRecord>& Records() const { return jobs_; }

@@ -33,7 +33,7 @@ void Planner::Push(Block block, TimeUs nowUs) {
 
 void Planner::Replan() {
   const double a2 = 2 * limits_.accelMmPerSec2;
-  // The exit of the running block is decided, so the entry of the one behind it is too.
+  // The running block keeps the exit speed it began with, and so the next one its entry speed.
   const std::size_t first = running_ ? 1 : 0;
   double exit = 0;
   for (std::size_t i = blocks_.size(); i-- > first;) {

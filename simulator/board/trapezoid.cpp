@@ -16,7 +16,7 @@ Trapezoid Trapezoid::Make(double length, double entry, double nominal, double ex
   double cruiseLength = length - rampUp - rampDown;
   t.cruise = nominal;
   if (cruiseLength < 0) {
-    // Too short to reach the wanted speed: the two ramps meet in a peak.
+    // The block is too short to reach the nominal speed: the two ramps meet.
     cruiseLength = 0;
     t.cruise = std::sqrt((2 * accel * length + entry * entry + exit * exit) / 2);
     t.cruise = std::max({t.cruise, entry, exit});

@@ -1,5 +1,5 @@
-// The two clocks. The wire clock is the wall clock since the start: bytes, baud rate and faults
-// run on it. The machine clock is simulated time: motion runs on it, as much faster as asked for.
+// The two clocks. The wire clock is real time since the start; bytes, the baud rate and faults run
+// on it. The machine clock is simulated time; motion runs on it, at the speed the user asks for.
 #pragma once
 
 #include <cmath>
@@ -17,8 +17,8 @@ inline double SecondsFromUs(TimeUs us) {
   return static_cast<double>(us) / 1e6;
 }
 
-// Never negative, and never longer than thirty years: sums of such times stay within the clock
-// whatever feeds and lengths a host asks for.
+// The result is never negative and never above some thirty years, so that sums of such times do not
+// overflow whatever feeds and lengths a host asks for.
 inline TimeUs UsFromSeconds(double seconds) {
   constexpr double kLongestUs = 1e15;
   const double us = std::round(seconds * 1e6);
@@ -26,11 +26,11 @@ inline TimeUs UsFromSeconds(double seconds) {
   return static_cast<TimeUs>(us < kLongestUs ? us : kLongestUs);
 }
 
-// Turns wire time into machine time. At a factor the two are tied; at the highest speed machine
-// time stands still until the owner jumps it to the next thing that is due.
+// Turns wire time into machine time. With a factor the machine clock follows the wire clock. An
+// unbounded clock stands still until its owner jumps it to the next event.
 class MachineClock {
  public:
-  // `factor` machine seconds pass in each wire second; 0 means as fast as possible.
+  // `factor` machine seconds pass in each wire second; 0: the clock is unbounded.
   explicit MachineClock(double factor) : factor_(factor) {}
 
   bool IsUnbounded() const { return factor_ <= 0; }
@@ -44,15 +44,16 @@ class MachineClock {
     return nowUs_;
   }
 
-  // Wire time at which a machine time is reached; `nowWireUs` when the clock is unbounded.
+  // Wire time at which a machine time is reached: kNever for kNever, `nowWireUs` when the clock is
+  // unbounded.
   TimeUs WireTimeOf(TimeUs machineUs, TimeUs nowWireUs) const {
     if (machineUs == kNever) return kNever;
     if (IsUnbounded()) return nowWireUs;
-    // One microsecond late rather than early: an early wake-up would find nothing due.
+    // A wake-up that is early by a rounding would find nothing due, so it is one microsecond late.
     return static_cast<TimeUs>(std::ceil(static_cast<double>(machineUs) / factor_)) + 1;
   }
 
-  // Unbounded clock only: makes `machineUs` the present.
+  // Unbounded clock only: moves the clock on to `machineUs`.
   void JumpTo(TimeUs machineUs) {
     if (IsUnbounded() && machineUs != kNever && machineUs > nowUs_) nowUs_ = machineUs;
   }

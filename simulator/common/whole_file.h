@@ -6,9 +6,8 @@
 
 namespace k7sim {
 
-// Puts a file with this content in the place of the one at `path`. Whoever reads meanwhile, and
-// whatever is left when the program is killed meanwhile, is the old file or the new one, never a
-// part. False when the file could not be written.
+// Replaces the file at `path`, or makes it. A reader at any moment sees the old file or the new one
+// in full, and so does one after the program has been killed. False when it could not be written.
 bool WriteWholeFile(const std::string& path, std::string_view content);
 
 }  // namespace k7sim

@@ -113,7 +113,8 @@ std::string Unescape(std::string_view text) {
   return out;
 }
 
-// The list form as the object it stands for; a discarded value when it is none.
+// A list key=value,... as the JSON object that it stands for; a discarded value when the text is
+// none.
 json ListToJson(std::string_view list) {
   json object = json::object();
   std::istringstream items{std::string(list)};

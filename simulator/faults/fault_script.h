@@ -1,4 +1,4 @@
-// The faults a test asks for, as it writes them down.
+// Fault scripts: what is to go wrong and when, as `--fault` and the control pipe take it.
 #pragma once
 
 #include <cstdint>
@@ -14,20 +14,20 @@ namespace k7sim {
 enum class FaultTrigger { Line, Match, Reply, Time };
 
 enum class FaultAction {
-  Ignore,     // the line never arrives
+  Ignore,     // the line is lost before the board has it
   Drop,       // the reply is lost
-  Withhold,   // no reply to this line ever comes, the late ones neither
-  Delay,      // the reply comes `ms` later; others overtake it
+  Withhold,   // every reply to the line is lost, the late ones too
+  Delay,      // the reply comes `ms` later; other replies overtake it
   Duplicate,  // the reply comes twice
   Corrupt,    // one character of the reply is wrong
   Fragment,   // the reply comes in two parts, `ms` apart
-  Inject,     // `text` is sent, unasked
-  Halt,       // the machine halts; `text` is sent as its alarm
-  Silent,     // nothing is answered from now on, for `ms` when given
-  Close       // the line is closed; it opens again after `ms` when given
+  Inject,     // `text` is sent to the host
+  Halt,       // the machine halts, with `text` as its alarm
+  Silent,     // nothing is sent any more; with `ms`: for so long
+  Close       // all links close; with `ms`: they open again after so long
 };
 
-// Order is that of the enumeration: the word in a script.
+// The words of a script, in the order of the enumeration.
 inline constexpr const char* kFaultActionNames[] = {"ignore",    "drop",    "withhold", "delay",
                                                     "duplicate", "corrupt", "fragment", "inject",
                                                     "halt",      "silent",  "close"};
@@ -35,32 +35,33 @@ inline constexpr const char* kFaultActionNames[] = {"ignore",    "drop",    "wit
 struct Fault {
   FaultTrigger trigger = FaultTrigger::Line;
   std::uint64_t line = 0;   // Line: number of the line received, from 1
-  std::string match;        // Match: text anywhere in a line received; Reply: in a reply sent
+  std::string match;        // Match: text anywhere in a line received; Reply: in a reply
   TimeUs atUs = 0;          // Time: wire time since the start
-  std::uint64_t nth = 1;    // the occurrence that counts first
-  std::uint64_t count = 1;  // on how many occurrences it acts; 0 = all from there
+  std::uint64_t nth = 1;    // the first occurrence that it acts on, from 1
+  std::uint64_t count = 1;  // how many occurrences it acts on from there; 0: all
   FaultAction action = FaultAction::Drop;
   TimeUs durationUs = 0;  // "ms"
   std::string text;
-  std::string source;  // as written, for the report
+  std::string source;  // as JSON, for the report
 
-  // Acts on the replies to a line rather than on the spot.
+  // True for a fault that changes replies. The others act at once.
   bool IsAboutReplies() const {
     return action >= FaultAction::Drop && action <= FaultAction::Fragment;
   }
-  // At a time: acts when it has come. The others act on the lines or replies that come from then
-  // on.
+  // True for a fault that acts when its time has come. With any other action, a fault with a time
+  // acts on the lines or replies that come from then on.
   bool ActsAtItsTime() const {
     return trigger == FaultTrigger::Time && !IsAboutReplies() && action != FaultAction::Ignore;
   }
 };
 
 // Reads one `--fault` argument. Three forms:
-//   trigger and action as a list    match=G28,nth=2,do=delay,ms=500
+//   a list key=value,...            match=G28,nth=2,do=delay,ms=500
 //   JSON, one object or a list      [{"reply":"EX","nth":3,"do":"drop"}]
-//   the name of a file with JSON
-// Keys: one of line, match, reply, atMs; do; and nth, count, ms, text as needed. In the list form
-// \n and \r in a text stand for line ends. Null with a reason in `error`.
+//   the name of a file with JSON    the same, or {"faults": [...]}
+// The keys are one of line, match, reply and atMs, then do, and nth, count, ms and text where they
+// are needed. In a list, \n and \r stand for the characters of a line end. Nothing, with a reason
+// in `error`, when the argument is none of these.
 std::optional<std::vector<Fault>> ParseFaults(std::string_view argument, std::string& error);
 
 }  // namespace k7sim

@@ -11,7 +11,7 @@ FaultEvent EventOf(const Fault& fault) {
   return {fault.action, fault.text, fault.durationUs};
 }
 
-// The first character that is no blank becomes another: the reply stays one line.
+// Changes the first character that is no blank or line end, so that the reply stays one line.
 std::string Corrupted(std::string text) {
   const auto at = std::find_if(text.begin(), text.end(), [](char c) { return c > ' '; });
   if (at != text.end()) *at = *at == '?' ? '!' : '?';
@@ -20,7 +20,7 @@ std::string Corrupted(std::string text) {
 
 }  // namespace
 
-// True when this occurrence is one that the fault acts on.
+// Counts an occurrence of the trigger. True when the fault acts on it.
 bool Faults::Counts(State& state) {
   ++state.seen;
   const Fault& fault = state.fault;
@@ -97,7 +97,7 @@ void Faults::ApplyArmed(std::uint64_t lineId, std::vector<OutputPiece>& pieces) 
   std::vector<std::size_t> kept;
   for (const std::size_t i : armed->second) {
     Apply(states_[i], pieces);
-    // Loss and noise hit the first reply to a line; the others stay on for its late replies.
+    // A lost or corrupted reply is one reply. The other faults act on every reply to the line.
     const FaultAction action = states_[i].fault.action;
     if (action != FaultAction::Drop && action != FaultAction::Corrupt) kept.push_back(i);
   }

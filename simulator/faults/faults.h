@@ -1,4 +1,4 @@
-// Carries out the faults: looks at every line, every reply and the time, and says what goes wrong.
+// The faults at work: what they make of each line, of each reply, and at their times.
 #pragma once
 
 #include <cstddef>
@@ -13,14 +13,14 @@
 
 namespace k7sim {
 
-// A piece of a reply on its way out.
+// A reply on its way to the host, or a part of one.
 struct OutputPiece {
   std::string text;
   TimeUs delayUs = 0;      // from now
-  bool overtaken = false;  // what comes meanwhile goes first; else it waits behind
+  bool overtaken = false;  // replies that come meanwhile leave first; false: they wait
 };
 
-// What a fault does on the spot; the owner carries it out in order.
+// What a fault does at once. The owner carries it out.
 struct FaultEvent {
   FaultAction action = FaultAction::Inject;
   std::string text;
@@ -31,18 +31,19 @@ class Faults {
  public:
   void Add(const Fault& fault) { states_.push_back({fault, 0, 0}); }
 
-  // A line has arrived. Events to carry out before it is handled; `ignore` when it is to be lost.
+  // A line has arrived. The result is what to carry out before the board takes it; `ignore` is set
+  // to true when the board must not take it.
   std::vector<FaultEvent> OnLine(std::uint64_t lineId, std::string_view line, TimeUs nowUs,
                                  bool& ignore);
 
-  // A reply is about to go. What goes instead; events that the reply sets off come back in
-  // `events`, to be carried out after it.
+  // A reply is about to leave. The result is what leaves in its place. What is to be carried out
+  // after it is appended to `events`.
   std::vector<OutputPiece> OnReply(std::uint64_t lineId, std::string_view reply, TimeUs nowUs,
                                    std::vector<FaultEvent>& events);
 
-  // Events whose time has come.
+  // What is to be carried out because its time has come.
   std::vector<FaultEvent> OnTime(TimeUs nowUs);
-  // When the next is due; kNever when none is.
+  // When the next such time comes; kNever when none does.
   TimeUs NextTime() const;
 
   struct Outcome {
@@ -56,7 +57,7 @@ class Faults {
   struct State {
     Fault fault;
     std::uint64_t seen = 0;   // occurrences of the trigger
-    std::uint64_t fired = 0;  // times it did something
+    std::uint64_t fired = 0;  // times it has done something
   };
 
   bool Counts(State& state);
@@ -64,7 +65,8 @@ class Faults {
   void ApplyArmed(std::uint64_t lineId, std::vector<OutputPiece>& pieces);
 
   std::vector<State> states_;
-  std::map<std::uint64_t, std::vector<std::size_t>> armed_;  // line id: faults on its replies
+  // By line: the faults that act on its replies, as indexes into `states_`.
+  std::map<std::uint64_t, std::vector<std::size_t>> armed_;
 };
 
 }  // namespace k7sim

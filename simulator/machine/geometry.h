@@ -1,4 +1,5 @@
-// Points in machine space and the one inch: everything inside the simulator is in millimetres.
+// Points, axis letters, millimetres and inches. Motion is in millimetres; the plate and the sizes
+// of the machine are in inches, as their names or comments say.
 #pragma once
 
 #include <array>
@@ -9,10 +10,10 @@ namespace k7sim {
 
 inline constexpr double kMmPerInch = 25.4;
 
-// The three axis letters of a line, in the order in which all tables here are kept.
+// The axis letters of a line. An axis number (0 to 2) counts them in this order.
 inline constexpr std::array<char, 3> kAxisLetters = {'X', 'Y', 'Z'};
 
-// A point or a distance: X, Y, Z in mm. Z grows downward, into the work.
+// X, Y, Z of a point, a distance or a size. Z grows downward, into the plate.
 using Vec3 = std::array<double, 3>;
 
 inline Vec3 operator-(const Vec3& a, const Vec3& b) {

@@ -6,9 +6,9 @@
 namespace k7sim {
 namespace {
 
-// Far below one motor step: rounding of decimal text must not open a switch.
+// The rounding of decimal numbers must not open a switch; this is far less than one motor step.
 constexpr double kTouchMm = 1e-4;
-// A move that ends a hair beyond the end of an axis is the host's rounding, not a crash.
+// A host's rounding may take a move slightly beyond the end of an axis; that is no mistake.
 constexpr double kTravelSlackMm = 0.01;
 
 std::size_t LinearMotor(std::size_t axis) {
@@ -22,7 +22,7 @@ Mechanics::Mechanics(const TableGeometry& geometry, const Surface& surface)
   surface_.SetExtent(geometry.size[0], geometry.size[1]);
 }
 
-void Mechanics::Shove(const Vec3& inches) {
+void Mechanics::PlaceHead(const Vec3& inches) {
   for (std::size_t axis = 0; axis < 3; ++axis) {
     motorMm_[LinearMotor(axis)] = MmFromInches(inches[axis]);
   }
@@ -50,7 +50,7 @@ double Mechanics::LinearMm(std::size_t axis, const Vec3& logical) const {
 }
 
 ToolPlace Mechanics::PlaceAt(const Vec3& logical) const {
-  // Work on the round fixture is drawn unrolled: its turning stands where the axis stood.
+  // What is cut on the round fixture is drawn unrolled: the turning takes the place of the axis.
   const auto along = [&](std::size_t axis, double home) {
     if (!IsRound(axis)) return InchesFromMm(LinearMm(axis, logical)) - home;
     return InchesFromMm(motorMm_[kRoundMotor] + logical[axis] - logical_[axis]);
@@ -76,17 +76,17 @@ bool Mechanics::ProbeClosed(const Vec3& logical) const {
   return depth && MmFromInches(place.z) >= MmFromInches(*depth) - kTouchMm;
 }
 
-std::optional<double> Mechanics::WayToSwitch(std::size_t axis) const {
+std::optional<double> Mechanics::MmToSwitch(std::size_t axis) const {
   if (switches_[axis] == SwitchForce::Open || IsRound(axis)) return std::nullopt;
   if (SwitchClosed(axis, logical_)) return 0;
   return LinearMm(axis, logical_);
 }
 
-double Mechanics::WayToBottom() const {
+double Mechanics::MmToBottom() const {
   return std::max(0.0, MmFromInches(geometry_.travel[2]) - LinearMm(2, logical_));
 }
 
-std::optional<double> Mechanics::WayToTouch() const {
+std::optional<double> Mechanics::MmToTouch() const {
   if (probe_ == SwitchForce::Open) return std::nullopt;
   if (ProbeClosed(logical_)) return 0;
   const ToolPlace place = PlaceAt(logical_);

@@ -1,4 +1,4 @@
-// The iron: where each motor stands, which motor an axis letter drives, switches and probe.
+// The mechanics: where each motor stands, which motor an axis letter drives, switches and probe.
 #pragma once
 
 #include <array>
@@ -11,20 +11,20 @@
 
 namespace k7sim {
 
-// All lengths in inches, measured from the switches. A plate of `size` lies at the table home.
+// Lengths in inches, positions from the switches. The plate covers `size` from the table home on.
 struct TableGeometry {
-  Vec3 size{25, 16, 2};
+  Vec3 size{25, 16, 2};           // width and height of the plate, depth of the table
   Vec3 travel{25.5, 16.5, 2.25};  // length of each axis
-  double homeX = 0;
+  double homeX = 0;               // table home
   double homeY = 0;
 };
 
-inline constexpr int kRoundMotor = 5;
+inline constexpr int kRoundMotor = 5;  // turns the round fixture
 
-// A switch as wired, or held open or closed by hand.
+// Auto: the switch follows the head. Open, Closed: it is held so, wherever the head is.
 enum class SwitchForce { Auto, Open, Closed };
 
-// Where the tool is: inches over the plate from the table home, and inches below the Z switch.
+// Where the tool is, in inches: X and Y from the table home, Z below the Z switch.
 struct ToolPlace {
   double x = 0;
   double y = 0;
@@ -35,47 +35,50 @@ class Mechanics {
  public:
   Mechanics(const TableGeometry& geometry, const Surface& surface);
 
-  // Puts the head somewhere by hand, inches from the switches; what the controller believes of its
-  // own position does not change.
-  void Shove(const Vec3& inches);
+  // Moves the head by hand, inches from the switches. The board does not notice: its own
+  // coordinates stay as they were.
+  void PlaceHead(const Vec3& inches);
 
-  // Position in the controller's own coordinates, mm.
+  // Position in the board's own coordinates, mm.
   const Vec3& Logical() const { return logical_; }
 
-  // Declares the present position of an axis to be `mm`. Nothing moves.
+  // Makes the board's coordinate of an axis read `mm`. Nothing moves.
   void Declare(std::size_t axis, double mm) { logical_[axis] = mm; }
 
-  // Turns the motors until the controller's coordinates read `logical`.
+  // Turns the motors until the board's coordinates read `logical`.
   void DriveTo(const Vec3& logical);
 
-  // Which motor each of X, Y, Z drives: 1, 2, 3, or 5 for the round fixture.
+  // The axis drives this motor from now on: 1, 2, 3, or 5 for the round fixture. Other numbers are
+  // ignored.
   void MapAxis(std::size_t axis, int motor);
   bool IsRound(std::size_t axis) const { return motorOf_[axis] == kRoundMotor; }
 
-  // Places that would hold if the controller's coordinates read `logical`.
+  // What holds when the board's coordinates read `logical`:
+  // where the tool is,
   ToolPlace PlaceAt(const Vec3& logical) const;
-  // Linear axis position from its switch, mm, whether or not its letter drives it now.
+  // mm of the linear axis from its switch, whether or not its letter drives it now,
   double LinearMm(std::size_t axis, const Vec3& logical) const;
-  // Beyond either end of a linear axis.
+  // whether the axis is beyond either of its ends; a round fixture has none,
   bool IsBeyondTravel(std::size_t axis, const Vec3& logical) const;
-
+  // and whether a switch or the probe is closed.
   bool SwitchClosed(std::size_t axis, const Vec3& logical) const;
   bool ProbeClosed(const Vec3& logical) const;
 
-  // Way to the switch of an axis in mm, 0 when it is closed already; nothing when it would never
-  // be found: held open by hand, or the letter drives the round fixture.
-  std::optional<double> WayToSwitch(std::size_t axis) const;
-  // Way down to the touch in mm; nothing when the end of Z comes first.
-  std::optional<double> WayToTouch() const;
-  // Way down to the end of Z in mm.
-  double WayToBottom() const;
+  // Distance to the switch of an axis, 0 when it is closed already. Nothing when it would never
+  // close: it is held open, or the letter drives the round fixture.
+  std::optional<double> MmToSwitch(std::size_t axis) const;
+  // Distance down to the touch, 0 when the probe is closed already. Nothing when the end of Z comes
+  // first, no plate is below or the probe is held open.
+  std::optional<double> MmToTouch() const;
+  // Distance down to the end of Z.
+  double MmToBottom() const;
 
   void ForceSwitch(std::size_t axis, SwitchForce force) { switches_[axis] = force; }
   void ForceProbe(SwitchForce force) { probe_ = force; }
 
   const TableGeometry& Geometry() const { return geometry_; }
-  const Surface& Work() const { return surface_; }
-  void SetWork(const Surface& surface) { surface_ = surface; }
+  const Surface& PlateSurface() const { return surface_; }
+  void SetPlateSurface(const Surface& surface) { surface_ = surface; }
 
  private:
   TableGeometry geometry_;

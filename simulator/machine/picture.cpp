@@ -9,9 +9,9 @@ namespace k7sim {
 namespace {
 
 constexpr double kPixelsPerInch = 100;
-constexpr double kMargin = 0.7;       // inches around the plate, for the scale
-constexpr double kDepthStep = 0.002;  // cuts within one step share a path
-constexpr double kJoin = 1e-7;        // ends nearer than this are one point
+constexpr double kMargin = 0.7;       // inches around the plate, room for the scale
+constexpr double kDepthStep = 0.002;  // inches; cuts within one step share a path
+constexpr double kJoin = 1e-7;        // inches; ends nearer than this are one point
 
 template <typename... Args>
 std::string Text(const char* format, Args... args) {
@@ -45,8 +45,8 @@ class Drawing {
                X(0), kMargin * kPixelsPerInch, width_ * kPixelsPerInch, height_ * kPixelsPerInch);
   }
 
-  // Ticks along the two edges that meet in the table home: one an inch, every fifth with its
-  // number.
+  // Ticks along the two edges that meet in the table home, one an inch. Every fifth has its number,
+  // on a small plate every one.
   std::string Scale() const {
     std::string ticks =
         "<path id=\"scale\" fill=\"none\" stroke=\"#8c8577\" "
@@ -83,7 +83,7 @@ class Drawing {
         X(0), Y(0), X(0) - 18, Y(0), X(0), Y(0) - 18);
   }
 
-  // One path through all strokes; a stroke that starts where the last ended goes on from there.
+  // One path of all strokes. A stroke that starts where the last one ended continues its line.
   std::string Path(const std::vector<const Stroke*>& strokes) const {
     std::string d;
     const Stroke* last = nullptr;

@@ -1,4 +1,4 @@
-// The plate from above, as an SVG file.
+// The plate seen from above, as SVG text.
 #pragma once
 
 #include <string>
@@ -9,15 +9,16 @@
 
 namespace k7sim {
 
-// Which corner of the picture the table home is in. X runs to the right in both.
+// The corner of the plate that the table home is in. X runs to the right in both cases.
 enum class HomeCorner { BottomLeft, TopLeft };
 
-// Traverses are thin and grey, cuts dark: the deeper, the wider and the darker. The same strokes
-// give the same text, byte for byte.
+// Travel is drawn in thin grey lines; a cut is the wider and the darker the deeper it is. The same
+// strokes give the same text, byte for byte.
 std::string DrawPicture(const std::vector<Stroke>& strokes, const TableGeometry& table,
                         HomeCorner corner);
 
-// How a cut is drawn: width in inches and a grey-brown from light (shallow) to nearly black.
+// How a cut is drawn: its width in inches, and its colour from light brown (shallow) to nearly
+// black (the deepest).
 double CutWidthInches(double depthInches);
 std::string CutColour(double depthInches, double deepestInches);
 

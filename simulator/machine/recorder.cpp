@@ -7,21 +7,21 @@
 namespace k7sim {
 namespace {
 
-constexpr double kCutInches = 1e-5;       // shallower is the touch of a probe, not a cut
-constexpr double kAirDepthInches = 0.01;  // how deep an air head works
-constexpr double kPieceInches = 0.1;      // over work that is not level, depth is taken so often
-constexpr double kEdgeInches = 1e-3;      // a cut along the very edge of the plate is on it
-constexpr std::size_t kMistakeTextLimit = 50;
+constexpr double kCutInches = 1e-5;       // what is shallower is the touch of a probe, not a cut
+constexpr double kAirDepthInches = 0.01;  // depth at which the cuts of an air head are drawn
+constexpr double kPieceInches = 0.1;      // distance between depths over a plate that is not level
+constexpr double kEdgeInches = 1e-3;      // a cut this near to the edge of the plate is on it
+constexpr std::size_t kMistakeTextLimit = 50;  // the counts tell of the others
 
 }  // namespace
 
 double Recorder::DepthAt(const ToolPlace& place, const Mechanics& mechanics, bool toolOn) const {
   if (tool_ == ToolKind::Air) return toolOn ? kAirDepthInches : 0;
-  const auto surface = mechanics.Work().DepthAt(place.x, place.y);
+  const auto surface = mechanics.PlateSurface().DepthAt(place.x, place.y);
   if (surface) return place.z - *surface;
-  // Beside the plate there is nothing to cut, but a tool as deep as the plate's middle is down.
+  // Beside the plate the depth at its middle counts, so that a lowered tool is noticed there.
   const TableGeometry& table = mechanics.Geometry();
-  const auto middle = mechanics.Work().DepthAt(table.size[0] / 2, table.size[1] / 2);
+  const auto middle = mechanics.PlateSurface().DepthAt(table.size[0] / 2, table.size[1] / 2);
   return middle ? place.z - *middle : 0;
 }
 
@@ -48,7 +48,7 @@ void Recorder::AddMotion(const Vec3& from, const Vec3& to, const Mechanics& mech
     std::snprintf(text, sizeof text, "cut beside the table, to X %.4f Y %.4f in", b.x, b.y);
     AddMistake(Mistake::OutsideTable, text);
   }
-  const double pieces = mechanics.Work().IsLevel() || tool_ == ToolKind::Air
+  const double pieces = mechanics.PlateSurface().IsLevel() || tool_ == ToolKind::Air
                             ? 1
                             : std::clamp(std::ceil(flat / kPieceInches), 1.0, 1000.0);
   for (int i = 0; i < static_cast<int>(pieces); ++i) {
@@ -70,7 +70,6 @@ void Recorder::AddPiece(const ToolPlace& a, const ToolPlace& b, double depth, Di
     deepest_ = hasCut_ ? std::max(deepest_, depth) : depth;
     hasCut_ = true;
   }
-  // A plunge counts as travel: what is cut is measured along the plate.
   for (Distances* distances : {&total_, job}) {
     if (!distances) continue;
     if (cut && flat > 0) {

@@ -15,14 +15,16 @@ struct Stroke {
   double y0 = 0;
   double x1 = 0;
   double y1 = 0;
-  double depth = 0;  // inches into the work; 0 or less: a traverse above it
+  double depth = 0;  // inches into the plate; 0: travel above it
 };
 
+// Cuts are measured along the plate; all else the tool covers is travel.
 struct Distances {
   double cutInches = 0;
   double travelInches = 0;
 };
 
+// What must not happen while a host works the machine. The names stand in the report.
 enum class Mistake { MoveBeforeHoming, OutsideTable, OutsideTravel, DryPlunge, HomingFailed };
 inline constexpr const char* kMistakeNames[] = {"moveBeforeHoming", "outsideTable", "outsideTravel",
                                                 "dryPlunge", "homingFailed"};
@@ -35,9 +37,9 @@ class Recorder {
  public:
   explicit Recorder(ToolKind tool) : tool_(tool) {}
 
-  // The head went straight from `from` to `to` (controller's coordinates, before the mechanics
-  // were driven on), with the tool on or off at the end of the move. What was covered is added to
-  // `job` too; null: to the total alone.
+  // The head moves straight from `from` to `to`, in the board's coordinates, with the tool on or
+  // off. Called before the mechanics are driven there. The distances are added to the total and,
+  // unless it is null, to `job`.
   void AddMotion(const Vec3& from, const Vec3& to, const Mechanics& mechanics, bool toolOn,
                  Distances* job);
 

@@ -11,7 +11,7 @@
 namespace k7sim {
 namespace {
 
-// Slack for a cut that ends exactly on the edge of the work.
+// A rounding must not put a cut that ends on the edge of the plate beside it.
 constexpr double kEdgeInches = 1e-6;
 
 std::optional<std::vector<std::vector<double>>> ReadMap(const std::string& path,

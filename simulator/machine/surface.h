@@ -1,4 +1,5 @@
-// The work on the table: how deep its surface lies at each place, for the probe and the picture.
+// The surface of the plate: how deep it lies at each place, for the probe and for the depth of
+// cuts.
 #pragma once
 
 #include <optional>
@@ -8,32 +9,33 @@
 
 namespace k7sim {
 
-// Places are in inches from the table home, depths in inches of machine Z below the Z switch.
+// Places are in inches from the table home, depths in inches below the Z switch.
 class Surface {
  public:
-  // Level work at `zInches`.
+  // A level plate at `zInches`.
   explicit Surface(double zInches = 1.75);
 
-  // What `--surface` takes:
-  //   none                     nothing lies on the table, a probe touches nothing
+  // Reads what `--surface` takes:
+  //   none                     no plate is on the table, a probe touches nothing
   //   plane:Z                  level at Z inches
   //   tilt:Z,DX,DY             Z at the table home, deeper by DX and DY inches for each inch
-  //   a file name              a height map: rows of numbers, first row at Y 0, columns along X,
-  //                            spread over the table and read between its points
-  // Null with a reason in `error` when the text means none of these.
+  //   a file name              a height map: rows of numbers, the first row at Y 0, columns along
+  //                            X, spread over the plate, linear between its points
+  // Nothing, with a reason in `error`, when the text is none of these.
   static std::optional<Surface> Parse(std::string_view text, double widthInches,
                                       double heightInches, std::string& error);
 
-  // Depth of the surface; nothing where there is no work.
+  // Depth of the surface; nothing where there is no plate.
   std::optional<double> DepthAt(double xInches, double yInches) const;
 
-  // The work covers this rectangle, from the table home.
+  // The plate covers this rectangle from the table home.
   void SetExtent(double widthInches, double heightInches);
 
-  // True when every place has the same depth: a straight cut then has two depths at most.
+  // True when every place has the same depth, so that the ends of a straight cut tell its depths.
+  // False for every height map.
   bool IsLevel() const { return map_.empty() && slopeX_ == 0 && slopeY_ == 0; }
 
-  // One line that says what the work is, for the report.
+  // The text that the surface was read from, for the report.
   const std::string& Description() const { return description_; }
 
  private:

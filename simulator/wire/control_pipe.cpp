@@ -18,7 +18,7 @@ bool ControlPipe::Open(const std::string& path, std::string& error) {
   if (lstat(path.c_str(), &there) == 0 && S_ISFIFO(there.st_mode)) unlink(path.c_str());
   if (mkfifo(path.c_str(), 0600) != 0) return FailBySystem(error, "cannot make the pipe " + path);
   path_ = path;
-  // Open for writing too: the pipe then does not end when a writer closes it.
+  // The pipe is open for writing here too, so that it does not end when a writer closes it.
   fd_.Reset(open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
   return fd_ || FailBySystem(error, "cannot open the pipe " + path);
 }

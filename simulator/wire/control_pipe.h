@@ -7,14 +7,13 @@
 
 namespace k7sim {
 
-// The named pipe that the commands come through. It can be written to and closed any number of
-// times.
+// Writers may open, write and close it any number of times.
 class ControlPipe {
  public:
   ~ControlPipe();
   bool Open(const std::string& path, std::string& error);
   int Fd() const { return fd_.Get(); }
-  // The next whole line; false when there is none yet.
+  // The next complete line; false when there is none yet.
   bool TakeLine(std::string& line);
 
  private:

@@ -5,7 +5,7 @@
 namespace k7sim {
 
 void OutputQueue::Put(std::string_view text, TimeUs notBeforeUs) {
-  line_.push_back({std::string(text), notBeforeUs});
+  pieces_.push_back({std::string(text), notBeforeUs});
 }
 
 void OutputQueue::PutLater(std::string_view text, TimeUs atUs) {
@@ -18,13 +18,13 @@ std::string_view OutputQueue::Ready(TimeUs nowUs) {
     later_.erase(later_.begin());
   }
   if (ready_.empty()) stalledUs_ = nowUs;
-  while (!line_.empty() && line_.front().notBeforeUs <= nowUs) {
-    std::string& text = line_.front().text;
+  while (!pieces_.empty() && pieces_.front().notBeforeUs <= nowUs) {
+    std::string& text = pieces_.front().text;
     const std::size_t through = pacer_.Take(text.size(), nowUs);
     ready_.append(text, 0, through);
     text.erase(0, through);
     if (!text.empty()) break;
-    line_.pop_front();
+    pieces_.pop_front();
   }
   if (dropAfterUs_ != kNever && !ready_.empty() && nowUs - stalledUs_ >= dropAfterUs_) {
     droppedBytes_ += ready_.size();
@@ -40,8 +40,8 @@ void OutputQueue::Sent(std::size_t bytes, TimeUs nowUs) {
 
 TimeUs OutputQueue::NextDue(TimeUs nowUs) const {
   TimeUs due = later_.empty() ? kNever : later_.begin()->first;
-  if (!line_.empty()) {
-    const TimeUs held = line_.front().notBeforeUs;
+  if (!pieces_.empty()) {
+    const TimeUs held = pieces_.front().notBeforeUs;
     due = std::min(due, held > nowUs ? held : pacer_.NextByte(nowUs));
   }
   if (!ready_.empty() && dropAfterUs_ != kNever) due = std::min(due, stalledUs_ + dropAfterUs_);
@@ -50,7 +50,7 @@ TimeUs OutputQueue::NextDue(TimeUs nowUs) const {
 
 void OutputQueue::Clear() {
   later_.clear();
-  line_.clear();
+  pieces_.clear();
   ready_.clear();
 }
 

@@ -1,4 +1,4 @@
-// What the server needs of a port: descriptors to wait on, and who is there.
+// A port: the end of a link on this side, as the operating system has it.
 #pragma once
 
 #include <cstddef>
@@ -12,29 +12,30 @@ class Port {
  public:
   virtual ~Port() = default;
 
-  // Descriptors that wake the server, apart from the one that carries data.
+  // Descriptors that become readable when `TakeEvents` has something, apart from `DataFd`.
   virtual std::vector<int> EventFds() const = 0;
-  // The descriptor that carries data; -1 while there is none.
+  // The descriptor that carries the bytes; -1 while there is none.
   virtual int DataFd() const = 0;
 
-  // Looks at what has happened. How often the host has opened and closed the port since the last
-  // call, in order: true for an opening.
+  // What hosts have done since the last call, in order: true for each opening of the port, false
+  // for each closing.
   virtual std::vector<bool> TakeEvents() = 0;
 
-  // Bytes from the host, up to `limit`; empty when there are none now. A host that has gone shows
-  // in the next `TakeEvents`.
+  // Bytes from the host, up to `limit`; empty when there are none now. That a host has gone is told
+  // by the next `TakeEvents`.
   virtual std::string Read(std::size_t limit) = 0;
-  // How many of the bytes went; 0 while the host does not read.
+  // Sends bytes to the host. The result is how many were taken; 0 while the host does not read.
   virtual std::size_t Write(std::string_view bytes) = 0;
 
-  // What lies unread on the host's side is taken back: nobody is there to read it.
+  // Throws away what the last host has left unread, so that the next one does not read it.
   virtual void DropUnread() {}
 
-  // Closes the port as a pulled cable does, and puts it back. False when that failed.
+  // Closes the port, as pulling the cable does.
   virtual void Close() = 0;
+  // Opens the port, for the first time or again. False with one line in `error`.
   virtual bool Open(std::string& error) = 0;
 
-  // One line that tells the user where the port is.
+  // Tells the user where the port is: "pty PATH" or "tcp PORT".
   virtual std::string Where() const = 0;
 };
 

@@ -15,7 +15,7 @@
 namespace k7sim {
 namespace {
 
-// Bytes pass unchanged in both directions, as on a cable.
+// Makes the terminal pass all bytes unchanged in both directions.
 bool MakeRaw(int fd) {
   termios settings{};
   if (tcgetattr(fd, &settings) != 0) return false;
@@ -47,32 +47,32 @@ bool PtyPort::Open(std::string& error) {
     return FailBySystem(error, "cannot watch " + path_);
   }
   opened_ = 0;
-  return MakeLink(error);
+  return MakeSymlink(error);
 }
 
-bool PtyPort::MakeLink(std::string& error) {
-  if (link_.empty()) return true;
+bool PtyPort::MakeSymlink(std::string& error) {
+  if (symlink_.empty()) return true;
   struct stat there {};
-  if (lstat(link_.c_str(), &there) == 0) {
-    // A link left behind by an earlier run may go; anything else is the user's.
+  if (lstat(symlink_.c_str(), &there) == 0) {
+    // A symbolic link counts as one that an earlier run has left. Anything else is kept.
     if (!S_ISLNK(there.st_mode)) {
-      error = "cannot make the link " + link_ + ": something else is there";
+      error = "cannot make the link " + symlink_ + ": something else is there";
       return false;
     }
-    unlink(link_.c_str());
+    unlink(symlink_.c_str());
   }
-  if (symlink(path_.c_str(), link_.c_str()) != 0) {
-    return FailBySystem(error, "cannot make " + link_);
+  if (symlink(path_.c_str(), symlink_.c_str()) != 0) {
+    return FailBySystem(error, "cannot make " + symlink_);
   }
   return true;
 }
 
 void PtyPort::Close() {
   if (!master_) return;
-  if (!link_.empty()) {
+  if (!symlink_.empty()) {
     std::array<char, 64> target{};
-    const ssize_t length = readlink(link_.c_str(), target.data(), target.size() - 1);
-    if (length > 0 && path_ == target.data()) unlink(link_.c_str());
+    const ssize_t length = readlink(symlink_.c_str(), target.data(), target.size() - 1);
+    if (length > 0 && path_ == target.data()) unlink(symlink_.c_str());
   }
   watch_.Reset();
   kept_.Reset();
@@ -115,7 +115,7 @@ std::size_t PtyPort::Write(std::string_view bytes) {
 void PtyPort::DropUnread() {
   if (!kept_) return;
   tcflush(kept_.Get(), TCIFLUSH);
-  // The next host finds the line as the first did, whatever the last one set.
+  // The last host may have changed the settings of the terminal; the next one must not find them.
   MakeRaw(kept_.Get());
 }
 

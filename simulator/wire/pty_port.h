@@ -1,4 +1,4 @@
-// A pseudo terminal that behaves as the computer's end of a serial cable.
+// A pseudo terminal (pty), which a host opens as it opens a serial port.
 #pragma once
 
 #include <string>
@@ -10,13 +10,13 @@
 
 namespace k7sim {
 
-// The far end is kept open here too: a pty whose last host closes it would otherwise answer every
-// read with an error, and discovery opens and closes a port many times. Openings and closings are
-// watched from outside instead.
+// The host's end is kept open here too. Otherwise each read would fail while no host has it open,
+// and hosts that look for boards open and close a port many times. Openings and closings are
+// therefore watched by inotify.
 class PtyPort final : public Port {
  public:
-  // `link`: symbolic link to make to the pty; empty for none.
-  explicit PtyPort(std::string link) : link_(std::move(link)) {}
+  // `path`: where to make a symbolic link to the pty; empty: none is made.
+  explicit PtyPort(std::string path) : symlink_(std::move(path)) {}
   ~PtyPort() override;
 
   std::vector<int> EventFds() const override { return {watch_.Get()}; }
@@ -27,17 +27,17 @@ class PtyPort final : public Port {
   void DropUnread() override;
   void Close() override;
   bool Open(std::string& error) override;
-  std::string Where() const override { return "pty " + (link_.empty() ? path_ : link_); }
+  std::string Where() const override { return "pty " + (symlink_.empty() ? path_ : symlink_); }
 
  private:
-  bool MakeLink(std::string& error);
+  bool MakeSymlink(std::string& error);
 
-  std::string link_;
+  std::string symlink_;
   std::string path_;
   UniqueFd master_;
-  UniqueFd kept_;   // our own hold on the far end
+  UniqueFd kept_;   // the host's end, kept open
   UniqueFd watch_;  // inotify
-  int opened_ = 0;  // hosts that have the far end open
+  int opened_ = 0;  // how many hosts have their end open
 };
 
 }  // namespace k7sim

@@ -1,4 +1,4 @@
-// Error messages that end with the reason the system gives.
+// Error messages that end with the reason that the operating system gives.
 #pragma once
 
 #include <cerrno>
@@ -7,8 +7,8 @@
 
 namespace k7sim {
 
-// Sets `error` to "WHAT: REASON", the reason that of the last system call. Always false, for the
-// caller to return.
+// Sets `error` to "WHAT: REASON", where REASON is why the last system call failed. The result is
+// always false, so that the caller can return it.
 inline bool FailBySystem(std::string& error, const std::string& what) {
   error = what + ": " + std::strerror(errno);
   return false;

@@ -34,14 +34,13 @@ bool TcpPort::Open(std::string& error) {
 }
 
 void TcpPort::Close() {
-  // What the host sent and nobody read turns the closing into a reset, as a power cut would.
   if (host_) gone_ = true;
   host_.Reset();
   listener_.Reset();
 }
 
 std::vector<int> TcpPort::EventFds() const {
-  // While a host is there the next one is left waiting.
+  // While a host is connected the next one waits.
   return {host_ ? -1 : listener_.Get()};
 }
 

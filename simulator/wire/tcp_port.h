@@ -1,4 +1,4 @@
-// The TCP shell of the board, on the loopback alone.
+// A TCP port on the loopback interface.
 #pragma once
 
 #include <string>
@@ -10,10 +10,10 @@
 
 namespace k7sim {
 
-// Serves one host at a time; the next waits until it has gone.
+// Serves one host at a time. The next one waits until that one has gone.
 class TcpPort final : public Port {
  public:
-  // `port` 0: any free one.
+  // `port` 0: the system chooses a free one.
   explicit TcpPort(int port) : port_(port) {}
 
   std::vector<int> EventFds() const override;
@@ -29,7 +29,7 @@ class TcpPort final : public Port {
   int port_;
   UniqueFd listener_;
   UniqueFd host_;
-  bool gone_ = false;  // the host has left since the last look
+  bool gone_ = false;  // the host has gone, and `TakeEvents` has not told of it yet
 };
 
 }  // namespace k7sim

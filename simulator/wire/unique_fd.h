@@ -23,7 +23,7 @@ class UniqueFd {
   int Get() const { return fd_; }
   explicit operator bool() const { return fd_ >= 0; }
 
-  // Closes what is held and holds `fd`.
+  // Closes the descriptor that is held, and holds `fd`.
   void Reset(int fd = -1) {
     if (fd_ >= 0) close(fd_);
     fd_ = fd;

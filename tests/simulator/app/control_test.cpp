@@ -29,7 +29,7 @@ TEST(Control, WorksTheMachineByHand) {
   running.Do("homed 1");
   EXPECT_TRUE(running.simulator.Board().IsHomed());
   running.Do("surface plane:0.25");
-  EXPECT_EQ(machine.Work().DepthAt(1, 1), 0.25);
+  EXPECT_EQ(machine.PlateSurface().DepthAt(1, 1), 0.25);
   running.Do("halt");
   EXPECT_TRUE(running.simulator.Board().IsHalted());
   running.Do("resume");

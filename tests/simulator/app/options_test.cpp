@@ -1,4 +1,4 @@
-// What a person can ask for on the command line.
+// The options of the command line, and the message for each wrong one.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

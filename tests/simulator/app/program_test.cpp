@@ -1,4 +1,4 @@
-// The program itself on a real pty, a real socket and a real pipe.
+// The program on a real pty, a real socket and a real control pipe.
 #include <arpa/inet.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -44,8 +44,8 @@ bool WaitForUnread(const UniqueFd& port, const std::string& bytes) {
   return there;
 }
 
-// The simulator hears of the closing only after it: a host that reads in the very same moment could
-// still meet what was left.
+// The simulator is told of a closing a moment after it, and only then drops what was left unread.
+// The test therefore waits for the greeting before it reads.
 TEST(Program, AHostFindsNothingThatAnEarlierOneLeftUnread) {
   const std::string link = Folder() + "tty", greeting = "Smoothie\r\nok\r\n";
   Program program({"--pty", link});
@@ -141,7 +141,7 @@ TEST(Program, TakesCommandsThroughItsPipeWhileItRuns) {
   program.Output("ready\n");
   const UniqueFd port = OpenPort(folder + "tty");
   EXPECT_THAT(Ask(port.Get(), "M119\n", "Probe: 0\n"), HasSubstr("min_x:0 min_y:0 min_z:0"));
-  // The text of "send" says that the command before it has been carried out.
+  // Commands are carried out in order: once the text of "send" has come, the switch is closed.
   std::ofstream(folder + "control") << "switch x 1\nsend // done\n";
   EXPECT_THAT(ReadUntil(port.Get(), "// done\r\n"), HasSubstr("// done\r\n"));
   EXPECT_THAT(Ask(port.Get(), "M119\n", "Probe: 0\n"), HasSubstr("min_x:1 min_y:0 min_z:0"));
@@ -156,7 +156,7 @@ TEST(Program, AClosedPtyComesBackAtItsLink) {
   {
     const UniqueFd port = OpenPort(folder + "tty");
     ReadUntil(port.Get(), "ok\r\n");
-    EXPECT_EQ(Ask(port.Get(), "G21\n", "never"), "");  // ends at once: the line is gone
+    EXPECT_EQ(Ask(port.Get(), "G21\n", "never"), "");  // ends at once, because the link closes
   }
   program.Output("pty " + folder + "tty\n");
   const UniqueFd port = OpenPort(folder + "tty");

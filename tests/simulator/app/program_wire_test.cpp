@@ -1,4 +1,4 @@
-// What the program does to bytes and time on a real pty: pace, speed, and every fault.
+// The program on a real pty: the pace of bytes, the speed of the machine, and each fault.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -13,7 +13,8 @@ namespace {
 using k7sim::UniqueFd;
 using testing::HasSubstr;
 
-// Wall-clock windows: the lower end is the rule, the upper one leaves a busy machine time.
+// Times are checked within a window. Its lower end is the exact time; its upper end leaves room for
+// a busy computer.
 TEST(ProgramWire, CarriesBytesAtTheBaudRate) {
   const std::string link = Folder() + "tty";
   Program program({"--pty", link, "--wire", "uart", "--baud", "1200"});
@@ -21,7 +22,7 @@ TEST(ProgramWire, CarriesBytesAtTheBaudRate) {
   const UniqueFd port = OpenPort(link);
   const Stopwatch watch;
   EXPECT_EQ(Ask(port.Get(), "TableIsHomed\n", "\n"), "TableIsHomedFALSE\r\n");
-  // 13 bytes in and 19 out at 120 a second.
+  // 13 bytes in and 19 bytes out at 120 bytes a second.
   EXPECT_GE(watch.Seconds(), 32 / 120.0);
   EXPECT_LT(watch.Seconds(), 32 / 120.0 + 3);
 }
@@ -33,7 +34,7 @@ TEST(ProgramWire, RunsFiftyTimesFasterThanTheClock) {
   program.Output("ready\n");
   const UniqueFd port = OpenPort(folder + "tty");
   const Stopwatch watch;
-  // 0.1 s to start, 2490 mm at 50 mm/s and 0.1 s for both ramps: 50 s on the machine's clock.
+  // 0.1 s to start, 2490 mm at 50 mm/s, 0.1 s more for the ramps: 50 s on the machine clock.
   Ask(port.Get(), "SendBlockMessagesOn\nG0 F3000\nG0 X2490\n", "EX\r\n");
   EXPECT_GE(watch.Seconds(), 50 / 50.0);
   EXPECT_LT(watch.Seconds(), 50 / 50.0 + 3);
@@ -42,7 +43,7 @@ TEST(ProgramWire, RunsFiftyTimesFasterThanTheClock) {
   EXPECT_THAT(Content(folder + "r.json"), HasSubstr("\"motionSeconds\": 49.9"));
 }
 
-// Each fault by the program's own option: what a host sees of "TableIsHomed", "G21" and "M17".
+// The replies that a host sees to "TableIsHomed", "G21" and "M17" with each fault.
 struct ProgramFault {
   const char* action;
   const char* want;
@@ -60,7 +61,7 @@ TEST_P(ProgramFaults, FireAndAreReported) {
                    "--fault", std::string("match=TableIsHomed,do=") + GetParam().action});
   program.Output("ready\n");
   const UniqueFd port = OpenPort(folder + "tty");
-  // The last answer of a case ends the reading; where there is none, what comes in a while.
+  // Reading ends with the last reply of the case, or after 300 ms when there is to be none.
   const std::string want = GetParam().want;
   const bool quiet = want.empty();
   EXPECT_EQ(Ask(port.Get(), "TableIsHomed\nG21\nM17\n", quiet ? "never" : want,

@@ -1,4 +1,4 @@
-// The board behind its links: greetings, room, pace, loss.
+// The board with its links: greetings, room for bytes, the pace of bytes, lost bytes.
 #include "app/simulator.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ TEST(Simulator, GreetsEachHostAsItsLinkDoes) {
   Rig usb(WireKind::Usb);
   usb.Open();
   EXPECT_EQ(usb.Take(), "Smoothie\r\nok\r\n");
-  usb.simulator.HostClosed(usb.port);
+  usb.simulator.HostClosed(usb.link);
   usb.Open();
   EXPECT_EQ(usb.Take(), "Smoothie\r\nok\r\n");
   Rig uart(WireKind::Uart);
@@ -31,8 +31,8 @@ TEST(Simulator, GreetsEachHostAsItsLinkDoes) {
 TEST(Simulator, ForgetsWhatAClosedPortWasAboutToSay) {
   Rig rig(WireKind::Uart);
   rig.Open();
-  rig.simulator.Receive(rig.port, "G21\nG9", 0);
-  rig.simulator.HostClosed(rig.port);
+  rig.simulator.Receive(rig.link, "G21\nG9", 0);
+  rig.simulator.HostClosed(rig.link);
   rig.Open();
   EXPECT_EQ(rig.Send("M17\n"), "ok\r\n");
 }
@@ -66,7 +66,7 @@ TEST(Simulator, StartsWithTheIdentityItIsGiven) {
             "sd: controller_id is set to ABCDEFGHIJKLMNOP\r\n");
 }
 
-// 31 moves fill the queue, one waits; the rest stays where the link keeps it.
+// 31 moves fill the queue. What becomes of the ones after them depends on the link.
 std::string Moves(int count) {
   std::string lines = "G0 F60\n";
   for (int i = 1; i <= count; ++i) lines += "G0 X" + std::to_string(100 + i) + ".000000\n";
@@ -76,12 +76,12 @@ std::string Moves(int count) {
 TEST(Simulator, StopsReadingUsbWhenLessThan64BytesAreFree) {
   Rig rig(WireKind::Usb);
   rig.Open();
-  EXPECT_TRUE(rig.simulator.WantsBytes(rig.port));
+  EXPECT_TRUE(rig.simulator.WantsBytes(rig.link));
   rig.Send(Moves(80));
-  EXPECT_FALSE(rig.simulator.WantsBytes(rig.port));
-  // 15 bytes a line in a ring of 320 with 64 kept free.
-  EXPECT_GE(rig.simulator.Board().WaitingBytes(rig.port), 240u);
-  EXPECT_LT(rig.simulator.Board().WaitingBytes(rig.port), 256u);
+  EXPECT_FALSE(rig.simulator.WantsBytes(rig.link));
+  // Lines of 15 bytes, 320 bytes of room, 64 of them kept free.
+  EXPECT_GE(rig.simulator.Board().WaitingBytes(rig.link), 240u);
+  EXPECT_LT(rig.simulator.Board().WaitingBytes(rig.link), 256u);
   rig.TakeAt(100000);
   EXPECT_EQ(rig.simulator.Board().Counts().blocks, 80u);  // none is lost
   EXPECT_EQ(rig.simulator.LostInputBytes(), 0u);
@@ -91,7 +91,7 @@ TEST(Simulator, LosesWhatABareUartHasNoRoomFor) {
   Rig rig(WireKind::Uart);
   rig.Open();
   rig.Send(Moves(80));
-  EXPECT_TRUE(rig.simulator.WantsBytes(rig.port));
+  EXPECT_TRUE(rig.simulator.WantsBytes(rig.link));
   EXPECT_GT(rig.simulator.LostInputBytes(), 0u);
   rig.TakeAt(100000);
   EXPECT_LT(rig.simulator.Board().Counts().blocks, 80u);
@@ -101,8 +101,8 @@ TEST(Simulator, StopsReadingTcpAtTwentyWaitingLines) {
   Rig rig(WireKind::Tcp);
   rig.Open();
   rig.Send(Moves(80));
-  EXPECT_EQ(rig.simulator.Board().WaitingLines(rig.port), 20u);
-  EXPECT_FALSE(rig.simulator.WantsBytes(rig.port));
+  EXPECT_EQ(rig.simulator.Board().WaitingLines(rig.link), 20u);
+  EXPECT_FALSE(rig.simulator.WantsBytes(rig.link));
   rig.TakeAt(100000);
   EXPECT_EQ(rig.simulator.Board().Counts().blocks, 80u);
 }
@@ -113,7 +113,7 @@ TEST(Simulator, CarriesBytesAtTheBaudRateInBothDirections) {
   Rig rig(WireKind::Uart, setup);
   rig.Open();
   EXPECT_EQ(rig.Send("M17\n"), "");
-  // Four bytes in take 347 us; then four bytes out the same again.
+  // Four bytes in take 347 us, and four bytes out take as long again.
   EXPECT_EQ(rig.TakeAt(346e-6), "");
   EXPECT_EQ(rig.TakeAt(348e-6), "");
   EXPECT_EQ(rig.TakeAt(348e-6 + 175e-6), "ok");
@@ -124,10 +124,10 @@ TEST(Simulator, DropsRepliesThatUsbHostsLeaveUnreadForASecond) {
   Rig rig(WireKind::Usb);
   rig.Open();
   rig.Take();
-  rig.simulator.Receive(rig.port, "M17\n", 0);
-  EXPECT_EQ(rig.simulator.Ready(rig.port, 0), "ok\r\n");
-  EXPECT_EQ(rig.simulator.Ready(rig.port, 999'999), "ok\r\n");
-  EXPECT_EQ(rig.simulator.Ready(rig.port, 1'000'000), "");
+  rig.simulator.Receive(rig.link, "M17\n", 0);
+  EXPECT_EQ(rig.simulator.Ready(rig.link, 0), "ok\r\n");
+  EXPECT_EQ(rig.simulator.Ready(rig.link, 999'999), "ok\r\n");
+  EXPECT_EQ(rig.simulator.Ready(rig.link, 1'000'000), "");
   EXPECT_EQ(rig.simulator.LostOutputBytes(), 4u);
 }
 
@@ -136,7 +136,7 @@ TEST(Simulator, RunsMotionFasterThanTheWire) {
   setup.speed = 50;
   Rig rig(WireKind::Uart, setup);
   rig.Open();
-  rig.Send("SendBlockMessagesOn\nG0 F3000\nG0 X50\n");  // 0.1 s to start, 1.1 s of motion
+  rig.Send("SendBlockMessagesOn\nG0 F3000\nG0 X50\n");  // 0.1 s to start, then 1.1 s of motion
   EXPECT_EQ(rig.TakeAt(0.0019), "");
   EXPECT_EQ(rig.TakeAt(0.0021), "BX\r\n");
   EXPECT_EQ(rig.TakeAt(0.0239), "");

@@ -1,4 +1,4 @@
-// Lines and their answers: exact texts with exact line ends.
+// The replies to each line, with their exact texts and line ends.
 #include "board/controller.h"
 
 #include <gmock/gmock.h>
@@ -13,7 +13,7 @@ using k7test::Bench;
 using k7test::Lines;
 using testing::ElementsAre;
 
-TEST(Controller, AnswersTheVendorLines) {
+TEST(Controller, AnswersTheLinesOfWords) {
   Bench bench;
   EXPECT_EQ(bench.Send("SmoothieIsConnected"), Lines{"SmoothieIsConnected\r\n"});
   EXPECT_EQ(bench.Send("TableIsHomed"), Lines{"TableIsHomedFALSE\r\n"});
@@ -54,7 +54,7 @@ TEST(Controller, HasNoOkForShellLines) {
 }
 
 TEST(Controller, ReportsItsSwitchesInOneLine) {
-  Bench bench;  // at the switches, above the work
+  Bench bench;  // the head is at the switches, above the plate
   EXPECT_THAT(bench.Send("M119"),
               ElementsAre("min_x:1 min_y:1 min_z:1 pins- (XL)P1.24:1 (YL)P1.26:1 (ZL)P1.28:1 "
                           "Probe: 0\n",
@@ -93,7 +93,7 @@ TEST(Controller, MakesNoBlockOfAMoveToWhereItIs) {
   Bench bench;
   bench.Send("SendBlockMessagesOn");
   EXPECT_EQ(bench.Send("G0 X0.000000 Y0.000000"), Lines{"ok\n"});
-  EXPECT_EQ(bench.Send("G0 X0.001000"), Lines{"ok\n"});  // less than half a step at 80 a mm
+  EXPECT_EQ(bench.Send("G0 X0.001000"), Lines{"ok\n"});  // less than half a step, at 80 steps a mm
   EXPECT_EQ(bench.PassAll(), Lines{});
 }
 
@@ -109,7 +109,7 @@ TEST(Controller, LetsAMoveWaitForRoomAndServesOtherLines) {
   EXPECT_EQ(bench.Send("SmoothieIsConnected"), Lines{"SmoothieIsConnected\r\n"});
   EXPECT_EQ(bench.Send("M42"), Lines{"ok\r\n"});
   EXPECT_EQ(bench.Send("G0 F60"), Lines{"ok\n"});
-  EXPECT_EQ(bench.PassUntil(0), Lines{"BX\r\n"});  // full: motion starts at once
+  EXPECT_EQ(bench.PassUntil(0), Lines{"BX\r\n"});  // the queue is full, so motion starts at once
   const TimeUs ends = bench.board.NextEvent();
   EXPECT_EQ(bench.PassUntil(ends), (Lines{"EX\r\n", "BX\r\n", "QX\r\n", "ok\n"}));
   EXPECT_EQ(bench.board.WaitingLines(0), 0u);
@@ -123,7 +123,7 @@ TEST(Controller, AWaitingMoveKeepsTheFeedItArrivedWith) {
   bench.Send("G0 X131");
   bench.Send("G0 F60");
   bench.PassAll();
-  // 131 mm at 50 mm/s, all straight on; at the later feed it would be over 100 s.
+  // 131 mm at 50 mm/s in one line; with the later feed the last move alone would take 100 s.
   EXPECT_NEAR(SecondsFromUs(bench.now), 0.1 + 131 / 50.0, 0.01);
 }
 
@@ -146,7 +146,7 @@ TEST(Controller, ClampsASlantedMoveByTheShareOfEachAxis) {
   bench.Send("G0 F6000");
   bench.Send("G0 X30 Y40");
   bench.PassAll();
-  const double feed = 10 / 0.6;  // of 50 mm, 30 along X
+  const double feed = 10 / 0.6;  // 30 of the 50 mm are along X
   EXPECT_NEAR(SecondsFromUs(bench.now), 0.1 + 50 / feed + feed / 500, 1e-5);
 }
 
@@ -196,7 +196,8 @@ TEST(Controller, AHaltStopsWhereTheHeadIsAndNeverAnswersWhatItFlushed) {
   EXPECT_EQ(bench.PassSeconds(1000), Lines{});
   EXPECT_EQ(bench.board.Counts().flushedLines, 34u);
   bench.Send("M999");
-  // Motion began at once: 0.1 s and 2.5 mm of ramp, then a second at 50 mm/s.
+  // The queue was full, so motion began at once: 2.5 mm in the 0.1 s of the ramp, then 50 mm in 1
+  // s.
   EXPECT_EQ(bench.Send("M114"), Lines{"ok C: X:52.5000 Y:0.0000 Z:0.0000\n"});
   EXPECT_EQ(bench.Send("G0 X60"), (Lines{"QX\r\n", "ok\n"}));
 }

@@ -5,7 +5,7 @@
 namespace k7sim {
 namespace {
 
-TEST(Gcode, TakesALineOfTheDriverApart) {
+TEST(Gcode, TakesALineApart) {
   const auto codes = ParseGcodeLine("G0 X12.700000 Y-25.400000");
   ASSERT_EQ(codes.size(), 1u);
   EXPECT_TRUE(codes[0].Is('G', 0));
@@ -32,7 +32,7 @@ TEST(Gcode, KnowsSeveralCommandsInALine) {
 TEST(Gcode, TellsGcodeFromWords) {
   EXPECT_TRUE(LooksLikeGcode("G0"));
   EXPECT_TRUE(LooksLikeGcode("m119"));
-  EXPECT_FALSE(LooksLikeGcode("Monkey"));
+  EXPECT_FALSE(LooksLikeGcode("Material"));
   EXPECT_FALSE(LooksLikeGcode("TableIsHomed"));
   EXPECT_FALSE(LooksLikeGcode("G"));
 }

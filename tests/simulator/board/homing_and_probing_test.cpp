@@ -1,4 +1,4 @@
-// The board with its switches, its probe, the round fixture and the work on the table.
+// The board with its switches, the probe, the ends of the axes and the round fixture.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ MachineSetup At(double x, double y, double z) {
   return setup;
 }
 
-// As the driver sets the board up: 4000 steps an inch on each axis.
+// Sets 4000 steps an inch on each axis, so that distances are round numbers.
 void SetSteps(Bench& bench) {
   for (const char* line : {"M92 X157.48032", "M92 Y157.48032", "M92 Z157.48032"}) bench.Send(line);
 }
@@ -39,7 +39,8 @@ TEST(Homing, TakesTheTimeOfTheWay) {
   Bench bench(At(10, 0, 0));
   bench.Send("G28 X0");
   bench.PassAll();
-  EXPECT_NEAR(SecondsFromUs(bench.now), 254 / 50.0 + 0.1, 1e-5);  // 50 mm/s and both ramps
+  EXPECT_NEAR(SecondsFromUs(bench.now), 254 / 50.0 + 0.1,
+              1e-5);  // at 50 mm/s, with two ramps of 0.1 s
 }
 
 TEST(Homing, AtTheSwitchAnswersZeroAtOnce) {

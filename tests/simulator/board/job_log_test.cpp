@@ -25,7 +25,7 @@ TEST(JobLog, TimesAJobFromItsOutputSwitchToItsLastBlock) {
   EXPECT_TRUE(jobs[0].ended);
   EXPECT_EQ(jobs[0].blocks, 5u);
   EXPECT_DOUBLE_EQ(jobs[0].simulatedSeconds, SecondsFromUs(ended));
-  // All lines were there before motion began, so the host was never late.
+  // All lines came before motion began, so the host was never late.
   EXPECT_NEAR(jobs[0].plannedSeconds, jobs[0].simulatedSeconds, 1e-5);
   EXPECT_NEAR(jobs[0].motionSeconds, jobs[0].simulatedSeconds - 0.1, 1e-5);
 }

@@ -15,7 +15,7 @@ TEST(Trapezoid, ALongMoveSpeedsUpCruisesAndSlowsDown) {
 }
 
 TEST(Trapezoid, AShortMoveNeverReachesItsFeed) {
-  // 2 mm: up over 1 mm to sqrt(2 * 500 * 1), and down again.
+  // 1 mm to speed up to sqrt(2 * 500 * 1), and 1 mm to slow down.
   const Trapezoid t = Trapezoid::Make(2, 0, 50, 0, 500);
   EXPECT_NEAR(t.cruise, 31.6227766, 1e-6);
   EXPECT_NEAR(t.Seconds(), 2 * 0.0632455532, 1e-9);

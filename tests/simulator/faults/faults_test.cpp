@@ -1,4 +1,4 @@
-// What a fault does to the lines and replies of a board behind its link.
+// What each fault does to the lines and replies of a board, as its host sees it.
 #include "faults/faults.h"
 
 #include <gmock/gmock.h>
@@ -59,8 +59,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 struct TimedFault {
   const char* action;
-  const char* seen;      // of the lines sent when the time has come
-  const char* seenThen;  // half a second later
+  const char* seen;      // replies to the lines sent when the time has come
+  const char* seenThen;  // replies until half a second later
 };
 
 void PrintTo(const TimedFault& fault, std::ostream* out) {
@@ -111,7 +111,7 @@ TEST(Faults, AWithheldReplyTakesTheLateOnesOfItsLineWithIt) {
   EXPECT_EQ(rig.TakeAt(60), "BX\r\nEX\r\n");
 }
 
-// Loss and noise hit one reply of a line, what holds replies up or repeats them hits all of them.
+// A drop or a corruption is of one reply to a line; the other faults act on all replies to it.
 TEST(Faults, ALineWithSeveralRepliesLosesItsFirstAlone) {
   constexpr struct {
     const char* fault;
@@ -181,7 +181,7 @@ TEST(Faults, OneThatNeverFiredShowsInTheReport) {
   EXPECT_THAT(WriteReport(rig.simulator), testing::HasSubstr("\"allFaultsFired\": true"));
 }
 
-TEST(Faults, AScriptThatChasesItsOwnTailEnds) {
+TEST(Faults, AFaultThatSetsItselfOffEnds) {
   Rig rig(WireKind::Uart, WithFault("reply=ALARM,count=0,do=halt"));
   rig.Open();
   rig.simulator.HaltMachine("", 0);

@@ -19,7 +19,7 @@ TEST(Picture, ShowsPlateScaleHomeTravelAndCuts) {
   RunJob(bench);
   const std::string svg =
       DrawPicture(bench.board.Record().Strokes(), TableGeometry{}, HomeCorner::BottomLeft);
-  // 100 units an inch, 0.7 inches of margin, Y upwards on a plate 16 inches high.
+  // 100 units an inch, 0.7 inches of margin; Y runs up the plate, which is 16 inches high.
   EXPECT_THAT(svg, testing::HasSubstr("viewBox=\"0 0 2640 1740\""));
   EXPECT_THAT(svg, testing::HasSubstr("<rect id=\"plate\" x=\"70.0\" y=\"70.0\" width=\"2500.0\" "
                                       "height=\"1600.0\""));

@@ -43,8 +43,8 @@ TEST(Recorder, CountsADryPlungeAndNoneWithTheSpindleOn) {
   }
 }
 
-// A cut that meets higher work goes deeper without having plunged.
-TEST(Recorder, ACutThatDeepensOverTiltedWorkIsNoPlunge) {
+// A cut that runs into a higher part of the plate becomes deeper without a plunge.
+TEST(Recorder, ACutThatDeepensOverATiltedPlateIsNoPlunge) {
   MachineSetup setup;
   std::string error;
   setup.surface = *Surface::Parse("tilt:1,-0.01,0", 25, 16, error);
@@ -86,7 +86,7 @@ TEST(Recorder, FollowsTheDepthOverATiltedSurface) {
   Bench bench(setup);
   for (const char* line : {"SetTableHomed", "M42", "G20", "G0 Z1.05", "G0 X10"}) bench.Send(line);
   bench.PassAll();
-  // 0.05 deep at X 0, out of the work at X 5.
+  // 0.05 deep at X 0, and above the surface from X 5 on.
   EXPECT_NEAR(bench.board.Record().CutInches(), 5, 0.11);
   EXPECT_NEAR(bench.board.Record().DeepestInches(), 0.05, 1e-9);
 }

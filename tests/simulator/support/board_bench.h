@@ -1,4 +1,4 @@
-// A board on a bench: lines go in, replies come out in order, and time passes when it is told to.
+// A board without links: lines go in, replies come out in order, and time passes as a test says.
 #pragma once
 
 #include <string>
@@ -17,7 +17,7 @@ struct Bench : k7sim::ReplySink {
     times.push_back(now);
   }
 
-  // One line at the present time; the replies to it and to nothing else.
+  // Gives the board one line now. The result is what it replies at once.
   std::vector<std::string> Send(std::string_view line) {
     replies.clear();
     times.clear();
@@ -25,7 +25,7 @@ struct Bench : k7sim::ReplySink {
     return replies;
   }
 
-  // Lets time pass, event by event, so that `times` are exact.
+  // Lets time pass from event to event, so that `times` are exact. The result is the replies.
   std::vector<std::string> PassUntil(k7sim::TimeUs until) {
     replies.clear();
     times.clear();
@@ -40,7 +40,7 @@ struct Bench : k7sim::ReplySink {
   std::vector<std::string> PassSeconds(double seconds) {
     return PassUntil(now + k7sim::UsFromSeconds(seconds));
   }
-  // Until the machine rests.
+  // Lets time pass until the machine rests.
   std::vector<std::string> PassAll() {
     replies.clear();
     times.clear();

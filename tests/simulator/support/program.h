@@ -1,4 +1,4 @@
-// k7sim as a program, and a host that opens its ports.
+// Runs k7sim as a program, and opens its ports as a host does.
 #pragma once
 
 #include <fcntl.h>
@@ -23,7 +23,8 @@ namespace k7test {
 
 inline constexpr int kDeadlineMs = 20'000;
 
-// Reads until the text has come or the deadline has passed; what came.
+// Reads until the text has come, the deadline has passed or the port has closed. The result is what
+// has been read.
 inline std::string ReadUntil(int fd, const std::string& wanted, int deadlineMs = kDeadlineMs) {
   using Clock = std::chrono::steady_clock;
   const auto end = Clock::now() + std::chrono::milliseconds(deadlineMs);

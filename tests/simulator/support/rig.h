@@ -1,4 +1,4 @@
-// A simulator with one link and no real port: bytes go in and come out at the times a test names.
+// A simulator with one link and no port. Bytes go in and come out at the times that a test gives.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,17 +13,17 @@ namespace k7test {
 struct Rig {
   explicit Rig(k7sim::WireKind kind = k7sim::WireKind::Usb, k7sim::SimulatorSetup setup = {},
                k7sim::TranscriptTimes times = k7sim::TranscriptTimes::Off)
-      : transcript(times), simulator(setup, transcript), port(simulator.AddStream(kind, "port")) {}
+      : transcript(times), simulator(setup, transcript), link(simulator.AddLink(kind, "link")) {}
 
-  void Open() { simulator.HostOpened(port, now); }
+  void Open() { simulator.HostOpened(link, now); }
   std::string Take() {
     simulator.Run(now);
-    const std::string bytes(simulator.Ready(port, now));
-    simulator.Sent(port, bytes.size(), now);
+    const std::string bytes(simulator.Ready(link, now));
+    simulator.Sent(link, bytes.size(), now);
     return bytes;
   }
   std::string Send(std::string_view bytes) {
-    simulator.Receive(port, bytes, now);
+    simulator.Receive(link, bytes, now);
     return Take();
   }
   std::string TakeAt(double seconds) {
@@ -33,7 +33,7 @@ struct Rig {
 
   k7sim::Transcript transcript;
   k7sim::Simulator simulator;
-  int port;
+  int link;
   k7sim::TimeUs now = 0;
 };
 
