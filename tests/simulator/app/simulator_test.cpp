@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <sstream>
 
+#include "tests/simulator/support/content.h"
 #include "tests/simulator/support/rig.h"
 
 namespace k7sim {
@@ -51,9 +51,7 @@ TEST(Simulator, KeepsTheIdentityAcrossARestart) {
   rig.Open();
   EXPECT_EQ(rig.Send("config-get sd controller_id\n"),
             "sd: controller_id is set to ZYXWVUTSRQPONMLK\r\n");
-  std::stringstream file;
-  file << std::ifstream(setup.configPath).rdbuf();
-  EXPECT_EQ(file.str(),
+  EXPECT_EQ(k7test::Content(setup.configPath),
             "# own settings\nalpha_steps_per_mm 80 # X\ncontroller_id ZYXWVUTSRQPONMLK\n");
 }
 

@@ -2,15 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
 #include <string>
 
+#include "tests/simulator/support/content.h"
 #include "tests/simulator/support/rig.h"
 
 namespace k7sim {
 namespace {
 
+using k7test::Content;
 using k7test::Rig;
 using k7test::WithFault;
 
@@ -22,9 +22,7 @@ TEST(Transcript, HoldsEveryLineInBothDirections) {
     rig.Open();
     rig.Send("G21\nG90\n\x18");
   }
-  std::stringstream file;
-  file << std::ifstream(path).rdbuf();
-  EXPECT_EQ(file.str(),
+  EXPECT_EQ(Content(path),
             "< Smoothie\\r\\nok\\r\\n\n> G21\n< ok\\n\n> G90\n! fault: changed ok\\n\n> \\x18\n");
 }
 
@@ -39,11 +37,9 @@ TEST(Transcript, CarriesMachineOrWireTimes) {
     rig.now = 20'000;
     rig.Send("G21\n");
     rig.transcript.Flush();
-    std::stringstream file;
-    file << std::ifstream(path).rdbuf();
-    EXPECT_EQ(file.str(), times == TranscriptTimes::Machine
-                              ? "    1.000000 > G21\n    1.000000 < ok\\n\n"
-                              : "    0.020000 > G21\n    0.020000 < ok\\n\n");
+    EXPECT_EQ(Content(path), times == TranscriptTimes::Machine
+                                 ? "    1.000000 > G21\n    1.000000 < ok\\n\n"
+                                 : "    0.020000 > G21\n    0.020000 < ok\\n\n");
   }
 }
 

@@ -9,12 +9,11 @@
 #include <sys/wait.h>
 
 #include <chrono>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "tests/simulator/support/content.h"
 #include "wire/unique_fd.h"
 
 extern char** environ;
@@ -85,12 +84,6 @@ inline std::string Folder() {
   std::string name = testing::TempDir() + "k7sim_XXXXXX";
   EXPECT_NE(mkdtemp(name.data()), nullptr);
   return name + "/";
-}
-
-inline std::string Content(const std::string& path) {
-  std::stringstream text;
-  text << std::ifstream(path).rdbuf();
-  return text.str();
 }
 
 inline std::string Ask(int fd, const std::string& line, const std::string& until,
