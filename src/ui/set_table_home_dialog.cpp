@@ -91,7 +91,7 @@ void SettleByHand(DeviceState& record, bool airZ) noexcept {
 
 void TellThatHomeIsSet(LinkState& link) noexcept {
   SendLine(link, commands::kTableHomed);
-  Pause(200);
+  Pause(link, 200);
 }
 
 // Result of the dialog.
