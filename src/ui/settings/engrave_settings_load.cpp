@@ -8,6 +8,7 @@
 #include "ui/settings/control_states.h"
 #include "ui/settings/engrave_lists.h"
 #include "ui/settings/engrave_settings.h"
+#include "ui/settings/filling.h"
 #include "ui/settings/material_profiles.h"
 #include "ui/settings/maximum_values.h"
 
@@ -126,7 +127,7 @@ void LoadRoundFixture(HWND dialog, const SettingsFile& file) noexcept {
 
 void LoadEngraveSettings(HWND dialog, const wchar_t* path) noexcept {
   if (dialogDevice == nullptr) return;
-  if (path != nullptr) dialogState.loadingProfile = 1;
+  if (path != nullptr) SetFilling(dialog, Filling::FromProfile);
   const SettingsFile file = EngraveFile(path);
 
   SetWindowTextW(dialog, dialogDevice->link.friendlyName);
@@ -146,13 +147,13 @@ void LoadEngraveSettings(HWND dialog, const wchar_t* path) noexcept {
   FillEngraveTypeList(dialog, path);
   FillCutterModeList(dialog, path);
   UpdateControlStates(dialog, file.Path());
-  if (dialogState.initializing != 0) {
+  if (FillingOf(dialog) == Filling::AtOpening) {
     FieldText profile;
     file.ReadText(keys::kEngraveSettings, keys::kMaterialProfile, L"", profile.text,
                   kFieldCapacity);
     FillMaterialList(dialog, profile.text);
   }
-  dialogState.loadingProfile = 0;
+  if (path != nullptr) SetFilling(dialog, Filling::None);
 }
 
 }  // namespace k7
