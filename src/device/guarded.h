@@ -7,10 +7,13 @@
 
 namespace k7 {
 
+// Trap, in checked builds, when a thread takes a second guarded value while it holds one. [any]
 #ifdef K7_CHECKED
-namespace detail {
-inline thread_local int guardsHeld = 0;
-}
+void NoteGuardTaken() noexcept;
+void NoteGuardReleased() noexcept;
+#else
+inline void NoteGuardTaken() noexcept {}
+inline void NoteGuardReleased() noexcept {}
 #endif
 
 // The record has seven of them. They are open from attach to detach: a closed one gives nothing,
@@ -23,12 +26,12 @@ class Guarded {
   class [[nodiscard]] Access {
    public:
     explicit Access(Guarded& guarded) noexcept : guarded_(guarded) {
-      Enter();
+      NoteGuardTaken();
       guarded_.lock_.Acquire();
     }
     ~Access() {
       guarded_.lock_.Release();
-      Leave();
+      NoteGuardReleased();
     }
     Access(const Access&) = delete;
     Access& operator=(const Access&) = delete;
@@ -38,16 +41,6 @@ class Guarded {
     T* operator->() const noexcept { return &guarded_.value_; }
 
    private:
-#ifdef K7_CHECKED
-    static void Enter() noexcept {
-      if (detail::guardsHeld++ != 0) __builtin_trap();
-    }
-    static void Leave() noexcept { --detail::guardsHeld; }
-#else
-    static void Enter() noexcept {}
-    static void Leave() noexcept {}
-#endif
-
     Guarded& guarded_;
   };
 

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <atomic>
+
 namespace k7 {
 
 namespace {
@@ -25,13 +27,30 @@ bool Block(HANDLE handle, DWORD ms) noexcept {
   return count == 1 && result == WAIT_OBJECT_0;
 }
 
-// Of the worker that this thread is; null on every other thread.
-thread_local const Polled<std::uint8_t>* workerStop = nullptr;
+// Which threads are workers, and what asks each to stop. A thread-local variable would cost the
+// host an index and a handle each time that it loads the module, and never give them back.
+struct WorkerEntry {
+  std::atomic<DWORD> thread{0};  // 0: free
+  std::atomic<const Polled<std::uint8_t>*> stop{nullptr};
+};
+constexpr int kMostWorkers = 64;  // two a controller, and some that are still in their last message
+constinit WorkerEntry workers[kMostWorkers];
+
+WorkerEntry* EntryOf(DWORD thread) noexcept {
+  for (WorkerEntry& entry : workers) {
+    if (entry.thread == thread) return &entry;
+  }
+  return nullptr;
+}
 
 std::uint64_t TicksPerSecond() noexcept {
-  LARGE_INTEGER frequency;
-  QueryPerformanceFrequency(&frequency);
-  return static_cast<std::uint64_t>(frequency.QuadPart);
+  static constinit std::atomic<std::uint64_t> ticks{0};
+  if (ticks == 0) {
+    LARGE_INTEGER frequency;
+    QueryPerformanceFrequency(&frequency);
+    ticks = static_cast<std::uint64_t>(frequency.QuadPart);
+  }
+  return ticks;
 }
 
 // How long a pause sleeps before it looks whether it is still wanted.
@@ -40,15 +59,25 @@ constexpr std::uint32_t kLookMs = 50;
 }  // namespace
 
 bool WorkerAskedToStop() noexcept {
-  return workerStop != nullptr && *workerStop != 0;
+  const WorkerEntry* const own = EntryOf(GetCurrentThreadId());
+  return own != nullptr && *own->stop.load() != 0;
 }
 
-void BecomeWorker(const Polled<std::uint8_t>& stop) noexcept {
-  workerStop = &stop;
+WorkerScope::WorkerScope(const Polled<std::uint8_t>& stop) noexcept {
+  for (WorkerEntry& entry : workers) {
+    DWORD free = 0;
+    if (!entry.thread.compare_exchange_strong(free, GetCurrentThreadId())) continue;
+    entry.stop = &stop;  // nobody but this thread looks at the entry
+    return;
+  }
+}
+
+WorkerScope::~WorkerScope() {
+  if (WorkerEntry* const own = EntryOf(GetCurrentThreadId())) own->thread = 0;
 }
 
 std::uint64_t ClockUs() noexcept {
-  static const std::uint64_t ticksPerSecond = TicksPerSecond();
+  const std::uint64_t ticksPerSecond = TicksPerSecond();
   LARGE_INTEGER now;
   QueryPerformanceCounter(&now);
   const auto ticks = static_cast<std::uint64_t>(now.QuadPart);

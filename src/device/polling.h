@@ -34,8 +34,14 @@ bool AwaitHandle(void* handle, std::uint32_t ms) noexcept;
 // The calling thread is a worker (a jog, a ramp) that has been asked to stop: it has nothing more
 // to wait for. Never true on the host's or the reader's thread. [any]
 bool WorkerAskedToStop() noexcept;
-// Makes the calling thread a worker for as long as it lives: `stop` is polled from then on. [any]
-void BecomeWorker(const Polled<std::uint8_t>& stop) noexcept;
+// Makes the calling thread a worker to the end of the scope: `stop` is polled from then on. [any]
+class WorkerScope {
+ public:
+  explicit WorkerScope(const Polled<std::uint8_t>& stop) noexcept;
+  ~WorkerScope();
+  WorkerScope(const WorkerScope&) = delete;
+  WorkerScope& operator=(const WorkerScope&) = delete;
+};
 
 // Counts the calling thread among those that wait for the reader's news, for its life.
 class NewsWaiter {

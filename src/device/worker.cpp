@@ -23,7 +23,7 @@ struct Start {
 
 unsigned __stdcall Run(void* argument) noexcept {
   const std::unique_ptr<Start> start{static_cast<Start*>(argument)};
-  BecomeWorker(start->record.stopWorkers);
+  const WorkerScope worker{start->record.stopWorkers};
   start->body(start->record);
   if (start->previous) WaitForSingleObject(start->previous.Get(), INFINITE);
   return 0;

@@ -1,6 +1,7 @@
 #include "session/identity.h"
 
 #include <ctime>
+#include <optional>
 
 #include "base/bounded_copy.h"
 #include "base/short_lock.h"
@@ -19,11 +20,12 @@ constexpr int kMostMisses = 3;
 
 // A fresh identity. A host may run each of its devices on a thread of its own.
 GeneratedId FreshIdentity() noexcept {
-  static ShortLock guard;
-  static IdentityNumbers numbers;
+  static constinit ShortLock guard;
+  static constinit std::optional<IdentityNumbers> kept;
   const ShortLockScope lock{guard};
+  IdentityNumbers& numbers = kept ? *kept : kept.emplace();
   numbers.SeedAt(static_cast<std::uint64_t>(std::time(nullptr)));
-  return GenerateControllerId([] { return numbers(); });
+  return GenerateControllerId([&] { return numbers(); });
 }
 
 // Stores a fresh identity here and in the controller.

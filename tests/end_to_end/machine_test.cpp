@@ -108,8 +108,8 @@ TEST(Machine, ARoundFixtureIsSwitchedOffAndOnAgainWithoutLosingTheLinearPosition
   const Settings settings = RoundMachine(1);
   ConnectedMachine machine(kId, settings, FullTable());
   auto& [controller, slots] = machine;
-  // KEEP: of the home the load has kept 6366 steps of the fixture.
-  EXPECT_THAT(slots.Ask("location-round"), StartsWith("-91 250 "));
+  // 6000 steps less a home of one inch, at the 4000 steps per inch of the screw.
+  EXPECT_THAT(slots.Ask("location-round"), StartsWith("500 250 "));
   EXPECT_EQ(slots.Ask("release"), "released");
   ExpectGolden("round_fixture.txt", controller.Transcript());
   Settings expected = settings;
