@@ -8,7 +8,6 @@
 #include <iterator>
 #include <string>
 
-#include "settings/keys.h"
 #include "support/controller_id.h"
 
 namespace k7 {
@@ -28,7 +27,7 @@ class SettingsFileTest : public testing::Test {
     WritePrivateProfileStringW(L"Axis X", L"Motor Steps", text, file_.Path());
   }
   std::int32_t Read(std::int32_t otherwise) const {
-    return file_.ReadInt(keys::kAxisX, keys::kMotorSteps, otherwise);
+    return file_.ReadInt(L"Axis X", L"Motor Steps", otherwise);
   }
 
   const std::wstring id_ = k7test::FreshControllerId();
@@ -42,18 +41,18 @@ TEST_F(SettingsFileTest, IsTheFileOfTheController) {
 
 TEST_F(SettingsFileTest, AMissingFileOrKeyReadsAsTheDefault) {
   EXPECT_EQ(Read(200), 200);
-  EXPECT_EQ(file_.ReadFloat(keys::kAxisX, keys::kScrewPitch, 0.5f), 0.5f);
+  EXPECT_EQ(file_.ReadFloat(L"Axis X", L"Screw Pitch", 0.5f), 0.5f);
   wchar_t text[64];
-  EXPECT_EQ(file_.ReadText(keys::kSettings, keys::kFriendlyName, L"K7", text, 64), 2u);
+  EXPECT_EQ(file_.ReadText(L"Settings", L"FriendlyName", L"K7", text, 64), 2u);
   EXPECT_STREQ(text, L"K7");
 }
 
 TEST_F(SettingsFileTest, AKeyThatIsPresentButEmptyReadsAsZeroNotAsTheDefault) {
   Raw(L"");
   EXPECT_EQ(Read(200), 0);
-  EXPECT_EQ(file_.ReadFloat(keys::kAxisX, keys::kMotorSteps, 0.5f), 0.0f);
+  EXPECT_EQ(file_.ReadFloat(L"Axis X", L"Motor Steps", 0.5f), 0.0f);
   wchar_t text[8] = L"x";
-  EXPECT_EQ(file_.ReadText(keys::kAxisX, keys::kMotorSteps, L"default", text, 8), 0u);
+  EXPECT_EQ(file_.ReadText(L"Axis X", L"Motor Steps", L"default", text, 8), 0u);
   EXPECT_STREQ(text, L"");
 }
 
@@ -90,43 +89,43 @@ TEST_F(SettingsFileTest, AnIntIsReadAsSignedDecimalText) {
 
 TEST_F(SettingsFileTest, AFloatKeyThatHoldsDecimalTextReadsAsZero) {
   Raw(L"0.125");
-  EXPECT_EQ(file_.ReadFloat(keys::kAxisX, keys::kMotorSteps, 0.5f), 0.0f);
+  EXPECT_EQ(file_.ReadFloat(L"Axis X", L"Motor Steps", 0.5f), 0.0f);
 }
 
 TEST_F(SettingsFileTest, WritesAFloatAsTheDecimalTextOfItsBits) {
-  file_.WriteFloat(keys::kEngraveSettings, keys::kCutterLift, 0.125f);
+  file_.WriteFloat(L"Engrave Settings", L"Cutter Lift", 0.125f);
   EXPECT_EQ(Contents(), "[Engrave Settings]\r\nCutter Lift=1040187392\r\n");
-  EXPECT_EQ(file_.ReadFloat(keys::kEngraveSettings, keys::kCutterLift, 1.0f), 0.125f);
-  file_.WriteFloat(keys::kEngraveSettings, keys::kCutterLift, -1.0f);
+  EXPECT_EQ(file_.ReadFloat(L"Engrave Settings", L"Cutter Lift", 1.0f), 0.125f);
+  file_.WriteFloat(L"Engrave Settings", L"Cutter Lift", -1.0f);
   EXPECT_EQ(Contents(), "[Engrave Settings]\r\nCutter Lift=-1082130432\r\n");
-  EXPECT_EQ(file_.ReadFloat(keys::kEngraveSettings, keys::kCutterLift, 1.0f), -1.0f);
+  EXPECT_EQ(file_.ReadFloat(L"Engrave Settings", L"Cutter Lift", 1.0f), -1.0f);
 }
 
 TEST_F(SettingsFileTest, WritesOneKeyAndLeavesTheOthers) {
-  file_.WriteInt(keys::kJogSpeed, keys::kFast, 5000);
-  file_.WriteInt(keys::kJogSpeed, keys::kSlow, -250);
-  file_.WriteInt(keys::kJogSpeed, keys::kFast, 1);
+  file_.WriteInt(L"Jog Speed", L"Fast", 5000);
+  file_.WriteInt(L"Jog Speed", L"Slow", -250);
+  file_.WriteInt(L"Jog Speed", L"Fast", 1);
   EXPECT_EQ(Contents(), "[Jog Speed]\r\nFast=1\r\nSlow=-250\r\n");
 }
 
 TEST_F(SettingsFileTest, WritingNullEmptiesTheKeyInsteadOfRemovingIt) {
-  file_.WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"Oak");
-  file_.WriteText(keys::kEngraveSettings, keys::kMaterialProfile, nullptr);
+  file_.WriteText(L"Engrave Settings", L"Material Profile", L"Oak");
+  file_.WriteText(L"Engrave Settings", L"Material Profile", nullptr);
   EXPECT_EQ(Contents(), "[Engrave Settings]\r\nMaterial Profile=\r\n");
 }
 
 TEST_F(SettingsFileTest, CutsATextToTheBuffer) {
-  file_.WriteText(keys::kSettings, keys::kFriendlyName, L"Workshop");
+  file_.WriteText(L"Settings", L"FriendlyName", L"Workshop");
   wchar_t text[5];
-  EXPECT_EQ(file_.ReadText(keys::kSettings, keys::kFriendlyName, L"", text, 5), 4u);
+  EXPECT_EQ(file_.ReadText(L"Settings", L"FriendlyName", L"", text, 5), 4u);
   EXPECT_STREQ(text, L"Work");
-  EXPECT_EQ(file_.ReadText(keys::kSettings, keys::kFriendlyName, L"", nullptr, 5), 0u);
+  EXPECT_EQ(file_.ReadText(L"Settings", L"FriendlyName", L"", nullptr, 5), 0u);
 }
 
 TEST_F(SettingsFileTest, ReadsAnyFileByPath) {
-  file_.WriteInt(keys::kSpindle, keys::kRampTime, 12);
+  file_.WriteInt(L"Spindle", L"Ramp Time", 12);
   const SettingsFile other{file_.Path()};
-  EXPECT_EQ(other.ReadInt(keys::kSpindle, keys::kRampTime, 30), 12);
+  EXPECT_EQ(other.ReadInt(L"Spindle", L"Ramp Time", 30), 12);
 }
 
 }  // namespace

@@ -132,8 +132,8 @@ TEST_F(Keyboard, TabGoesThroughTheLockedTableSetupByWhatIsNotLocked) {
 }
 
 TEST_F(Keyboard, TabGoesThroughTheTableSetupGroupByGroup) {
-  WriteInt(keys::kBraille, keys::kBeadInsertTool, 1);
-  WriteInt(keys::kDiode, keys::kDiodePointer, 1);
+  WriteInt(L"Braille", L"Bead Insert Tool", 1);
+  WriteInt(L"Diode", L"Diode Pointer", 1);
   OpenUnlockedSetup();
   Type(IDC_TS_FRIENDLY_NAME, L"Bench");  // OK comes alive
   SetFocusTo(IDC_TS_FRIENDLY_NAME);
@@ -187,7 +187,7 @@ TEST_F(Keyboard, EnterInAFieldOfTheSettingsAppliesAndExits) {
   Type(IDC_CS_CUTTER_LIFT, L"0.5");
   FocusAndPress(IDC_CS_CUTTER_LIFT, VK_RETURN);
   EXPECT_EQ(driver_->Result(), 101);
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kCutterLift), 0.5f);
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Cutter Lift"), 0.5f);
 }
 
 TEST_F(Keyboard, EnterInAFieldOfTheSmallDialogsIsOk) {
@@ -215,7 +215,7 @@ TEST_F(Keyboard, EnterInTheTableSetupWaitsForAChange) {
   Type(IDC_TS_SCISSORS, L"2");
   FocusAndPress(IDC_TS_SCISSORS, VK_RETURN);
   EXPECT_EQ(driver_->Result(), 1);
-  EXPECT_EQ(StoredFloat(keys::kSettings, keys::kScissors), 2.0f);
+  EXPECT_EQ(StoredFloat(L"Settings", L"Scissors"), 2.0f);
 }
 
 TEST_F(Keyboard, EnterOnCancelCancels) {
@@ -243,9 +243,9 @@ TEST_F(Keyboard, EscapeCancelsEveryDialog) {
 // -------------------------------------------------------------------------------- access keys
 
 TEST_F(Keyboard, AltLeadsToTheFieldsOfTheSettings) {
-  WriteInt(keys::kEngraveSettings, keys::kMultiPass, 1);
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
-  WriteInt(keys::kAxisRound, keys::kMode, 1);
+  WriteInt(L"Engrave Settings", L"Multi Pass", 1);
+  WriteInt(L"Axis Round", L"Has Round Attachment", 1);
+  WriteInt(L"Axis Round", L"Mode", 1);
   OpenSettings();
   ExpectAccess(L'M', IDC_CS_MATERIAL);
   ExpectAccess(L'Y', IDC_CS_ENGRAVE_TYPE);
