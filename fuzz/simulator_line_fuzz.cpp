@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "simulator/simulator.h"
+#include "app/simulator.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size < 2) return 0;
@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   setup.machine.hardLimits = (data[0] & 0x40) != 0;
   Transcript transcript;
   Simulator simulator(setup, transcript);
-  const int port = simulator.AddStream(kKinds[data[0] % 3], "port");
+  const int port = simulator.AddLink(kKinds[data[0] % 3], "port");
   TimeUs now = 0;
   simulator.HostOpened(port, now);
   const auto drain = [&] {

@@ -20,6 +20,8 @@ class Polled {
     value_.store(value);
     return *this;
   }
+  // Adds to a number, in one step.
+  void Add(T change) noexcept { value_.fetch_add(change); }
   // Stores `value` and returns what stood there, in one step.
   T Exchange(T value) noexcept { return value_.exchange(value); }
 

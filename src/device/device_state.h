@@ -64,7 +64,14 @@ struct LinkState {
   Polled<std::uint8_t> connected{0};    // 1 once the controller has answered; set by [reader]
   Polled<std::uint8_t> readerRun{0};    // 1 keeps the reader running; 0 asks it to stop
   Polled<std::uint8_t> readerAlive{0};  // 1 while the reader runs
-  void* readerThread = nullptr;         // handle; made by AttachLink, closed by DetachLink
+  // 1: nothing will come from the controller any more, so that nobody waits for it. Set by [reader]
+  // when its reads keep failing, and by the sender of a line that failed; cleared by attach.
+  Polled<std::uint8_t> lost{0};
+  // Handles; made by AttachLink, closed by DetachLink.
+  void* readerThread = nullptr;
+  void* readerWake = nullptr;  // auto-reset event: the reader is to look at readerRun now
+  void* newsEvent = nullptr;  // auto-reset event: the reader has changed what somebody may wait for
+  Polled<std::int32_t> newsWaiters{0};  // threads that wait for newsEvent
   // The write side: one line at a time. Made by attach, ended by detach. The one lock that is held
   // across input and output.
   Guarded<WriteQueue*> writeQueue{nullptr};
@@ -130,8 +137,9 @@ struct JobState {
   Guarded<std::int32_t> linesInFlight{0};  // lines sent, not yet begun
   Guarded<std::int32_t> blocksRunning{0};  // lines begun, not yet ended
   Guarded<TagRing> tagRing;
-  Guarded<std::uint8_t> waitFlag{0};  // 1: a tool action is outstanding
-  std::uint8_t firstMove = 0;         // 1: the next travel is the first of its job
+  Guarded<std::uint8_t> waitFlag{0};        // 1: a tool action is outstanding
+  Polled<std::uint32_t> lastReportTick{0};  // ms, of the last line reported queued, begun or ended
+  std::uint8_t firstMove = 0;               // 1: the next travel is the first of its job
   Polled<std::uint8_t> plungeHold{0};
   Polled<std::uint8_t> quietMoves{0};  // 1: the host is not told of moves
   Polled<std::int32_t> zMoveCount{0};  // lifts and plunges of this job

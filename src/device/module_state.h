@@ -10,7 +10,7 @@ namespace k7 {
 struct DeviceState;
 
 // A round fixture is configured; written by every settings load and by the dialogs. One for all
-// controllers: KEEP, one machine at a time is what the settings files assume.
+// controllers. KEEP: one machine at a time is what the settings files assume.
 inline Polled<std::uint8_t> hasRoundAttachment{0};
 
 // A spindle is configured; written by every settings load and by the dialogs.

@@ -6,14 +6,36 @@ namespace k7 {
 
 namespace {
 
+constexpr std::uint64_t kUsPerSecond = 1000000;
+
 // Runs the window procedures of messages that other threads have sent; leaves posted ones queued.
 void DeliverSentMessages() noexcept {
   MSG message;
   PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
 }
 
+// Blocks until `handle` (null: nothing) is signalled or a message has been sent to this thread, at
+// most `ms`. True: the handle is signalled.
+bool Block(HANDLE handle, DWORD ms) noexcept {
+  const DWORD count = handle == nullptr ? 0 : 1;
+  const DWORD result =
+      MsgWaitForMultipleObjectsEx(count, &handle, ms, QS_SENDMESSAGE, MWMO_INPUTAVAILABLE);
+  DeliverSentMessages();
+  if (result == WAIT_FAILED) Sleep(ms);  // no message queue to be had: plain sleep
+  return count == 1 && result == WAIT_OBJECT_0;
+}
+
 // Of the worker that this thread is; null on every other thread.
 thread_local const Polled<std::uint8_t>* workerStop = nullptr;
+
+std::uint64_t TicksPerSecond() noexcept {
+  LARGE_INTEGER frequency;
+  QueryPerformanceFrequency(&frequency);
+  return static_cast<std::uint64_t>(frequency.QuadPart);
+}
+
+// How long a pause sleeps before it looks whether it is still wanted.
+constexpr std::uint32_t kLookMs = 50;
 
 }  // namespace
 
@@ -25,31 +47,47 @@ void BecomeWorker(const Polled<std::uint8_t>& stop) noexcept {
   workerStop = &stop;
 }
 
-std::uint32_t TickMs() noexcept {
-  return GetTickCount();
+std::uint64_t ClockUs() noexcept {
+  static const std::uint64_t ticksPerSecond = TicksPerSecond();
+  LARGE_INTEGER now;
+  QueryPerformanceCounter(&now);
+  const auto ticks = static_cast<std::uint64_t>(now.QuadPart);
+  return ticks / ticksPerSecond * kUsPerSecond +
+         ticks % ticksPerSecond * kUsPerSecond / ticksPerSecond;
 }
 
-void Pause(std::uint32_t ms) noexcept {
+std::uint32_t TickMs() noexcept {
+  return static_cast<std::uint32_t>(ClockUs() / 1000);
+}
+
+bool AwaitHandle(void* handle, std::uint32_t ms) noexcept {
   const std::uint32_t start = TickMs();
   for (;;) {
     const std::uint32_t elapsed = TickMs() - start;
-    if (elapsed >= ms) return;
-    const DWORD result =
-        MsgWaitForMultipleObjectsEx(0, nullptr, ms - elapsed, QS_SENDMESSAGE, MWMO_INPUTAVAILABLE);
-    if (result != WAIT_OBJECT_0) {
-      if (result != WAIT_TIMEOUT) Sleep(ms - elapsed);  // no message queue to be had: plain sleep
-      return;
-    }
-    DeliverSentMessages();
+    if (Block(handle, elapsed < ms ? ms - elapsed : 0)) return true;
+    if (elapsed >= ms) return false;
   }
 }
 
-void SpinOnce() noexcept {
-  if (MsgWaitForMultipleObjectsEx(0, nullptr, 0, QS_SENDMESSAGE, MWMO_INPUTAVAILABLE) ==
-      WAIT_OBJECT_0) {
-    DeliverSentMessages();
+void Pause(std::uint32_t ms) noexcept {
+  AwaitHandle(nullptr, ms);
+}
+
+void Pause(const LinkState& link, std::uint32_t ms) noexcept {
+  const std::uint32_t start = TickMs();
+  while (link.lost == 0) {
+    const std::uint32_t elapsed = TickMs() - start;
+    if (elapsed >= ms) return;
+    Pause(ms - elapsed < kLookMs ? ms - elapsed : kLookMs);
   }
-  SwitchToThread();
+}
+
+void NewsWaiter::Round() const noexcept {
+  Block(link_.newsEvent, kSecondLookMs);
+}
+
+void TellNews(const LinkState& link) noexcept {
+  if (link.newsWaiters > 0) SetEvent(link.newsEvent);
 }
 
 }  // namespace k7

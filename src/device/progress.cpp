@@ -4,6 +4,32 @@
 
 namespace k7 {
 
+namespace {
+
+constexpr std::uint32_t kQuietMs = 2000;
+
+// Of two times of the wrapping clock, the later.
+std::uint32_t Later(std::uint32_t a, std::uint32_t b) noexcept {
+  return a - b < 0x80000000u ? a : b;
+}
+
+template <typename Done>
+void AwaitQueue(DeviceState& record, Done done) noexcept {
+  const JobState& job = record.job;
+  std::uint32_t quietSince = TickMs();
+  bool quiet = false;
+  AwaitReader(record, [&] {
+    if (done()) return true;
+    const std::uint32_t now = TickMs();
+    quietSince = JobOpen(job) != 0 ? now : Later(quietSince, job.lastReportTick);
+    quiet = now - quietSince >= kQuietMs;
+    return quiet;
+  });
+  if (quiet) ForgetMoves(record.job);
+}
+
+}  // namespace
+
 std::int32_t LinesInFlight(const JobState& job) noexcept {
   return job.linesInFlight.ValueOr(0);
 }
@@ -24,12 +50,15 @@ bool MovesRemain(const JobState& job) noexcept {
   return LinesInFlight(job) > 0 || BlocksRunning(job) >= 1;
 }
 
-void WaitForFewerInFlight(JobState& job, std::int32_t lines) noexcept {
-  PollUntil(0, [&] {
-    if (JobOpen(job) == 0) return true;
-    const auto inFlight = job.linesInFlight.Lock();
+void AwaitFewerInFlight(DeviceState& record, std::int32_t lines) noexcept {
+  AwaitQueue(record, [&] {
+    const auto inFlight = record.job.linesInFlight.Lock();
     return !inFlight || *inFlight < lines;
   });
+}
+
+void AwaitNoMoves(DeviceState& record) noexcept {
+  AwaitQueue(record, [&] { return !MovesRemain(record.job); });
 }
 
 void ForgetMoves(JobState& job) noexcept {

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "device/device_state.h"
+#include "device/polling.h"
 
 namespace k7 {
 
@@ -16,14 +17,29 @@ std::uint8_t JobOpen(const JobState& job) noexcept;
 bool IsIdle(const DeviceState& record) noexcept;
 // A line has not begun, or a begun one has not ended. [any]
 bool MovesRemain(const JobState& job) noexcept;
-// Spins, without bound, until fewer than `lines` are in flight; a link that is detached ends the
-// wait. So does the end of the job: outside one the controller reports no block, and what was sent
-// counts until the next job begins. [any]
-void WaitForFewerInFlight(JobState& job, std::int32_t lines) noexcept;
+// Waits, without bound, until `done()`: for what only the reader can bring. A lost link ends it,
+// with both counts 0, and a worker that is asked to stop does not go on with it. False: it ended
+// without `done()`. [any]
+template <typename Done>
+bool AwaitReader(DeviceState& record, Done done) noexcept;
+
+// Waits until the controller has taken so many lines that fewer than `lines` are in flight, and
+// until it has carried out every move. Without bound in a job; outside one, where a controller need
+// not report anything, until nothing has been reported for 2 s, with both counts 0 then. Ends as
+// AwaitReader does. [any]
+void AwaitFewerInFlight(DeviceState& record, std::int32_t lines) noexcept;
+void AwaitNoMoves(DeviceState& record) noexcept;
 // Sets both counts to 0: nothing will be reported of what they still count. [any]
 void ForgetMoves(JobState& job) noexcept;
 // Clears both liveness ticks, also while no link is attached, so that the next liveness check
 // starts afresh after a call that kept the host's thread for long. [any]
 void ClearAliveTicks(LinkState& link) noexcept;
+
+template <typename Done>
+bool AwaitReader(DeviceState& record, Done done) noexcept {
+  if (WaitForReader(record.link, done)) return true;
+  if (record.link.lost != 0) ForgetMoves(record.job);
+  return false;
+}
 
 }  // namespace k7

@@ -13,6 +13,8 @@ namespace k7 {
 
 namespace {
 
+constexpr std::uint32_t kQuitMs = 5;  // from one request to quit to the next
+
 struct Start {
   DeviceState& record;
   WorkerBody body;
@@ -33,12 +35,10 @@ void AwaitWorker(void*& slot) noexcept {
   if (slot == nullptr) return;
   // The host may be releasing the device from within a message of this very worker.
   if (InSendMessage()) ReplyMessage(0);
-  PollUntil(5, [&] {
-    if (WaitForSingleObject(slot, 0) != WAIT_TIMEOUT) return true;
+  do {
     // Closes a message box that the worker shows, now or later.
     PostThreadMessageW(GetThreadId(slot), WM_QUIT, 0, 0);
-    return false;
-  });
+  } while (!AwaitHandle(slot, kQuitMs));
   CloseHandle(slot);
   slot = nullptr;
 }

@@ -12,7 +12,7 @@ namespace k7 {
 
 namespace {
 
-constexpr std::uint32_t kPollMs = 50;
+constexpr std::uint32_t kLookMs = 50;
 constexpr std::int64_t kAirZDrainMs = 5000;  // and the engrave delay on top
 
 // The modes that probe cannot start with the probe already touched.
@@ -55,16 +55,17 @@ void DrainMoves(DeviceState& record) noexcept {
   const std::uint32_t start = TickMs();
   const std::int64_t boundMs = kAirZDrainMs + record.tools.engraveDelayMs;
   std::uint32_t noted = start;
-  while (MovesRemain(record.job) && !WorkerAskedToStop()) {
-    Pause(kPollMs);
-    if (record.tools.cutterMode != kCutterAirZ) continue;
-    // KEEP: the time is noted after the comparison, so the deadline is seen one pause late.
-    if (static_cast<std::int64_t>(noted - start) < boundMs) {
-      noted = TickMs();
-    } else {
-      ForgetMoves(record.job);
-    }
-  }
+  std::uint32_t nextLook = start + kLookMs;
+  AwaitReader(record, [&] {
+    if (!MovesRemain(record.job)) return true;
+    const std::uint32_t now = TickMs();
+    if (record.tools.cutterMode != kCutterAirZ || now - nextLook >= 0x80000000u) return false;
+    // KEEP: the time is noted after the comparison, so the deadline is seen one look late.
+    if (static_cast<std::int64_t>(noted - start) >= boundMs) ForgetMoves(record.job);
+    noted = now;
+    nextLook = now + kLookMs;
+    return false;
+  });
 }
 
 }  // namespace
@@ -81,7 +82,7 @@ bool BeginJob(DeviceState& record) noexcept {
   SendLine(record.link, commands::kJobOutputOn);
   SendLine(record.link, commands::kBlockMessagesOn);
   // No bound: a controller that never confirms holds the host here.
-  PollUntil(kPollMs, [&] { return JobOpen(record.job) != 0; });
+  AwaitReader(record, [&] { return JobOpen(record.job) != 0; });
   record.link.alive.Set({});
   jobAbortRequest = 0;
   return true;
@@ -92,7 +93,7 @@ void EndJob(DeviceState& record) noexcept {
   DrainMoves(record);
   SendLine(record.link, commands::kBlockMessagesOff);
   // No bound while the controller does not confirm; a mutex that cannot be taken ends it.
-  PollUntil(kPollMs, [&] { return JobOpen(record.job) != 1; });
+  AwaitReader(record, [&] { return JobOpen(record.job) != 1; });
   SendLine(record.link, commands::kJobOutputOff);
   ClearAliveTicks(record.link);
   record.job.firstMove = 0;

@@ -44,12 +44,12 @@ void ReportStep(DeviceState& record, Axis axis) noexcept {
 }
 
 void StepWhileKeyIsHeld(DeviceState& record, const JogPlan& plan) noexcept {
-  while (!WorkerAskedToStop()) {
+  while (!WorkerAskedToStop() && record.link.lost == 0) {
     const std::int32_t position = WrapAdd(record.position.last[plan.axis], plan.stepSteps);
     if (!JogMayReach(plan, position)) return;
     // A step too small to move anything: the key alone ends this, at a bearable pace.
     if (SendStep(record, plan.axis, position) != kStatusSent) Pause(10);
-    WaitForFewerInFlight(record.job, plan.maxOutstanding);
+    AwaitFewerInFlight(record, plan.maxOutstanding);
     ReportStep(record, plan.axis);
     if (!WorkerKeyHeld(record.jog.jogKey)) return;
   }

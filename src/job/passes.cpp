@@ -12,8 +12,6 @@ namespace k7 {
 
 namespace {
 
-constexpr std::uint32_t kPollMs = 50;
-
 void TakePassDepth(PassState& passes, std::uint32_t pass) {
   passes.currentPass = pass;
   if (!passes.passDepths || pass < 1 || pass > passes.passCount) return;
@@ -37,7 +35,7 @@ void PlungeAgain(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) 
 std::uint32_t StartPass(DeviceState& record, std::uint32_t pass, std::uint32_t hostX,
                         std::uint32_t hostY, wchar_t* status, std::int32_t size) noexcept {
   if (record.link.connected != 1) return 0;
-  PollUntil(kPollMs, [&] { return !MovesRemain(record.job); });
+  AwaitReader(record, [&] { return !MovesRemain(record.job); });
   TakePassDepth(record.passes, pass);
   if (record.tools.cutterState == kCutterDown) PlungeAgain(record, hostX, hostY);
   const PassStatus line{.pass = pass,

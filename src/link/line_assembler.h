@@ -1,5 +1,5 @@
-// LineAssembler: makes lines of the bytes that one-byte reads bring. Pure: it decides, the reader
-// carries out.
+// LineAssembler: makes lines of the bytes that the link brings, each as if it had been read alone.
+// Pure: it decides, the reader carries out.
 #pragma once
 
 #include <cstddef>
@@ -17,7 +17,7 @@ class LineAssembler {
   static constexpr std::size_t kLimit = 256;
 
   enum class Step {
-    Read,   // start a one-byte read into Target()
+    Read,   // the next byte is wanted at Target()
     Wait,   // the read is outstanding: wait for it
     Line,   // Line() is complete; handle it, then Begin() the next
     Fatal,  // the 256th byte of a line: the process is to end at once
@@ -34,6 +34,8 @@ class LineAssembler {
   Step Failed(bool run) noexcept;                            // at once or while waited for
 
   bool IsReadOutstanding() const noexcept { return pending_; }
+  // The line has a byte already.
+  bool IsBegun() const noexcept { return count_ > 0; }
   // Where the next byte goes; stays while a read is outstanding.
   char* Target() noexcept { return &bytes_[count_]; }
   // The text of the line: what stands before its first zero byte.

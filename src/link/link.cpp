@@ -19,7 +19,6 @@ namespace {
 // The rest of the link fails quietly after a failed write; a pause keeps a sender in a loop from
 // hammering it.
 constexpr DWORD kLostLinkPauseMs = 250;
-constexpr std::uint32_t kReaderPollMs = 200;
 
 }  // namespace
 
@@ -32,6 +31,9 @@ void AttachLink(DeviceState& record, LinkHandle link, std::uint32_t linkType,
   state.linkType = linkType;
   ForEachGuarded(record, [](auto& guarded) { guarded.Open(); });
   state.alive.Set({});
+  state.lost = 0;
+  state.newsEvent = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+  state.readerWake = CreateEventW(nullptr, FALSE, FALSE, nullptr);
   state.readerRun = 1;
   state.writeQueue.Set(new (std::nothrow) WriteQueue{link, linkType});
   StartReader(record);
@@ -41,7 +43,12 @@ void DetachLink(DeviceState& record, std::uint32_t linkType) noexcept {
   LinkState& state = record.link;
   CopyText(state.portName, static_cast<const wchar_t*>(nullptr));
   state.readerRun = 0;
-  PollUntil(kReaderPollMs, [&] { return state.readerAlive != 1; });
+  if (state.readerWake != nullptr) SetEvent(state.readerWake);
+  {
+    // The host can set the mark itself (slot 120), so that there may be no reader to end it.
+    const NewsWaiter waiter{state};
+    while (state.readerAlive == 1) waiter.Round();
+  }
   JoinReader(record);
   {
     const auto queue = state.writeQueue.Lock();
@@ -51,6 +58,10 @@ void DetachLink(DeviceState& record, std::uint32_t linkType) noexcept {
     state.linkType = linkType;
   }
   ForEachGuarded(record, [](auto& guarded) { guarded.Close(); });
+  for (void** const event : {&state.newsEvent, &state.readerWake}) {
+    if (*event != nullptr) CloseHandle(*event);
+    *event = nullptr;
+  }
 }
 
 void SendLine(LinkState& state, const char* line) noexcept {
@@ -58,10 +69,15 @@ void SendLine(LinkState& state, const char* line) noexcept {
   const auto queue = state.writeQueue.Lock();
   if (!queue || state.linkHandle == nullptr || *queue == nullptr) return;
   if (state.linkType != kLinkSerial && state.linkType != kLinkTcp) return;
-  if ((*queue)->Write(line, std::strlen(line)) == WriteResult::Lost) {
-    state.readerRun = 0;
-    Sleep(kLostLinkPauseMs);
-  }
+  // Nothing is waited for any more on a lost link.
+  const bool alreadyLost = state.lost != 0;
+  const DWORD waitMs = alreadyLost ? 0 : WriteQueue::kWaitMs;
+  if ((*queue)->Write(line, std::strlen(line), waitMs) != WriteResult::Lost || alreadyLost) return;
+  state.readerRun = 0;
+  state.lost = 1;
+  SetEvent(state.readerWake);
+  TellNews(state);
+  Sleep(kLostLinkPauseMs);
 }
 
 void PumpWrites(LinkState& state) noexcept {
@@ -81,6 +97,7 @@ std::int32_t CheckAlive(LinkState& state) noexcept {
     } else {
       alive = IsRecentAnswer(ticks->lastCheckTick, ticks->lastAnswerTick) ? 1 : 0;
     }
+    if (state.lost != 0) alive = 0;
   }
   SendLine(state, commands::kSignOfLife);
   return alive;

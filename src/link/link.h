@@ -31,8 +31,8 @@ void SendLine(LinkState& state, const char* line) noexcept;
 void PumpWrites(LinkState& state) noexcept;
 
 // Sends "SmoothieIsConnected\n"; 1 when the last answer is at most 2000 ms old, else 0. The first
-// check after an attach counts as an answer. 1 and nothing else when the ticks cannot be locked,
-// as on a detached record. [host]
+// check after an attach counts as an answer. 0 on a lost link. 1 and nothing else on a detached
+// record. [host]
 std::int32_t CheckAlive(LinkState& state) noexcept;
 
 // The rule of CheckAlive: whether an answer at `answerMs` still counts at `nowMs`. The clock wraps.

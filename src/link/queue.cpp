@@ -7,11 +7,23 @@
 
 namespace k7 {
 
+namespace {
+
+// A line that is broken off more often than this is not getting through.
+constexpr int kMostAborted = 10;
+
+}  // namespace
+
 WriteQueue::WriteQueue(LinkHandle link, std::uint32_t linkType) noexcept
     : io_(link, linkType), done_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
 
 WriteQueue::~WriteQueue() {
-  if (first_ && first_->started) io_.CancelAndWait(first_->block);
+  if (first_ && first_->started && !io_.Cancel(first_->block, LinkIo::Direction::Write)) {
+    std::unique_ptr<Line> rest = std::move(first_->next);
+    static_cast<void>(first_.release());
+    static_cast<void>(done_.Release());  // the block signals it
+    first_ = std::move(rest);
+  }
   while (first_) PopFirst();
 }
 
@@ -46,9 +58,12 @@ WriteResult WriteQueue::Advance(const Line* own) noexcept {
       if (!io_.Finish(line.block, count, flags)) {
         const DWORD error = GetLastError();
         if (error == ERROR_IO_INCOMPLETE) break;
-        // Windows breaks off the writes of a thread that ends (a jog's, for one). The rest of the
-        // line is started again, by the thread that is here now.
-        if (error == ERROR_OPERATION_ABORTED && &line != own) {
+        // Windows breaks off the writes of a thread that ends (a jog's, for one), and those of a
+        // port on which another program had left fAbortOnError on. The rest of the line is started
+        // again, by the thread that is here now.
+        if (error == ERROR_OPERATION_ABORTED && line.aborted < kMostAborted) {
+          io_.ClearError();
+          ++line.aborted;
           line.written += count;
           line.started = false;
           continue;
@@ -56,12 +71,17 @@ WriteResult WriteQueue::Advance(const Line* own) noexcept {
         lost = true;
       }
     } else {
-      ResetEvent(done_.Get());
       const IoStart start =
           io_.StartWrite(line.bytes.get() + line.written, line.size - line.written, line.block);
       if (start == IoStart::Pending) {
         line.started = true;
         break;
+      }
+      if (start == IoStart::Failed && GetLastError() == ERROR_OPERATION_ABORTED &&
+          line.aborted < kMostAborted) {
+        io_.ClearError();
+        ++line.aborted;
+        continue;
       }
     }
     const bool wasOwn = &line == own;
@@ -79,16 +99,17 @@ WriteResult WriteQueue::Advance(const Line* own) noexcept {
   return first_ ? WriteResult::Outstanding : WriteResult::Gone;
 }
 
-WriteResult WriteQueue::Write(const char* bytes, std::size_t size) noexcept {
+WriteResult WriteQueue::Write(const char* bytes, std::size_t size, DWORD waitMs) noexcept {
   const Line* const own = Append(bytes, size);
   if (own == nullptr) return WriteResult::Gone;
   const std::uint32_t start = TickMs();
   WriteResult result = Advance(own);
   while (result == WriteResult::Outstanding) {
     const std::uint32_t elapsedMs = TickMs() - start;
-    // Sent messages stay out: a window procedure that sent a line would do so inside this one.
-    if (elapsedMs >= kWaitMs ||
-        WaitForSingleObject(done_.Get(), kWaitMs - elapsedMs) != WAIT_OBJECT_0) {
+    // Sent messages are not let through here: a window procedure that sends a line would do so in
+    // the middle of this one.
+    if (elapsedMs >= waitMs ||
+        WaitForSingleObject(done_.Get(), waitMs - elapsedMs) != WAIT_OBJECT_0) {
       break;
     }
     result = Advance(own);

@@ -28,14 +28,15 @@ class WriteQueue {
   static constexpr DWORD kWaitMs = 100;
 
   WriteQueue(LinkHandle link, std::uint32_t linkType) noexcept;
-  // Cancels what is outstanding and waits until the kernel has let go of it; drops the rest.
+  // Cancels what is outstanding and drops the rest. A line of which a driver does not let go stays
+  // in memory for ever.
   ~WriteQueue();
   WriteQueue(const WriteQueue&) = delete;
   WriteQueue& operator=(const WriteQueue&) = delete;
 
-  // Takes a copy of the bytes, puts it behind the lines before it, and waits up to kWaitMs for it.
+  // Takes a copy of the bytes, puts it behind the lines before it, and waits up to `waitMs` for it.
   // Without memory for the copy the line is dropped (Gone).
-  WriteResult Write(const char* bytes, std::size_t size) noexcept;
+  WriteResult Write(const char* bytes, std::size_t size, DWORD waitMs = kWaitMs) noexcept;
 
   // Takes finished lines out and starts the next.
   void Pump() noexcept;
@@ -52,6 +53,7 @@ class WriteQueue {
     DWORD size = 0;
     DWORD written = 0;  // by earlier starts that were broken off
     bool started = false;
+    int aborted = 0;  // starts that somebody broke off
     std::unique_ptr<Line> next;
   };
 

@@ -4,6 +4,8 @@
 #include <windows.h>
 
 #include <atomic>
+#include <memory>
+#include <new>
 
 #include "base/handles.h"
 #include "device/polling.h"
@@ -19,35 +21,64 @@ namespace {
 
 using Step = LineAssembler::Step;
 
+// How long a wait for the link goes on before the reader looks around.
 constexpr DWORD kReadWaitMs = 500;
+// How long a begun line waits for its next byte before it is handled as it stands: on a real port
+// the bytes of one line come apart, and a progress reply that is lost strands the machine.
+constexpr std::uint32_t kBegunLineMs = 20;
+// Reads that have failed for so long will not succeed again.
+constexpr std::uint32_t kLostMs = 2000;
+// Between two reads of which the first failed, or brought nothing on a link that has no event for
+// the arrival of a byte.
+constexpr DWORD kRetryMs = 5;
+// A port that does not tell of a byte's arrival, or tells late, is looked at so often.
+constexpr DWORD kArrivalMs = 10;
 
-// Ends the process as a broken bound does, without running any handler: a controller that sends 256
-// bytes without a line end has lost its mind, and what it says must not reach the machine's state.
+// Ends the process as a broken bound does, without running any handler. What sends 256 bytes
+// without a line end is no controller, and nothing that it says may reach the machine's state.
 [[noreturn]] void EndProcess() noexcept {
   TerminateProcess(GetCurrentProcess(), static_cast<UINT>(STATUS_STACK_BUFFER_OVERRUN));
   for (;;) Sleep(INFINITE);
 }
 
+// One operation on the link, with its block and its event. On the heap: a driver that ignores
+// cancellation keeps it, and it is left to that driver then.
+struct Operation {
+  Operation() noexcept { block.hEvent = event.Get(); }
+
+  UniqueHandle event{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+  OVERLAPPED block{};
+  DWORD flags = 0x8000;  // "partial", as the first read of a TCP link has always asked for
+  DWORD events = 0;      // of a wait for the arrival of a byte
+  char bytes[256];       // of a read
+  bool outstanding = false;
+};
+
 // The read side of one link, for the life of the reader thread.
 class ReadSide {
  public:
   explicit ReadSide(DeviceState& record) noexcept
-      : record_(record), io_(record.link.linkHandle, record.link.linkType) {
-    block_.hEvent = event_.Get();
-  }
-  // The kernel owns the block and the line's bytes until the read is over.
+      : record_(record),
+        io_(record.link.linkHandle, record.link.linkType),
+        read_(new (std::nothrow) Operation),
+        arrival_(new (std::nothrow) Operation) {}
   ~ReadSide() {
-    if (assembler_.IsReadOutstanding()) io_.CancelAndWait(block_);
+    TakeBack(read_);
+    if (arrival_ != nullptr && arrival_->outstanding) io_.EndWaitForByte();
+    TakeBack(arrival_);
   }
   ReadSide(const ReadSide&) = delete;
   ReadSide& operator=(const ReadSide&) = delete;
+
+  // Memory for it could be had.
+  bool IsReady() const noexcept { return read_ != nullptr && arrival_ != nullptr; }
 
   // The text of the next line; empty when none is to be handled.
   std::string_view ReadLine() noexcept {
     Step step = assembler_.Begin();
     while (step != Step::Line) {
       if (step == Step::Fatal) EndProcess();
-      step = step == Step::Read ? StartRead() : WaitForRead();
+      step = step == Step::Read ? NextByte() : AwaitRead();
       PumpWrites(record_.link);
     }
     return assembler_.Line();
@@ -56,43 +87,184 @@ class ReadSide {
  private:
   bool Run() const noexcept { return record_.link.readerRun == 1; }
 
-  Step StartRead() noexcept {
-    switch (io_.StartRead(assembler_.Target(), block_, flags_)) {
-      case IoStart::Pending:
-        return assembler_.Pending(Run());
-      case IoStart::Completed: {
-        DWORD count = 0;
-        if (io_.Finish(block_, count, flags_)) return assembler_.Completed(count, Run());
-        return assembler_.Failed(Run());
-      }
-      case IoStart::Failed:
-        break;
-    }
-    return assembler_.Failed(Run());
+  void TakeBack(std::unique_ptr<Operation>& operation) noexcept {
+    if (operation == nullptr || !operation->outstanding) return;
+    if (!io_.Cancel(operation->block, LinkIo::Direction::Read))
+      static_cast<void>(operation.release());
   }
 
-  // Waits for the byte, and meanwhile for writes that nobody else waits for.
-  Step WaitForRead() noexcept {
-    HANDLE events[] = {event_.Get(), nullptr};
-    DWORD eventCount = 1;
-    if (const WriteQueue* const queue = record_.link.writeQueue.Alone();
-        queue != nullptr && queue->HasOutstanding()) {
-      events[eventCount++] = queue->DoneEvent();
+  // Of the bytes that were read ahead, else of the link.
+  Step NextByte() noexcept {
+    if (next_ == have_) return StartRead();
+    *assembler_.Target() = read_->bytes[next_++];
+    return assembler_.Completed(1, Run());
+  }
+
+  Step StartRead() noexcept {
+    for (;;) {
+      DWORD count = 0;
+      switch (Start(count)) {
+        case IoStart::Pending:
+          return assembler_.Pending(Run());
+        case IoStart::Failed:
+          return assembler_.Failed(Run());
+        case IoStart::Completed:
+          break;
+      }
+      if (count > 0) {
+        Take(count);
+        return NextByte();
+      }
+      // An idle serial port has nothing to read: its event says when there is. A begun line is only
+      // waited for so long.
+      const DWORD wait = assembler_.IsBegun() ? MsLeftOfBegunLine() : kReadWaitMs;
+      if (wait > 0) AwaitArrival(wait);
+      if (!Run() || !assembler_.IsBegun() || wait == 0) {
+        silent_ = false;
+        return assembler_.Completed(0, Run());
+      }
     }
-    if (WaitForMultipleObjects(eventCount, events, FALSE, kReadWaitMs) != WAIT_OBJECT_0) {
-      return assembler_.StillPending(Run());
+  }
+
+  // Starts a read; `count` is what it brought when it has completed. Keeps the account of failures.
+  IoStart Start(DWORD& count) noexcept {
+    IoStart start = io_.StartRead(read_->bytes, sizeof read_->bytes, read_->block, read_->flags);
+    DWORD error = GetLastError();
+    if (start == IoStart::Completed && !io_.Finish(read_->block, count, read_->flags)) {
+      start = IoStart::Failed;
+      error = GetLastError();
+    }
+    read_->outstanding = start == IoStart::Pending;
+    const bool closed = start == IoStart::Completed && count == 0 && !io_.IsSerial();
+    if (start == IoStart::Failed || closed) {
+      OnFailure(error);
+    } else {
+      failing_ = false;
+    }
+    return start;
+  }
+
+  // Waits for an outstanding read, and meanwhile for writes that nobody else waits for.
+  Step AwaitRead() noexcept {
+    const bool bounded = silent_ && assembler_.IsBegun();
+    const DWORD wait = bounded ? MsLeftOfBegunLine() : kReadWaitMs;
+    if (!AwaitEvent(read_->event.Get(), wait)) {
+      if (!bounded || MsLeftOfBegunLine() > 0) return assembler_.StillPending(Run());
+      silent_ = false;
+      return Step::Line;
     }
     DWORD count = 0;
-    if (io_.Finish(block_, count, flags_)) return assembler_.WaitCompleted(count, Run());
-    if (GetLastError() == ERROR_IO_INCOMPLETE) return assembler_.StillPending(Run());
-    return assembler_.Failed(Run());
+    if (!io_.Finish(read_->block, count, read_->flags)) {
+      const DWORD error = GetLastError();
+      if (error == ERROR_IO_INCOMPLETE) return assembler_.StillPending(Run());
+      read_->outstanding = false;
+      OnFailure(error);
+      return assembler_.Failed(Run());
+    }
+    read_->outstanding = false;
+    if (count > 0) {
+      failing_ = false;
+      Take(count);
+      *assembler_.Target() = read_->bytes[next_++];
+      return assembler_.WaitCompleted(1, Run());
+    }
+    return OnWaitBroughtNothing();
+  }
+
+  // A connection that was closed, or a serial port whose driver ends idle reads by itself.
+  Step OnWaitBroughtNothing() noexcept {
+    if (!io_.IsSerial()) {
+      OnFailure(ERROR_SUCCESS);
+      return assembler_.WaitCompleted(0, Run());
+    }
+    failing_ = false;
+    const DWORD wait = assembler_.IsBegun() ? MsLeftOfBegunLine() : kReadWaitMs;
+    if (wait > 0) AwaitArrival(wait);
+    if (!Run() || wait == 0 || !assembler_.IsBegun()) {
+      silent_ = false;
+      return assembler_.WaitCompleted(0, Run());
+    }
+    DWORD count = 0;
+    switch (Start(count)) {
+      case IoStart::Pending:
+        return assembler_.StillPending(Run());
+      case IoStart::Failed:
+        return assembler_.Failed(Run());
+      case IoStart::Completed:
+        break;
+    }
+    if (count == 0) return OnWaitBroughtNothing();
+    Take(count);
+    *assembler_.Target() = read_->bytes[next_++];
+    return assembler_.WaitCompleted(1, Run());
+  }
+
+  void Take(DWORD count) noexcept {
+    next_ = 0;
+    have_ = count;
+    silent_ = false;
+  }
+
+  // From the first read that brought nothing, so that a thread that was held up reads once more.
+  DWORD MsLeftOfBegunLine() noexcept {
+    const std::uint32_t now = TickMs();
+    if (!silent_) silentSinceMs_ = now;
+    silent_ = true;
+    const std::uint32_t silentMs = now - silentSinceMs_;
+    return silentMs < kBegunLineMs ? kBegunLineMs - silentMs : 0;
+  }
+
+  void OnFailure(DWORD error) noexcept {
+    // Somebody has broken off the port's operations (another program had left fAbortOnError on).
+    if (error == ERROR_OPERATION_ABORTED && Run()) io_.ClearError();
+    const std::uint32_t now = TickMs();
+    if (!failing_) failingSinceMs_ = now;
+    failing_ = true;
+    if (now - failingSinceMs_ >= kLostMs && record_.link.lost == 0) {
+      record_.link.lost = 1;
+      TellNews(record_.link);
+    }
+    AwaitEvent(nullptr, kRetryMs);
+  }
+
+  // Waits until a byte has arrived at an idle port, at most `ms`.
+  void AwaitArrival(DWORD ms) noexcept {
+    if (ms > kArrivalMs) ms = kArrivalMs;
+    if (!arrival_->outstanding) {
+      const IoStart start = io_.StartWaitForByte(arrival_->events, arrival_->block);
+      if (start == IoStart::Completed) return;
+      if (start == IoStart::Failed) {
+        AwaitEvent(nullptr, ms < kRetryMs ? ms : kRetryMs);
+        return;
+      }
+      arrival_->outstanding = true;
+    }
+    if (AwaitEvent(arrival_->event.Get(), ms)) arrival_->outstanding = false;
+  }
+
+  // Waits for the event (null: for none), at most `ms`; less when the reader is to stop, or when a
+  // write has to go on. True: it is signalled.
+  bool AwaitEvent(HANDLE event, DWORD ms) noexcept {
+    HANDLE events[3];
+    DWORD count = 0;
+    if (event != nullptr) events[count++] = event;
+    events[count++] = record_.link.readerWake;
+    if (const WriteQueue* const queue = record_.link.writeQueue.Alone();
+        queue != nullptr && queue->HasOutstanding()) {
+      events[count++] = queue->DoneEvent();
+    }
+    const DWORD result = WaitForMultipleObjects(count, events, FALSE, ms);
+    return event != nullptr && result == WAIT_OBJECT_0;
   }
 
   DeviceState& record_;
   LinkIo io_;
-  UniqueHandle event_{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
-  OVERLAPPED block_{};
-  DWORD flags_ = 0x8000;  // "partial", as the first read of a TCP link has always asked for
+  std::unique_ptr<Operation> read_, arrival_;
+  DWORD next_ = 0, have_ = 0;  // of the bytes read ahead: the next to hand out, and their end
+  bool silent_ = false;        // a read has brought nothing since the last byte
+  std::uint32_t silentSinceMs_ = 0;
+  bool failing_ = false;
+  std::uint32_t failingSinceMs_ = 0;
   LineAssembler assembler_;
 };
 
@@ -106,16 +278,17 @@ void RunReader(DeviceState& record, std::atomic<bool>& announced) noexcept {
     ReadSide reading{record};
     record.link.readerAlive = 1;
     announced.store(true);  // from here on `announced` belongs to nobody
-    do {
-      const std::string_view line = reading.ReadLine();
-      if (line.empty()) {
-        SwitchToThread();  // KEEP: an idle serial link is polled without sleeping
-      } else {
-        HandleLine(record, line);
-      }
-    } while (record.link.readerRun == 1);
+    TellNews(record.link);
+    if (reading.IsReady()) {
+      do {
+        if (const std::string_view line = reading.ReadLine(); !line.empty()) {
+          HandleLine(record, line);
+        }
+      } while (record.link.readerRun == 1);
+    }
   }
   record.link.readerAlive = 0;
+  TellNews(record.link);
 }
 
 unsigned __stdcall ReaderMain(void* argument) noexcept {
@@ -131,12 +304,15 @@ void StartReader(DeviceState& record) noexcept {
   record.link.readerThread =
       reinterpret_cast<void*>(_beginthreadex(nullptr, 0, ReaderMain, &start, 0, nullptr));
   if (record.link.readerThread == nullptr) return;
-  PollUntil(0, [&] { return start.announced.load(); });
+  // Not WaitForReader: `start` must outlive the announcement, whatever becomes of the link.
+  const NewsWaiter waiter{record.link};
+  while (!start.announced.load()) waiter.Round();
 }
 
 void JoinReader(DeviceState& record) noexcept {
   if (record.link.readerThread == nullptr) return;
-  PollUntil(1, [&] { return WaitForSingleObject(record.link.readerThread, 0) != WAIT_TIMEOUT; });
+  while (!AwaitHandle(record.link.readerThread, kReadWaitMs)) {
+  }
   CloseHandle(record.link.readerThread);
   record.link.readerThread = nullptr;
 }

@@ -22,14 +22,26 @@ void Add(Guarded<std::int32_t>& count, std::int32_t change) noexcept {
 // A dwell of the tool where it is. KEEP: by watching the clock; a sleep would add up to a time
 // slice to every hole of a drilled job.
 void Dwell(const Tools& tools) noexcept {
-  const std::uint32_t start = TickMs();
-  const auto delayMs = static_cast<std::uint32_t>(tools.engraveDelayMs.Get());
-  std::uint32_t spentMs = 0;
-  while (spentMs < delayMs) {
+  const std::uint64_t startUs = ClockUs();
+  const auto delayUs = static_cast<std::uint64_t>(tools.engraveDelayMs.Get()) * 1000;
+  std::uint64_t spentUs = 0;
+  while (spentUs < delayUs) {
     SwitchToThread();
-    spentMs = TickMs() - start;
+    spentUs = ClockUs() - startUs;
   }
-  totalDwellMs = totalDwellMs + spentMs;
+  totalDwellMs = totalDwellMs + static_cast<std::uint32_t>(spentUs / 1000);
+}
+
+// A sender that waits for the tool goes on.
+void EndToolWait(DeviceState& record) noexcept {
+  record.job.waitFlag.Set(0);
+  TellNews(record.link);
+}
+
+// The reader has heard of the progress of a move.
+void NoteReport(DeviceState& record) noexcept {
+  record.job.lastReportTick = TickMs();
+  TellNews(record.link);
 }
 
 bool IsHostTold(CommandTag tag) noexcept {
@@ -37,9 +49,11 @@ bool IsHostTold(CommandTag tag) noexcept {
 }
 
 void OnQueued(DeviceState& record) noexcept {
+  record.job.lastReportTick = TickMs();
   if (IsSilent(record)) return;
-  if (IsHostTold(TakeTag(record.job, &TagRing::queuedIndex)))
+  if (IsHostTold(TakeTag(record.job, &TagRing::queuedIndex))) {
     NotifyHost(record.notify, record.notify.msgQueued);
+  }
 }
 
 void OnBegun(DeviceState& record) noexcept {
@@ -47,6 +61,7 @@ void OnBegun(DeviceState& record) noexcept {
   // just then ends while it has begun.
   Add(record.job.linesInFlight, -1);
   Add(record.job.blocksRunning, 1);
+  NoteReport(record);
   if (IsSilent(record)) return;
   if (IsHostTold(TakeTag(record.job, &TagRing::startedIndex))) {
     NotifyHost(record.notify, record.notify.msgStarted);
@@ -58,13 +73,14 @@ void ToolOn(DeviceState& record) noexcept {
   if (record.tools.cutterMode == kCutterAirZ) {
     if (record.tools.dontLowerAirZ == 0) {
       SendLine(record.link, commands::kToolOn);
-      if (record.tools.engraveDelayMs > 0)
+      if (record.tools.engraveDelayMs > 0) {
         Sleep(static_cast<DWORD>(record.tools.engraveDelayMs.Get()));
+      }
     }
-    record.job.waitFlag.Set(0);
+    EndToolWait(record);
   } else if (record.tools.engraveDelayMs >= 1) {
     Dwell(record.tools);
-    record.job.waitFlag.Set(0);
+    EndToolWait(record);
   }
 }
 
@@ -72,11 +88,12 @@ void ToolOn(DeviceState& record) noexcept {
 void ToolOff(DeviceState& record) noexcept {
   if (record.tools.cutterMode != kCutterAirZ) return;
   if (record.tools.dontLowerAirZ == 0) SendLine(record.link, commands::kToolOff);
-  record.job.waitFlag.Set(0);
+  EndToolWait(record);
 }
 
 void OnEnded(DeviceState& record) noexcept {
   Add(record.job.blocksRunning, -1);
+  NoteReport(record);
   if (IsSilent(record)) return;
   const CommandTag tag = TakeTag(record.job, &TagRing::finishedIndex);
   // KEEP: with nobody to tell, the tools are not switched either.
@@ -94,7 +111,7 @@ void OnEnded(DeviceState& record) noexcept {
     case CommandTag::LoneDwell:
       if (record.tools.engraveDelayMs > 0) {
         Dwell(record.tools);
-        record.job.waitFlag.Set(0);
+        EndToolWait(record);
       }
       NotifyHost(record.notify, record.notify.msgFinished);
       break;
@@ -147,10 +164,7 @@ void OnSwitches(DeviceState& record, std::string_view report) noexcept {
   record.switches.switchesRead = 1;
 }
 
-}  // namespace
-
-void HandleLine(DeviceState& record, std::string_view line) noexcept {
-  const Reply reply = FindReply(line);
+void CarryOut(DeviceState& record, std::string_view line, const Reply& reply) noexcept {
   switch (reply.kind) {
     case ReplyKind::Queued:
       return OnQueued(record);
@@ -191,6 +205,22 @@ void HandleLine(DeviceState& record, std::string_view line) noexcept {
     case ReplyKind::Position:
     case ReplyKind::Unknown:
       return;
+  }
+}
+
+}  // namespace
+
+void HandleLine(DeviceState& record, std::string_view line) noexcept {
+  const Reply reply = FindReply(line);
+  CarryOut(record, line, reply);
+  switch (reply.kind) {
+    case ReplyKind::Unknown:
+    case ReplyKind::Queued:
+    case ReplyKind::Begun:  // told before the host was notified
+    case ReplyKind::Ended:
+      return;
+    default:
+      TellNews(record.link);
   }
 }
 

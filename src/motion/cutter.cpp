@@ -19,10 +19,11 @@ bool ReaderWillAct(const DeviceState& record) noexcept {
          JobOpen(record.job) != 0;
 }
 
-// Spins, without bound, until the reader clears the flag; a reader that has been stopped by a
+// Waits, without bound, until the reader clears the flag; a reader that has been stopped by a
 // broken link never will.
-void WaitForReader(const DeviceState& record) noexcept {
-  PollUntil(0, [&] { return record.job.waitFlag.ValueOr(0) != 1 || record.link.readerRun != 1; });
+void WaitForTool(DeviceState& record) noexcept {
+  AwaitReader(record,
+              [&] { return record.job.waitFlag.ValueOr(0) != 1 || record.link.readerRun != 1; });
 }
 
 }  // namespace
@@ -39,13 +40,12 @@ std::uint32_t MoveCutter(DeviceState& record, std::int32_t z, CommandTag tag,
   }
   record.job.zMoveCount = WrapAdd(record.job.zMoveCount, 1);
   record.tools.cutterState = cutterStateAfter;
-  if (waits) WaitForReader(record);
+  if (waits) WaitForTool(record);
   return status;
 }
 
 void DrainQueue(DeviceState& record, std::uint8_t hold) noexcept {
-  // With no job open the controller reports no block, so that nothing would end the wait.
-  PollUntil(50, [&] { return JobOpen(record.job) == 0 || !MovesRemain(record.job); });
+  AwaitNoMoves(record);
   ClearAliveTicks(record.link);
   record.job.plungeHold = hold;
 }

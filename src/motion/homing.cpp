@@ -35,7 +35,7 @@ void StepAside(DeviceState& record) noexcept {
   const std::int32_t aside =
       TruncateToInt32(LinearStepsPerInch(record.mechanics, Axis::X) * -0.125f);
   SendMove(record, {.x = WrapSubtract(record.position.last.x, aside)});
-  Pause(1000);
+  Pause(record.link, 1000);
 }
 
 // KEEP: without a time-out; a table may be long and slow.
@@ -43,7 +43,7 @@ void HomeAxis(DeviceState& record, Axis axis) noexcept {
   Polled<std::uint8_t>& reached = record.switches.closed[axis];
   reached = 0;
   SendLine(record.link, commands::kHomeAxis[axis]);
-  PollUntil(100, [&] { return reached != 0; });
+  AwaitReader(record, [&] { return reached != 0; });
 }
 
 }  // namespace
@@ -79,8 +79,10 @@ void MechanicalHome(DeviceState& record) noexcept {
 
   // KEEP: the fixture comes back before the position is declared, so it is what becomes 0.
   if (switchOff) SwitchRoundMode(record, roundMode);
+  // The head did not get to its switches: where it stands is not 0, and the file is not to say so.
+  if (record.link.lost != 0) return;
   SendLine(record.link, commands::kTableHomed);
-  Pause(200);
+  Pause(record.link, 200);
   SetPosition(record, {.x = 0, .y = 0, .z = 0});
   WriteCurrentLocation(record);
   ReportPosition(record, nullptr, nullptr);
@@ -92,7 +94,7 @@ void QuerySwitches(DeviceState& record, std::uint8_t* x, std::uint8_t* y, std::u
   if (!HasAllSwitches(record.mechanics) || !IsIdle(record)) return;
   SendLine(record.link, commands::kAskSwitches);
   // KEEP: never cleared, so that after the first report ever the states are those of the last.
-  PollUntil(10, [&] { return record.switches.switchesRead != 0; });
+  AwaitReader(record, [&] { return record.switches.switchesRead != 0; });
   if (x != nullptr) *x = record.switches.closed.x;
   if (y != nullptr) *y = record.switches.closed.y;
   if (z != nullptr) *z = record.switches.closed.z;

@@ -64,9 +64,11 @@ std::uint32_t SendMove(DeviceState& record, const AxisTargets& targets, CommandT
   }
   record.position.last.z = plan.lastZ;
 
-  WaitForFewerInFlight(record.job, kQueueLines);
+  AwaitFewerInFlight(record, kQueueLines);
   if (tag != CommandTag::None) PushTag(record.job, tag);
   SendLine(record.link, plan.line.c_str());
+  // Of a line on a lost link nothing will be reported.
+  if (record.link.lost != 0) return kStatusSent;
   // The answer may have come first: the count is then -1 for a moment, which is why it is signed.
   if (const auto lines = record.job.linesInFlight.Lock()) *lines = WrapAdd(*lines, 1);
   return kStatusSent;

@@ -13,8 +13,8 @@ namespace k7 {
 // is told by how much) when the cutter would go below the table surface. [host]
 std::uint32_t CheckMove(const DeviceState& record, const AxisTargets& targets) noexcept;
 
-// Sends one "G0" line with the axes that change and counts it in linesInFlight, in a job once fewer
-// than 32 lines are outstanding (a wait without bound). `tag`, when not None, stands in the ring
+// Sends one "G0" line with the axes that change and counts it in linesInFlight, once fewer than 32
+// lines are outstanding (a wait without bound in a job). `tag`, when not None, stands in the ring
 // before the line goes out; without a line there is no tag. Result as for CheckMove. [host], [jog]
 std::uint32_t SendMove(DeviceState& record, const AxisTargets& targets,
                        CommandTag tag = CommandTag::None) noexcept;

@@ -17,7 +17,7 @@ namespace k7 {
 
 void ProbeSurface(DeviceState& record) noexcept {
   if (record.link.connected != 1) return;
-  WaitForFewerInFlight(record.job, 1);
+  AwaitFewerInFlight(record, 1);
   record.tools.probePending = 1;
   const bool semiAutomatic = record.tools.cutterMode == kCutterSemiAutomatic;
   // KEEP: millimetres per second in a line whose feed is per minute: a probe goes down slowly.
@@ -26,11 +26,14 @@ void ProbeSurface(DeviceState& record) noexcept {
   const float feed = semiAutomatic ? 762.0f : SpeedToFeed(record.tools.cutterDownSpeed);
   CopyText(record.position.lastFeedText, FormatFixed(feed, 3).c_str());
   SendLine(record.link, ProbeLine(speed).c_str());
-  PollUntil(10, [&] { return record.tools.probePending != 1; });
+  // Without a touch there is no surface to declare.
+  if (!AwaitReader(record, [&] { return record.tools.probePending != 1; })) return;
   SetPosition(record, {.z = record.position.cutterHome});
 }
 
 void SubtractProbeOffset(DeviceState& record) noexcept {
+  // Behind a probe that came to nothing the offset would be taken off the same surface again.
+  if (record.link.lost != 0) return;
   record.position.cutterHome = WrapSubtract(
       record.position.cutterHome,
       InchesToSteps(record.tools.probeOffset, StepsPerInch(record.mechanics, Axis::Z)));
@@ -70,6 +73,7 @@ void SetTableSurface(DeviceState& record, float bufferInches, std::int32_t metho
       break;
     case 2:
       ProbeSurface(record);
+      if (record.link.lost != 0) return;  // there is no surface to keep
       SubtractProbeOffset(record);
       record.position.tableSurface = record.position.last.z;
       break;

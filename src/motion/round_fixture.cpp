@@ -23,10 +23,10 @@ void SwitchRoundMode(DeviceState& record, std::uint32_t mode) noexcept {
   ExchangeRoundPositions(record, mode);
   SetAxisStepsPerMm(record, "X", StepsPerInch(record.mechanics, Axis::X) / kMmPerInch);
   SetAxisStepsPerMm(record, "Y", StepsPerInch(record.mechanics, Axis::Y) / kMmPerInch);
-  Pause(500);
+  Pause(record.link, 500);
   SendAxisMapping(record);
   SetPosition(record, {.x = record.position.last.x, .y = record.position.last.y});
-  Pause(500);
+  Pause(record.link, 500);
   ClearAliveTicks(record.link);
 }
 

@@ -41,7 +41,7 @@ void SetSpindle(DeviceState& record, std::uint32_t command) noexcept {
     record.spindle.spindleOn = 0;
   }
   record.spindle.spindleValue = rpm;
-  Pause(750);  // the time to spin up or down
+  Pause(record.link, 750);  // the time to spin up or down
 }
 
 }  // namespace k7

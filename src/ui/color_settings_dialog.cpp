@@ -4,6 +4,7 @@
 #include "device/module_state.h"
 #include "ui/common/dialog_commands.h"
 #include "ui/common/dialog_text.h"
+#include "ui/common/solid_brush.h"
 #include "ui/host_colors.h"
 #include "ui/resource_ids.h"
 
@@ -27,20 +28,10 @@ constexpr ColorRow kRows[kHostColors] = {
 };
 constexpr std::uint32_t kWhite = 0xFFFFFF;
 
-HBRUSH brushes[kHostColors];  // of the open dialog; null where the row has none
-
-void DeleteBrushes() noexcept {
-  for (HBRUSH& brush : brushes) {
-    if (brush != nullptr) DeleteObject(brush);
-    brush = nullptr;
-  }
-}
-
-// Every way out of the dialog.
-void Close(HWND dialog, INT_PTR result) noexcept {
-  DeleteBrushes();
-  EndDialog(dialog, result);
-}
+// What one open dialog keeps.
+struct Swatches {
+  SolidBrush brushes[kHostColors];  // none where the row is hidden
+};
 
 HostColors TableOfHost() noexcept {
   if (dialogDevice == nullptr || dialogDevice->host.hostColorTlsIndex == 0)
@@ -49,25 +40,26 @@ HostColors TableOfHost() noexcept {
 }
 
 void OnInit(HWND dialog) noexcept {
+  Swatches& swatches = *StateOf<Swatches>(dialog);
   const HostColors table = TableOfHost();
   if (!table.IsPresent()) return;
   for (int i = 0; i < kHostColors; ++i) {
-    // KEEP: white is the material and never offered, whatever its use count.
+    // KEEP: white is the colour of the material and never offered, whatever its use count.
     if (table.Color(i) == kWhite || table.UseCount(i) < 1) {
       ShowControl(dialog, kRows[i].swatch, false);
       ShowControl(dialog, kRows[i].check, false);
       continue;
     }
-    brushes[i] = CreateSolidBrush(table.Color(i));
+    swatches.brushes[i].Make(table.Color(i));
     if (table.Flag(i) == 1) SetChecked(dialog, kRows[i].check, true);
   }
 }
 
-// The brush that a swatch is painted with; null: as usual.
-HBRUSH BrushOf(HWND control) noexcept {
+// The brush that a swatch is painted with; null: the control is painted as usual.
+HBRUSH BrushOf(const Swatches& swatches, HWND control) noexcept {
   const int id = GetDlgCtrlID(control);
   for (int i = 0; i < kHostColors; ++i) {
-    if (kRows[i].swatch == id) return brushes[i];
+    if (kRows[i].swatch == id) return swatches.brushes[i].Get();
   }
   return nullptr;
 }
@@ -87,22 +79,21 @@ void OnOk(HWND dialog) noexcept {
   if (const HostColors table = TableOfHost(); table.IsPresent()) {
     for (int i = 0; i < kHostColors; ++i) table.SetFlag(i, on[i] ? 1 : 0);
   }
-  Close(dialog, IDOK);
-}
-
-void OnCancel(HWND dialog) noexcept {
-  Close(dialog, IDCANCEL);
+  EndDialog(dialog, IDOK);
 }
 
 constexpr CommandRow kCommands[] = {
     {IDOK, kAny, &OnOk},
-    {IDCANCEL, kAny, &OnCancel},
+    {IDCANCEL, kAny, &CancelDialog},
 };
 
 INT_PTR CALLBACK ColorSettingsDialogProc(HWND dialog, UINT message, WPARAM wParam,
                                          LPARAM lParam) noexcept {
+  if (message == WM_INITDIALOG) KeepState(dialog, lParam);
+  const Swatches* const swatches = StateOf<Swatches>(dialog);
+  if (swatches == nullptr) return FALSE;
   if (message == WM_CTLCOLORSTATIC) {
-    return reinterpret_cast<INT_PTR>(BrushOf(reinterpret_cast<HWND>(lParam)));
+    return reinterpret_cast<INT_PTR>(BrushOf(*swatches, reinterpret_cast<HWND>(lParam)));
   }
   return CommandDialogProc<&OnInit, kCommands>(dialog, message, wParam, lParam);
 }
@@ -110,10 +101,9 @@ INT_PTR CALLBACK ColorSettingsDialogProc(HWND dialog, UINT message, WPARAM wPara
 }  // namespace
 
 INT_PTR ShowColorSettingsDialog(HWND owner) noexcept {
-  DeleteBrushes();
-  const INT_PTR result = OpenDialog(IDD_COLOR_SETTINGS, owner, &ColorSettingsDialogProc);
-  DeleteBrushes();  // the owner may have ended it
-  return result;
+  Swatches swatches;
+  return OpenDialog(IDD_COLOR_SETTINGS, owner, &ColorSettingsDialogProc,
+                    reinterpret_cast<LPARAM>(&swatches));
 }
 
 }  // namespace k7

@@ -14,11 +14,11 @@
 namespace k7 {
 namespace {
 
-constexpr float kLeastInches = 0.001f;  // up to here nothing is set
+constexpr float kLeastInches = 0.001f;  // this or less sets nothing
 
-// The unsigned whole number that a text of digits only is; 0 for any other text and for numbers
-// that 32 bits do not hold. GetDlgItemInt would do, but some platforms let it take the digits
-// before other text.
+// Reads a text that consists of digits only as an unsigned whole number; 0 for any other text and
+// for numbers that need more than 32 bits. GetDlgItemInt does not serve here, because on some
+// platforms it also accepts digits with other text after them.
 std::uint32_t ReadDigits(const wchar_t* text) noexcept {
   std::uint64_t number = 0;
   for (; *text >= L'0' && *text <= L'9'; ++text) {
@@ -41,8 +41,8 @@ void OnOk(HWND dialog) noexcept {
       SettingsFile{dialogDevice->link}.WriteFloat(settings::kLastCutterSet, inches);
       ProbeAndLift(*dialogDevice, RoundToSteps(inches * 1000.0f));
     }
-    // KEEP: text of digits only counts once more, as thousandths: "3" sets 3000 and then 3.
-    // From 2147483648 on the lift is negative as the signed number that it becomes, and is refused.
+    // KEEP: text of digits only is used a second time, as thousandths: "3" sets 3000 and then 3.
+    // 2147483648 and more become a negative lift, which is refused.
     const std::uint32_t thousandths = ReadDigits(ReadText(dialog, IDC_SC_DEPTH).text);
     ProbeAndLift(*dialogDevice, static_cast<std::int32_t>(thousandths));
   }

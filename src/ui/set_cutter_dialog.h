@@ -1,4 +1,4 @@
-// The set cutter dialog: how far the cutter is to stand above the surface that it finds.
+// The set cutter dialog: probes the surface and lifts the cutter above it by a typed distance.
 #pragma once
 
 #include <windows.h>

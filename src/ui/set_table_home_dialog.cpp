@@ -23,7 +23,7 @@ constexpr int kFields[] = {IDC_TH_X, IDC_TH_Y, IDC_TH_Z};
 constexpr int kButtons[] = {IDOK, IDCANCEL};
 constexpr int kDecimals = 6;
 
-// By the file: what the table setup has changed reaches the record later.
+// Asks the file and not the record: a change made in the table setup reaches the record only later.
 bool FileHasAllSwitches(const SettingsFile& file) noexcept {
   return file.ReadNumber(settings::kLimitSwitchX) == 1 &&
          file.ReadNumber(settings::kLimitSwitchY) == 1 &&
@@ -51,7 +51,7 @@ void OnInit(HWND dialog) noexcept {
   SetMotors(record.link, 0);
 }
 
-// KEEP: unchecked again, the fields are disabled on a machine without switches, too.
+// KEEP: unchecking disables the fields on a machine without switches as well.
 void OnLiteral(HWND dialog) noexcept {
   EnableControls(dialog, kFields, IsChecked(dialog, IDC_TH_LITERAL));
 }
@@ -76,7 +76,8 @@ void DeclarePosition(DeviceState& record, AxisTargets place, bool airZ) noexcept
   SetPosition(record, place);
 }
 
-// The table stands where the user has pushed it: that is the home. Then off to machine zero.
+// The user has pushed the table to its home by hand, so where it stands is declared as the home.
+// Then the machine drives to its zero.
 void SettleByHand(DeviceState& record, bool airZ) noexcept {
   DeclarePosition(record,
                   {.x = record.position.tableHome.x,
@@ -90,10 +91,10 @@ void SettleByHand(DeviceState& record, bool airZ) noexcept {
 
 void TellThatHomeIsSet(LinkState& link) noexcept {
   SendLine(link, commands::kTableHomed);
-  Pause(200);
+  Pause(link, 200);
 }
 
-// Result of the dialog.
+// Returns the result of the dialog.
 INT_PTR Settle(HWND dialog, DeviceState& record) noexcept {
   const bool airZ = IsAirZ(record.tools);
   const bool literal = IsChecked(dialog, IDC_TH_LITERAL);
@@ -104,7 +105,8 @@ INT_PTR Settle(HWND dialog, DeviceState& record) noexcept {
   KeepHome(dialog, record, file, airZ);
   SetMotors(record.link, 1);
   if (literal) {
-    // KEEP: the controller is not told here that the home is set; homing tells it.
+    // KEEP: the controller is not told here that the home is set. Homing tells it; with air Z
+    // nothing does.
     if (airZ) return IDOK;
     MechanicalHome(record);
     return IDCANCEL;  // KEEP: counts as cancelled, so that a prompt does not home a second time

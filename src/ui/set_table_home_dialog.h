@@ -1,4 +1,5 @@
-// The set table home dialog: the host's origin and the cutter's height, by hand or by number.
+// The set table home dialog: sets the host's origin and the cutter's height, either where the table
+// was pushed by hand or by typed numbers.
 #pragma once
 
 #include <windows.h>

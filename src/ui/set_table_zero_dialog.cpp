@@ -11,7 +11,7 @@
 namespace k7 {
 namespace {
 
-// Position in the list = the method of SetTableSurface.
+// The position in the list is the method of SetTableSurface.
 constexpr const wchar_t* kModes[] = {L"Max Table Depth", L"Current Z Location", L"Do Z Probe"};
 constexpr int kProbe = 2;
 
@@ -23,7 +23,8 @@ void OnInit(HWND dialog) noexcept {
   if (dialogDevice == nullptr) return;
   const SettingsFile file{dialogDevice->link};
   SetDecimal(dialog, IDC_TZ_BUFFER, file.ReadFloat(settings::kTableBuffer), 3);
-  // KEEP: not the key that OK writes: the mode chosen last is not the one shown next.
+  // KEEP: this is not the key that OK writes, so the mode chosen last is not shown at the next
+  // opening.
   std::int32_t mode = file.ReadInt(settings::kZeroTableMode);
   for (int i = 0; i < kProbe; ++i) AddListEntry(dialog, IDC_TZ_MODE, kModes[i]);
   if (MayProbe()) {

@@ -1,4 +1,4 @@
-// The set table zero dialog: where the table's surface is and how far above it a cut must end.
+// The set table zero dialog: where the table's surface is, and how far above it every cut ends.
 #pragma once
 
 #include <windows.h>

@@ -32,12 +32,12 @@ void PullBack(Polled<std::int32_t>& home, float stepsPerInch) noexcept {
   home = WrapSubtract(home, InchesToSteps(0.25f, stepsPerInch));
 }
 
-// Finds the home by the switches. An axis that stood at its switch when asked had been pushed as
-// far as it goes: its home is a quarter inch short of it.
+// Finds the home by the switches. Where the switch of an axis was closed before homing, the axis
+// had been pushed to its end; its home is then a quarter inch before the switch.
 void HomeBySwitches(DeviceState& record) noexcept {
   const bool airZ = record.tools.cutterMode == kCutterAirZ;
-  // Negative: the report of each limit switch brings the home of its axis. KEEP: one that brings
-  // none leaves -1, which is kept and written.
+  // A negative home makes the reader take the home of an axis from the report of its limit switch.
+  // KEEP: where no report brings a home, -1 stays and is written.
   record.position.tableHome.x = -1;
   record.position.tableHome.y = -1;
   record.position.cutterHome = -1;
@@ -54,7 +54,8 @@ void HomeBySwitches(DeviceState& record) noexcept {
   const SettingsFile file{record.link};
   file.WriteFloat(settings::kTableHomeX, StepsToInches(record.position.tableHome.x, perInchX));
   file.WriteFloat(settings::kTableHomeY, StepsToInches(record.position.tableHome.y, perInchY));
-  // KEEP: the dialog's "Table Home" of Z, not the "Cutter Home" that a load reads.
+  // KEEP: Z is written as the "Table Home" that the dialog shows, not as the "Cutter Home" that a
+  // load reads.
   if (!airZ) {
     file.WriteFloat(settings::kTableHomeZ, StepsToInches(record.position.cutterHome, perInchZ));
   }

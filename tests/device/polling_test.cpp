@@ -1,5 +1,6 @@
 #include "device/polling.h"
-#include "device/progress.h"
+
+#include <windows.h>
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "base/handles.h"
 #include "support/host_window.h"
 #include "support/watchdog.h"
 
@@ -43,13 +45,15 @@ class Waits : public testing::Test {
   std::thread sender_;
 };
 
-TEST_F(Waits, BySpinningLetSentMessagesThroughAndLeavePostedOnesQueued) {
-  PollUntil(0, [&] { return answered_.load(); });
+TEST_F(Waits, ForTheReaderLetSentMessagesThroughAndLeavePostedOnesQueued) {
+  LinkState link;
+  EXPECT_TRUE(WaitForReader(link, [&] { return answered_.load(); }));
   ExpectTheSentMessageAlone();
 }
 
-TEST_F(Waits, ByPollingLetSentMessagesThroughAndLeavePostedOnesQueued) {
-  PollUntil(10, [&] { return answered_.load(); });
+TEST_F(Waits, ForAHandleLetSentMessagesThroughAndLeavePostedOnesQueued) {
+  const UniqueHandle never{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+  while (!answered_) EXPECT_FALSE(AwaitHandle(never.Get(), 10));
   ExpectTheSentMessageAlone();
 }
 
@@ -62,6 +66,94 @@ TEST_F(Waits, OfAGivenTimeLetSentMessagesThroughAndLastTheirTime) {
   }
   EXPECT_GE(TickMs() - start, 200u * rounds);
   ExpectTheSentMessageAlone();
+}
+
+// A link with its events, as attach makes them.
+struct OpenLink : LinkState {
+  OpenLink() { newsEvent = CreateEventW(nullptr, FALSE, FALSE, nullptr); }
+  ~OpenLink() { CloseHandle(newsEvent); }
+};
+
+TEST(WaitForReader, IsEndedByNewsAtOnce) {
+  OpenLink link;
+  std::atomic<bool> changed{false};
+  std::thread reader{[&] {
+    while (link.newsWaiters == 0) std::this_thread::yield();
+    changed = true;
+    TellNews(link);
+  }};
+  EXPECT_TRUE(WaitForReader(link, [&] { return changed.load(); }));
+  reader.join();
+  EXPECT_EQ(link.newsWaiters, 0);
+}
+
+TEST(WaitForReader, LooksAgainOfItselfWhenNobodyTells) {
+  OpenLink link;
+  int looks = 0;
+  EXPECT_TRUE(WaitForReader(link, [&] { return ++looks == 5; }));
+}
+
+TEST(WaitForReader, EndsWhenTheLinkIsLost) {
+  OpenLink link;
+  std::thread reader{[&] {
+    while (link.newsWaiters == 0) std::this_thread::yield();
+    link.lost = 1;
+    TellNews(link);
+  }};
+  EXPECT_FALSE(WaitForReader(link, [] { return false; }));
+  reader.join();
+}
+
+TEST(TellNews, LeavesTheEventAloneWhileNobodyWaits) {
+  OpenLink link;
+  TellNews(link);
+  EXPECT_EQ(WaitForSingleObject(link.newsEvent, 0), static_cast<DWORD>(WAIT_TIMEOUT));
+}
+
+TEST(PauseForTheController, IsCutShortByALostLink) {
+  LinkState link;
+  link.lost = 1;
+  const std::uint32_t start = TickMs();
+  Pause(link, 60000);
+  EXPECT_LT(TickMs() - start, 30000u);
+}
+
+TEST(PauseForTheController, LastsItsTimeOnALinkThatWorks) {
+  LinkState link;
+  const std::uint64_t startUs = ClockUs();
+  Pause(link, 120);
+  EXPECT_GE(ClockUs() - startUs, 119000u);
+}
+
+// Windows takes a window for hung whose thread has not looked at its messages for five seconds.
+TEST(WaitForReader, KeepsWindowsFromTakingTheHostForHung) {
+  const HostWindow window{HostWindow::Lives::OnThisThread};
+  OpenLink link;
+  const std::uint64_t startUs = ClockUs();
+  bool hung = false;
+  std::atomic<bool> over{false};
+  std::thread watcher{[&] {
+    while (!over) {
+      hung = hung || IsHungAppWindow(static_cast<HWND>(window.Handle()));
+      Sleep(100);
+    }
+  }};
+  WaitForReader(link, [&] { return ClockUs() - startUs > 10000000; });
+  over = true;
+  watcher.join();
+  EXPECT_FALSE(hung);
+}
+
+TEST(ClockUs, IsFinerThanAMillisecondAndNeverGoesBack) {
+  std::uint64_t last = ClockUs();
+  std::uint64_t least = ~std::uint64_t{0};
+  for (int i = 0; i < 10000; ++i) {
+    const std::uint64_t now = ClockUs();
+    ASSERT_GE(now, last);
+    if (now > last && now - last < least) least = now - last;
+    last = now;
+  }
+  EXPECT_LT(least, 1000u);
 }
 
 }  // namespace

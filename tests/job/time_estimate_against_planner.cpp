@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "board/planner.h"
 #include "core/hpgl.h"
 #include "core/job_estimate.h"
 #include "core/job_plan.h"
 #include "job/time_estimate.h"
 #include "motion/axes.h"
-#include "simulator/planner.h"
 
 namespace k7 {
 namespace {

@@ -34,7 +34,7 @@ INSTANTIATE_TEST_SUITE_P(, Io, k7test::kBothLinks, k7test::LinkName);
 TEST_P(Io, AReadIsOutstandingUntilItsByteComes) {
   Operation read;
   char byte = '?';
-  ASSERT_EQ(io_.StartRead(&byte, read.block, read.flags), IoStart::Pending);
+  ASSERT_EQ(io_.StartRead(&byte, 1, read.block, read.flags), IoStart::Pending);
   EXPECT_FALSE(io_.Finish(read.block, read.count, read.flags));
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_IO_INCOMPLETE));
   controller_.Say("a");
@@ -48,13 +48,13 @@ TEST_P(Io, AReadIsOutstandingUntilItsByteComes) {
 TEST_P(Io, AnOutstandingReadCanBeTakenBack) {
   Operation first;
   char firstByte = '?';
-  ASSERT_EQ(io_.StartRead(&firstByte, first.block, first.flags), IoStart::Pending);
-  io_.CancelAndWait(first.block);
+  ASSERT_EQ(io_.StartRead(&firstByte, 1, first.block, first.flags), IoStart::Pending);
+  EXPECT_TRUE(io_.Cancel(first.block, LinkIo::Direction::Read));
   EXPECT_TRUE(HasOverlappedIoCompleted(&first.block));
 
   Operation second;
   char secondByte = '?';
-  ASSERT_EQ(io_.StartRead(&secondByte, second.block, second.flags), IoStart::Pending);
+  ASSERT_EQ(io_.StartRead(&secondByte, 1, second.block, second.flags), IoStart::Pending);
   controller_.Say("a");
   ASSERT_EQ(WaitForSingleObject(second.done.Get(), INFINITE), WAIT_OBJECT_0);
   EXPECT_EQ(secondByte, 'a');
@@ -66,7 +66,7 @@ TEST_P(Io, OnALinkOfAnotherTypeNothingStarts) {
     const LinkIo other{controller_.DriverEnd(), linkType};
     Operation operation;
     char byte = '?';
-    EXPECT_EQ(other.StartRead(&byte, operation.block, operation.flags), IoStart::Failed);
+    EXPECT_EQ(other.StartRead(&byte, 1, operation.block, operation.flags), IoStart::Failed);
     EXPECT_EQ(other.StartWrite("a", 1, operation.block), IoStart::Failed);
   }
 }

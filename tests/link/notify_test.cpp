@@ -274,7 +274,7 @@ TEST_F(Notify, AWindowOfTheThreadThatWaitsDoesNotDeadLock) {
   device_->notify.ownerWindow = window.Handle();
   SetTag(CommandTag::Move);
   controller_.Say("QX\r\nBX\r\nEX\r\nTableIsHomedTRUE\r\n");
-  PollUntil(0, [&] { return device_->position.tableHomed == 1; });
+  WaitForReader(device_->link, [&] { return device_->position.tableHomed == 1; });
   EXPECT_EQ(window.Seen().size(), 3u);
 }
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Checks who includes whom: the folders of a tree are its storeys, and a file includes only files of
-its own storey or of those below. No two headers include each other in a circle."""
+its own storey or of those below, and none of another tree. No two headers include each other in a
+circle."""
 
 import pathlib
 import re
@@ -24,6 +25,7 @@ STOREYS = {
         "ui/settings",
         "module",
     ],
+    "simulator": ["common", "machine", "board", "wire", "faults", "app"],
 }
 
 
@@ -38,6 +40,8 @@ def check(tree, storeys):
         floor = storeys.index(own.parent.as_posix())
         for name in re.findall(r'^#include "([^"]+)"', file.read_text(), re.M):
             if not (tree / name).exists():
+                faults += [f"{own} includes {name} of {other}/" for other in STOREYS
+                           if (ROOT / other / name).exists()]
                 continue
             checked += 1
             target = pathlib.PurePosixPath(name)

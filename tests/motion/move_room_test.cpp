@@ -39,22 +39,23 @@ TEST_F(MoveRoom, InAJobTheThirtyThirdLineWaitsUntilOneHasBegun) {
   EXPECT_EQ(LinesInFlight(machine_->job), 32);
 }
 
-// The controller reports no block then: the wait would never end.
-TEST_F(MoveRoom, WithNoJobOpenTheThirtyThirdLineGoesOut) {
-  const HostCall host{[&] {
-    for (std::int32_t i = 1; i <= 33; ++i) MoveX(*machine_, 1000 * i);
-  }};
+// The controller need not report anything then: the wait has an end of its own.
+TEST_F(MoveRoom, WithNoJobOpenTheThirtyThirdLineWaitsTwoSecondsForAReport) {
+  for (std::int32_t i = 1; i <= 32; ++i) MoveX(*machine_, 1000 * i);
+  const HostCall host{[&] { MoveX(*machine_, 33000); }};
+  EXPECT_TRUE(host.Waits(std::chrono::milliseconds{1500}));
   EXPECT_TRUE(host.Returns());
   EXPECT_TRUE(machine_.controller.WaitForLines(33));
-  EXPECT_EQ(LinesInFlight(machine_->job), 33);
+  EXPECT_EQ(LinesInFlight(machine_->job), 1);
 }
 
-TEST_F(MoveRoom, TheEndOfTheJobEndsTheWait) {
+TEST_F(MoveRoom, AfterTheEndOfTheJobTheWaitGoesOnAsOutsideOne) {
   machine_.OpenJob();
   machine_->job.linesInFlight.Alone() = 32;
   const HostCall host{[&] { MoveX(*machine_, 2000); }};
   EXPECT_TRUE(host.Waits());
   machine_.controller.Say("SendBlockMessagesOff\r\n");
+  EXPECT_TRUE(host.Waits(std::chrono::milliseconds{1500}));
   EXPECT_TRUE(host.Returns());
   EXPECT_EQ(machine_.Sent(), "G0 X12.700000\n");
 }

@@ -85,11 +85,13 @@ TEST_F(Probing, InAJobItFirstWaitsUntilEveryLineHasBegun) {
   EXPECT_EQ(BlocksRunning(record_.job), 1);
 }
 
-// The controller reports no block then: the wait would never end.
-TEST_F(Probing, WithNoJobOpenItDoesNotWaitForLinesToBegin) {
+// The controller need not report anything then: the wait has an end of its own.
+TEST_F(Probing, WithNoJobOpenItWaitsTwoSecondsForAReport) {
   TouchAt(0);
   record_.job.linesInFlight.Alone() = 2;
   const HostCall host{[&] { ProbeSurface(record_); }};
+  EXPECT_TRUE(host.Waits(std::chrono::milliseconds{1500}));
+  EXPECT_EQ(machine_.controller.Transcript(), "");
   EXPECT_TRUE(host.Returns());
   EXPECT_EQ(machine_.Sent(), "G30 F12.700\nG92 Z0.000000\n");
 }

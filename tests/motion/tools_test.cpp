@@ -106,15 +106,16 @@ TEST_F(Tools, DrainQueueWaitsForBegunAndEndedMovesThenHolds) {
   EXPECT_EQ(record_.job.plungeHold, 0);
 }
 
-// The controller reports no block then: the wait would never end.
-TEST_F(Tools, WithNoJobOpenDrainQueueDoesNotWaitAndHolds) {
+// The controller need not report anything then: the wait has an end of its own.
+TEST_F(Tools, WithNoJobOpenDrainQueueWaitsTwoSecondsForAReportAndHolds) {
   record_.job.linesInFlight.Alone() = 3;
   record_.job.blocksRunning.Alone() = 2;
   const HostCall host{[&] { DrainQueue(record_, 1); }};
+  EXPECT_TRUE(host.Waits(std::chrono::milliseconds{1500}));
   EXPECT_TRUE(host.Returns());
   EXPECT_EQ(record_.job.plungeHold, 1);
-  EXPECT_EQ(LinesInFlight(record_.job), 3);
-  EXPECT_EQ(BlocksRunning(record_.job), 2);
+  EXPECT_EQ(LinesInFlight(record_.job), 0);
+  EXPECT_EQ(BlocksRunning(record_.job), 0);
 }
 
 TEST_F(Tools, WithoutMutexesTheDrainEndsAndTheFlagIsStored) {

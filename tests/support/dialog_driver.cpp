@@ -133,12 +133,6 @@ void DialogDriver::PressKey(HWND dialog, WPARAM virtualKey) const {
   PostMessageW(WaitForFocusIn(dialog), WM_KEYDOWN, virtualKey, 1);
 }
 
-void DialogDriver::PressAccessKey(HWND dialog, wchar_t letter) const {
-  constexpr LPARAM kWithAlt = LPARAM{1} << 29;
-  PostMessageW(WaitForFocusIn(dialog), WM_SYSCHAR, static_cast<WPARAM>(towlower(letter)),
-               kWithAlt | 1);
-}
-
 std::vector<int> DialogDriver::TabRound(HWND dialog) const {
   constexpr std::size_t kMany = 100;
   std::vector<int> round{FocusedControl()};

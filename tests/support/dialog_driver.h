@@ -56,10 +56,9 @@ class DialogDriver {
   bool WaitForFocus(HWND dialog, int id) const;
   DWORD ThreadId() const { return threadId_; }
 
-  // Keys as the keyboard sends them, to the control of the dialog that has the focus (waits for
-  // one); the dialog's own loop finds out what they mean. Neither waits for that.
+  // A key as the keyboard sends it, to the control of the dialog that has the focus (waits for
+  // one). The dialog's own loop finds out what it means; this does not wait for that.
   void PressKey(HWND dialog, WPARAM virtualKey) const;
-  void PressAccessKey(HWND dialog, wchar_t letter) const;  // with Alt
   // The controls that the tab key goes through, from the one that has the focus until it comes
   // round to it again.
   std::vector<int> TabRound(HWND dialog) const;

@@ -105,17 +105,13 @@ std::wstring AsDrawn(const std::wstring& text) {
   return drawn;
 }
 
-// Takes the access key out of a text; 0: it has none. "&&" is a letter of the text and stays.
-wchar_t TakeAccessKey(std::wstring& text) {
-  for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+bool HasAccessKey(const std::wstring& text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] != L'&') continue;
-    if (text[i + 1] != L'&') {
-      text.erase(i, 1);
-      return static_cast<wchar_t>(towupper(text[i]));
-    }
+    if (i + 1 == text.size() || text[i + 1] != L'&') return true;
     ++i;
   }
-  return 0;
+  return false;
 }
 
 bool IsInside(const RECT& inner, const RECT& outer) {
@@ -137,7 +133,6 @@ TemplateOf::TemplateOf(int dialogId) {
     wchar_t text[256] = L"";
     GetWindowTextW(window, text, 256);
     control.text = text;
-    control.accessKey = TakeAccessKey(control.text);
     control.style = GetWindowLongW(window, GWL_STYLE);
     control.id = GetDlgCtrlID(window);
     control.kind = KindOf(window, control.style);
@@ -220,14 +215,10 @@ std::vector<std::string> TemplateOf::OutsideMargins() const {
   return found;
 }
 
-std::vector<std::string> TemplateOf::SharedAccessKeys() const {
+std::vector<std::string> TemplateOf::AccessKeys() const {
   std::vector<std::string> found;
-  for (std::size_t i = 0; i < controls_.size(); ++i) {
-    for (std::size_t k = i + 1; k < controls_.size(); ++k) {
-      if (controls_[i].accessKey != 0 && controls_[i].accessKey == controls_[k].accessKey) {
-        found.push_back(Name(controls_[i]) + " and " + Name(controls_[k]));
-      }
-    }
+  for (const ControlSeen& control : controls_) {
+    if (HasAccessKey(control.text)) found.push_back(Name(control));
   }
   return found;
 }
@@ -275,6 +266,7 @@ void ExpectControls(const TemplateOf& dialog, std::span<const ControlRow> rows,
     EXPECT_EQ(control->enabled, enabled(row.id)) << row.id;
   }
   EXPECT_EQ(dialog.Controls().size(), rows.size()) << "and no others";
+  EXPECT_THAT(dialog.AccessKeys(), testing::IsEmpty());
 }
 
 void ExpectFrame(const TemplateOf& dialog, const wchar_t* caption, SIZE units) {
@@ -299,7 +291,6 @@ void ExpectCarefulLayout(const TemplateOf& dialog,
                          const std::vector<std::pair<int, std::wstring>>& extraTexts) {
   EXPECT_THAT(dialog.Overlaps(), testing::IsEmpty());
   EXPECT_THAT(dialog.OutsideMargins(), testing::IsEmpty());
-  EXPECT_THAT(dialog.SharedAccessKeys(), testing::IsEmpty());
   EXPECT_THAT(dialog.ClippedTexts(extraTexts), testing::IsEmpty());
 }
 

@@ -17,8 +17,7 @@ struct ControlSeen {
   int id;
   std::wstring kind;  // "S" text, "E" edit, "B" button, "D" default button, "X" check box,
                       // "C" drop-down list, "G" group
-  std::wstring text;  // without the "&" of the access key
-  wchar_t accessKey;  // upper case; 0: none
+  std::wstring text;  // letter for letter: "&&" where "&" is shown
   bool shown;
   bool enabled;
   RECT place;   // in dialog units
@@ -52,8 +51,8 @@ class TemplateOf {
   std::vector<std::string> Overlaps() const;
   // Controls nearer than 7 units to an edge of the dialog.
   std::vector<std::string> OutsideMargins() const;
-  // Controls with an access key that another one has as well.
-  std::vector<std::string> SharedAccessKeys() const;
+  // Controls whose text holds a single "&", which would make the next letter an access key.
+  std::vector<std::string> AccessKeys() const;
   // Texts that do not fit their control at 96, 120 or 144 dots per inch, and controls too low for
   // any; `extraTexts` are texts that the code sets, with the control that takes them.
   std::vector<std::string> ClippedTexts(
@@ -67,7 +66,8 @@ class TemplateOf {
   std::vector<ControlSeen> controls_;
 };
 
-// Expects these controls and no others; `enabled` tells which of them take input, all by default.
+// Expects these controls and no others, their texts letter for letter and without access keys;
+// `enabled` tells which of them take input, all by default.
 void ExpectControls(
     const TemplateOf& dialog, std::span<const ControlRow> rows,
     const std::function<bool(int id)>& enabled = [](int) { return true; });
@@ -75,7 +75,7 @@ void ExpectControls(
 void ExpectFrame(const TemplateOf& dialog, const wchar_t* caption, SIZE units);
 // Expects the tab key to reach every control that takes input, and no other.
 void ExpectTabStops(const TemplateOf& dialog);
-// Expects that nothing is covered, clipped, at the edge, or called by another's access key.
+// Expects that nothing is covered, clipped or at the edge.
 void ExpectCarefulLayout(const TemplateOf& dialog,
                          const std::vector<std::pair<int, std::wstring>>& extraTexts);
 

@@ -1,5 +1,5 @@
-// The six dialogs by keyboard alone: where the focus stands at the opening, the tab order, Enter,
-// Escape and the access keys.
+// The six dialogs by keyboard alone: where the focus stands at the opening, the tab order, Enter
+// and Escape.
 #include <gtest/gtest.h>
 
 #include "ui/color_settings_dialog.h"
@@ -36,31 +36,6 @@ class Keyboard : public HomeDialogTest {
   void FocusAndPress(int id, WPARAM key) {
     SetFocusTo(id);
     driver_->PressKey(dialog_, key);
-  }
-  // Alt and the letter lead the focus to the control.
-  void ExpectAccess(wchar_t letter, int id) {
-    SetFocusTo(IDCANCEL);
-    driver_->PressAccessKey(dialog_, letter);
-    EXPECT_TRUE(driver_->WaitForFocus(dialog_, id)) << static_cast<char>(letter);
-  }
-  // Alt and the letter click the check box.
-  void ExpectClick(wchar_t letter, int id) {
-    SetFocusTo(IDCANCEL);
-    const bool before = Checked(id);
-    driver_->PressAccessKey(dialog_, letter);
-    EXPECT_TRUE(WaitUntil([&] { return Checked(id) != before; })) << static_cast<char>(letter);
-  }
-  // Alt and the letter press the button, which opens something.
-  void ExpectOpens(wchar_t letter, const wchar_t* caption) {
-    SetFocusTo(IDCANCEL);
-    driver_->PressAccessKey(dialog_, letter);
-    const HWND opened = driver_->WaitForDialogOver(dialog_);
-    ASSERT_NE(opened, nullptr) << static_cast<char>(letter);
-    wchar_t seen[64] = L"";
-    GetWindowTextW(opened, seen, 64);
-    EXPECT_STREQ(seen, caption);
-    PostMessageW(opened, WM_COMMAND, IDCANCEL, 0);
-    EXPECT_TRUE(driver_->WaitUntilTop(dialog_));
   }
 };
 
@@ -238,89 +213,6 @@ TEST_F(Keyboard, EscapeCancelsEveryDialog) {
   OpenSettings();
   driver_->PressKey(dialog_, VK_ESCAPE);
   EXPECT_EQ(driver_->Result(), 2);
-}
-
-// -------------------------------------------------------------------------------- access keys
-
-TEST_F(Keyboard, AltLeadsToTheFieldsOfTheSettings) {
-  WriteInt(L"Engrave Settings", L"Multi Pass", 1);
-  WriteInt(L"Axis Round", L"Has Round Attachment", 1);
-  WriteInt(L"Axis Round", L"Mode", 1);
-  OpenSettings();
-  ExpectAccess(L'M', IDC_CS_MATERIAL);
-  ExpectAccess(L'Y', IDC_CS_ENGRAVE_TYPE);
-  ExpectAccess(L'C', IDC_CS_CUTTER_MODE);
-  ExpectAccess(L'R', IDC_CS_RESOLUTION);
-  ExpectAccess(L'X', IDC_CS_ROUND_FIXTURE);
-  ExpectAccess(L'I', IDC_CS_CIRCUMFERENCE);
-  ExpectAccess(L'L', IDC_CS_MULTI_PASS_MODE);
-  ExpectAccess(L'F', IDC_CS_FINISH_DEPTH);
-  ExpectAccess(L'E', IDC_CS_ENGRAVE_SPEED);
-  ExpectAccess(L'T', IDC_CS_TRAVERSE_SPEED);
-  ExpectAccess(L'G', IDC_CS_GRID_SPEED);
-  ExpectAccess(L'V', IDC_CS_ENGRAVE_DELAY);
-  ExpectAccess(L'N', IDC_CS_SPINDLE_RPM);
-}
-
-TEST_F(Keyboard, AltClicksTheBoxesAndButtonsOfTheSettings) {
-  OpenSettings();
-  ExpectClick(L'B', IDC_CS_ENGRAVE_BY_COLOR);
-  ExpectClick(L'P', IDC_CS_MULTI_PASS);
-  ExpectOpens(L'O', L"Color Settings");
-  ExpectOpens(L'A', L"Table Setup");
-  ExpectOpens(L'Z', L"Set Table Zero");
-  ExpectOpens(L'U', L"Set Cutter");
-  controller_.Clear();
-  driver_->PressAccessKey(dialog_, L'H');
-  EXPECT_TRUE(controller_.WaitForLine("G28 X0\n"));
-  driver_->PressAccessKey(dialog_, L'J');
-  EXPECT_EQ(driver_->Result(), 1);
-}
-
-TEST_F(Keyboard, AltClicksTheBoxOfAnAirDrivenZ) {
-  UseAirZ();
-  OpenSettings();
-  ExpectClick(L'W', IDC_CS_DONT_LOWER_Z);
-}
-
-TEST_F(Keyboard, AltLeadsToTheGroupsOfTheTableSetup) {
-  OpenSetup();
-  ExpectClick(L'E', IDC_TS_EDIT_PERMANENT);
-  ExpectAccess(L'F', IDC_TS_FRIENDLY_NAME);
-  ExpectAccess(L'X', IDC_TS_MOTOR_STEPS_X);
-  ExpectAccess(L'Y', IDC_TS_MOTOR_STEPS_Y);
-  ExpectAccess(L'Z', IDC_TS_MOTOR_STEPS_Z);
-  ExpectAccess(L'S', IDC_TS_MOTOR_RPM);
-  ExpectAccess(L'R', IDC_TS_ROUND_MOTOR_STEPS);
-  ExpectAccess(L'B', IDC_TS_HAS_BEAD_TOOL);
-  ExpectAccess(L'C', IDC_TS_SCISSORS);
-  ExpectAccess(L'P', IDC_TS_SEMI_AUTO_OFFSET);
-  ExpectAccess(L'M', IDC_TS_MAX_XY_SPEED);
-  ExpectAccess(L'T', IDC_TS_TABLE_WIDTH);
-  ExpectAccess(L'J', IDC_TS_JOG_FAST);
-  ExpectAccess(L'D', IDC_TS_HAS_DIODE);
-  ExpectClick(L'A', IDC_TS_HAS_AIR_Z);
-}
-
-TEST_F(Keyboard, AltHAsksForTheTableHome) {
-  OpenSetup();
-  SetFocusTo(IDCANCEL);
-  driver_->PressAccessKey(dialog_, L'H');
-  EXPECT_EQ(driver_->AnswerBox(dialog_, IDNO).caption, L"Table Home");
-}
-
-TEST_F(Keyboard, AltLeadsToTheFieldsOfTheSmallDialogs) {
-  OpenOn(&ShowSetCutterDialog);
-  ExpectAccess(L'D', IDC_SC_DEPTH);
-  CloseBy(IDCANCEL);
-  OpenOn(&ShowSetTableZeroDialog);
-  ExpectAccess(L'B', IDC_TZ_BUFFER);
-  CloseBy(IDCANCEL);
-  OpenOn(&ShowSetTableHomeDialog);
-  ExpectAccess(L'X', IDC_TH_X);
-  ExpectAccess(L'Y', IDC_TH_Y);
-  ExpectAccess(L'Z', IDC_TH_Z);
-  ExpectClick(L'L', IDC_TH_LITERAL);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// From the messages of a dialog to its handlers. A dialog lists its commands in a table; the way
-// through the table is the same for all of them.
+// Opens dialogs and leads their messages to handlers. Each dialog lists its commands in a table,
+// and one function looks them up for all dialogs.
 #pragma once
 
 #include <windows.h>
@@ -18,8 +18,8 @@ struct CommandRow {
   void (*handler)(HWND dialog) noexcept;
 };
 
-// Calls the handler of the first row for this control and notification; false: there is none, and
-// the command is not handled. [host]
+// Calls the handler of the first row for this control and notification. False: there is no such
+// row, and the command is not handled. [host]
 inline bool RunCommand(std::span<const CommandRow> commands, HWND dialog, WPARAM wParam) noexcept {
   for (const CommandRow& row : commands) {
     if (row.control != LOWORD(wParam)) continue;
@@ -30,8 +30,7 @@ inline bool RunCommand(std::span<const CommandRow> commands, HWND dialog, WPARAM
   return false;
 }
 
-// The procedure of a dialog that is filled at its start and then lives by its commands alone.
-// [host]
+// The procedure of a dialog that handles its opening and its commands and no other message. [host]
 template <void (*kOnInit)(HWND dialog) noexcept, const auto& kCommands>
 INT_PTR CALLBACK CommandDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexcept {
   switch (message) {
@@ -45,7 +44,18 @@ INT_PTR CALLBACK CommandDialogProc(HWND dialog, UINT message, WPARAM wParam, LPA
   }
 }
 
-// Cancel of a dialog that has nothing to take back. [host]
+// What a dialog keeps for itself alone is an object of the function that opens it. The object's
+// address is the dialog's initial parameter; the dialog keeps it when WM_INITDIALOG brings it, and
+// its handlers get it back. Null before that message. [host]
+inline void KeepState(HWND dialog, LPARAM initParam) noexcept {
+  SetWindowLongPtrW(dialog, DWLP_USER, initParam);
+}
+template <typename State>
+State* StateOf(HWND dialog) noexcept {
+  return reinterpret_cast<State*>(GetWindowLongPtrW(dialog, DWLP_USER));
+}
+
+// The Cancel button of a dialog that has nothing to undo. [host]
 inline void CancelDialog(HWND dialog) noexcept {
   EndDialog(dialog, IDCANCEL);
 }

@@ -10,7 +10,7 @@ namespace k7 {
 
 inline constexpr int kFieldCapacity = 512;  // characters of any field that is read, with terminator
 
-// The text of a field, cut; empty when there is no such field.
+// The text of a field, cut to kFieldCapacity; empty when there is no such field.
 struct FieldText {
   wchar_t text[kFieldCapacity];
   bool IsEmpty() const noexcept { return text[0] == L'\0'; }
@@ -18,9 +18,9 @@ struct FieldText {
 FieldText ReadText(HWND dialog, int id) noexcept;
 void SetText(HWND dialog, int id, const wchar_t* text) noexcept;
 
-// Shows a number with FormatDecimal. Ends the process with numbers of 32 digits and more.
+// Shows a number with FormatDecimal, which ends the process for 32 digits or more before the point.
 void SetDecimal(HWND dialog, int id, float value, int decimals) noexcept;
-// The same behind a fixed text: "Last Cutter: 0.125".
+// The same after a fixed text: "Last Cutter: 0.125".
 void SetLabelledDecimal(HWND dialog, int id, const wchar_t* label, float value,
                         int decimals) noexcept;
 // The number at the start of a field's text (base/typed_number.h); 0 when there is none.
@@ -31,8 +31,8 @@ void SetChecked(HWND dialog, int id, bool checked) noexcept;
 bool IsChecked(HWND dialog, int id) noexcept;
 
 void ClearList(HWND dialog, int id) noexcept;
-// Appends to a drop-down list in the order of the calls although the lists are sorted by style:
-// stored selections are positions in the order of filling.
+// Appends to a drop-down list. The lists have the sort style, but a stored selection is a position
+// in the order of filling, so the entry is not sorted in.
 void AddListEntry(HWND dialog, int id, const wchar_t* text) noexcept;
 // The same with a number shown by FormatDecimal.
 void AddDecimalEntry(HWND dialog, int id, float value, int decimals) noexcept;

@@ -9,6 +9,7 @@
 #include "ui/settings/engrave_fields.h"
 #include "ui/settings/engrave_lists.h"
 #include "ui/settings/engrave_settings.h"
+#include "ui/settings/filling.h"
 #include "ui/settings/material_profiles.h"
 #include "ui/settings/maximum_values.h"
 
@@ -109,7 +110,7 @@ void LoadRoundFixture(HWND dialog, const SettingsFile& file) noexcept {
 
 void LoadEngraveSettings(HWND dialog, const wchar_t* path) noexcept {
   if (dialogDevice == nullptr) return;
-  if (path != nullptr) dialogState.loadingProfile = 1;
+  if (path != nullptr) SetFilling(dialog, Filling::FromProfile);
   const SettingsFile file = EngraveFile(path);
 
   SetWindowTextW(dialog, dialogDevice->link.friendlyName);
@@ -129,12 +130,12 @@ void LoadEngraveSettings(HWND dialog, const wchar_t* path) noexcept {
   FillEngraveTypeList(dialog, path);
   FillCutterModeList(dialog, path);
   UpdateControlStates(dialog, file.Path());
-  if (dialogState.initializing != 0) {
+  if (FillingOf(dialog) == Filling::AtOpening) {
     FieldText profile;
     file.ReadText(settings::kMaterialProfile, profile.text, kFieldCapacity);
     FillMaterialList(dialog, profile.text);
   }
-  dialogState.loadingProfile = 0;
+  if (path != nullptr) SetFilling(dialog, Filling::None);
 }
 
 }  // namespace k7

@@ -5,15 +5,16 @@
 #include <cwchar>
 
 #include "base/bounded_copy.h"
+#include "device/module_state.h"
 #include "session/library_folders.h"
 #include "settings/paths.h"
 #include "settings/profile_name.h"
 #include "settings/schema.h"
-#include "ui/common/dialog_state.h"
 #include "ui/common/dialog_text.h"
 #include "ui/resource_ids.h"
 #include "ui/settings/engrave_lists.h"
 #include "ui/settings/engrave_settings.h"
+#include "ui/settings/filling.h"
 
 namespace k7 {
 namespace {
@@ -103,7 +104,7 @@ void ClearMaterialSelection(HWND dialog) noexcept {
 }
 
 void OnPickMaterial(HWND dialog) noexcept {
-  if (dialogState.initializing != 0 || dialogDevice == nullptr) return;
+  if (FillingOf(dialog) == Filling::AtOpening || dialogDevice == nullptr) return;
   const FieldText name = ReadText(dialog, IDC_CS_MATERIAL);
   if (name.IsEmpty()) return;
   LoadEngraveSettings(dialog, ProfilePath(name.text).text);

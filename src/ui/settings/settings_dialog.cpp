@@ -19,6 +19,7 @@
 #include "ui/settings/control_states.h"
 #include "ui/settings/engrave_lists.h"
 #include "ui/settings/engrave_settings.h"
+#include "ui/settings/filling.h"
 #include "ui/settings/material_profiles.h"
 #include "ui/settings/maximum_values.h"
 #include "ui/table_home.h"
@@ -56,13 +57,11 @@ void OnCancel(HWND dialog) noexcept {
 
 // The fields no longer hold the profile that was picked.
 void OnEdit(HWND dialog) noexcept {
-  if (dialogState.initializing == 0 && dialogState.loadingProfile == 0) {
-    ClearMaterialSelection(dialog);
-  }
+  if (FillingOf(dialog) == Filling::None) ClearMaterialSelection(dialog);
 }
 
 void OnResolution(HWND dialog) noexcept {
-  if (dialogState.initializing == 0) ClearMaterialSelection(dialog);
+  if (FillingOf(dialog) != Filling::AtOpening) ClearMaterialSelection(dialog);
 }
 
 void OnCutterMode(HWND dialog) noexcept {
@@ -79,7 +78,7 @@ void OnEngraveType(HWND dialog) noexcept {
 }
 
 void OnEngraveByColor(HWND dialog) noexcept {
-  if (dialogState.initializing == 0) ClearMaterialSelection(dialog);
+  if (FillingOf(dialog) != Filling::AtOpening) ClearMaterialSelection(dialog);
   ShowControl(dialog, IDC_CS_COLOR_SETTINGS, IsChecked(dialog, IDC_CS_ENGRAVE_BY_COLOR));
 }
 
@@ -125,7 +124,7 @@ void OnSetTableZero(HWND dialog) noexcept {
 }
 
 void OnMultiPass(HWND dialog) noexcept {
-  if (dialogState.initializing == 0) ClearMaterialSelection(dialog);
+  if (FillingOf(dialog) != Filling::AtOpening) ClearMaterialSelection(dialog);
   constexpr int kMultiPassControls[] = {IDC_CS_MULTI_PASS_MODE, IDC_CS_MULTI_PASS_MODE_LABEL,
                                         IDC_CS_PASS_DEPTH_OR_COPIES, IDC_CS_PASS_LABEL};
   const bool multiPass = IsChecked(dialog, IDC_CS_MULTI_PASS);
@@ -192,12 +191,12 @@ void OnInit(HWND dialog, LPARAM initParam) noexcept {
   dialogState.xLimitSwitch = dialogState.yLimitSwitch = dialogState.zLimitSwitch = 0;
   dialogState.zProxSwitch = 0;
   hasSpindle = 0;
-  dialogState.initializing = 1;
+  SetFilling(dialog, Filling::AtOpening);
   // Until a profile is selected, and for good when the folder of the profiles cannot be searched.
   EnableControl(dialog, IDC_CS_DELETE_MATERIAL, false);
   SetTimer(dialog, kAliveTimer, kAlivePeriodMs, nullptr);
   LoadEngraveSettings(dialog, nullptr);
-  dialogState.initializing = 0;
+  SetFilling(dialog, Filling::None);
 }
 
 // A controller that has fallen silent ends the dialog as if it had been cancelled.

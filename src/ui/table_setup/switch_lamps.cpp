@@ -7,20 +7,9 @@ namespace k7 {
 
 void SwitchLamps::Open(HWND dialog) noexcept {
   constexpr int kIds[kLamps] = {IDC_TS_LAMP_X, IDC_TS_LAMP_Y, IDC_TS_LAMP_Z, IDC_TS_LAMP_PROX};
-  Close();
-  for (int i = 0; i < kLamps; ++i) {
-    windows_[i] = GetDlgItem(dialog, kIds[i]);
-    closed_[i] = 0;
-  }
-  red_ = CreateSolidBrush(RGB(255, 0, 0));
-  black_ = CreateSolidBrush(RGB(0, 0, 0));
-}
-
-void SwitchLamps::Close() noexcept {
-  if (red_ != nullptr) DeleteObject(red_);
-  if (black_ != nullptr) DeleteObject(black_);
-  red_ = nullptr;
-  black_ = nullptr;
+  for (int i = 0; i < kLamps; ++i) windows_[i] = GetDlgItem(dialog, kIds[i]);
+  red_.Make(RGB(255, 0, 0));
+  black_.Make(RGB(0, 0, 0));
 }
 
 void SwitchLamps::Refresh(DeviceState& record) noexcept {
@@ -33,7 +22,7 @@ void SwitchLamps::Refresh(DeviceState& record) noexcept {
 
 HBRUSH SwitchLamps::BrushOf(HWND control) const noexcept {
   for (int i = 0; i < kLamps; ++i) {
-    if (windows_[i] == control) return closed_[i] == 1 ? red_ : black_;
+    if (windows_[i] == control) return closed_[i] == 1 ? red_.Get() : black_.Get();
   }
   return nullptr;
 }

@@ -19,17 +19,23 @@ namespace {
 
 constexpr UINT_PTR kLampTimer = 1038;
 constexpr UINT kLampPeriodMs = 50;
-constexpr INT_PTR kMachineChanged = IDCANCEL;  // an applyResult: no job before a new load
+// An applyResult. The machine may have changed: no job may run before the settings are read again.
+constexpr INT_PTR kMachineChanged = IDCANCEL;
 
-bool filling = false;  // the fields change, but not by the user
-SwitchLamps lamps;     // of the open dialog
+// What one open dialog keeps.
+struct TableSetup {
+  SwitchLamps lamps;
+  bool filling = false;  // the dialog itself changes the fields, not the user
+};
+
+bool IsFilling(HWND dialog) noexcept {
+  return StateOf<TableSetup>(dialog)->filling;
+}
 
 // Every way out of the dialog.
 void Close(HWND dialog, INT_PTR result) noexcept {
   KillTimer(dialog, kLampTimer);
-  lamps.Close();
   if (result == IDOK) SavePermanentSettings(dialog);
-  filling = false;
   EndDialog(dialog, result);
 }
 
@@ -42,7 +48,7 @@ void OnCancel(HWND dialog) noexcept {
 }
 
 void OnEdit(HWND dialog) noexcept {
-  if (!filling) EnableControl(dialog, IDOK, dialogState.busy == 0);
+  if (!IsFilling(dialog)) EnableControl(dialog, IDOK, dialogState.busy == 0);
 }
 
 template <int kAxis>
@@ -57,19 +63,19 @@ void OnSpindleEdit(HWND dialog) noexcept {
 }
 
 void OnBeadTool(HWND dialog) noexcept {
-  if (filling) return;
+  if (IsFilling(dialog)) return;
   OnEdit(dialog);
   ShowControls(dialog, kBeadToolControls, IsChecked(dialog, IDC_TS_HAS_BEAD_TOOL));
 }
 
 void OnDiode(HWND dialog) noexcept {
-  if (filling) return;
+  if (IsFilling(dialog)) return;
   OnEdit(dialog);
   ShowControls(dialog, kDiodeControls, IsChecked(dialog, IDC_TS_HAS_DIODE));
 }
 
 void OnAirZ(HWND dialog) noexcept {
-  if (filling) return;
+  if (IsFilling(dialog)) return;
   OnEdit(dialog);
   ApplyAirZLayout(dialog);
 }
@@ -167,8 +173,9 @@ void ShowIdentity(HWND dialog) noexcept {
 }
 
 void OnInit(HWND dialog) noexcept {
-  filling = true;
-  lamps.Open(dialog);
+  TableSetup& setup = *StateOf<TableSetup>(dialog);
+  setup.filling = true;
+  setup.lamps.Open(dialog);
   if (dialogDevice != nullptr) {
     SetTimer(dialog, kLampTimer, kLampPeriodMs, nullptr);
     ShowIdentity(dialog);
@@ -178,24 +185,23 @@ void OnInit(HWND dialog) noexcept {
     if (IsChecked(dialog, IDC_TS_HAS_DIODE)) ShowControls(dialog, kDiodeControls, true);
     EnableControl(dialog, IDC_TS_SET_TABLE_HOME, dialogState.busy == 0);
     EnableControl(dialog, IDC_TS_EDIT_PERMANENT, dialogState.busy == 0);
-    // The layout would show the controls of absent tools, too: at the start it only hides.
+    // Without air Z the layout would show the controls of absent tools, so it is not applied then.
     if (IsChecked(dialog, IDC_TS_HAS_AIR_Z)) ApplyAirZLayout(dialog);
   }
-  filling = false;
-}
-
-void OnTimer() noexcept {
-  if (dialogDevice != nullptr) lamps.Refresh(*dialogDevice);
+  setup.filling = false;
 }
 
 INT_PTR CALLBACK TableSetupDialogProc(HWND dialog, UINT message, WPARAM wParam,
                                       LPARAM lParam) noexcept {
+  if (message == WM_INITDIALOG) KeepState(dialog, lParam);
+  TableSetup* const setup = StateOf<TableSetup>(dialog);
+  if (setup == nullptr) return FALSE;
   switch (message) {
     case WM_TIMER:
-      OnTimer();
+      if (dialogDevice != nullptr) setup->lamps.Refresh(*dialogDevice);
       return TRUE;
     case WM_CTLCOLORSTATIC:
-      return reinterpret_cast<INT_PTR>(lamps.BrushOf(reinterpret_cast<HWND>(lParam)));
+      return reinterpret_cast<INT_PTR>(setup->lamps.BrushOf(reinterpret_cast<HWND>(lParam)));
     default:
       return CommandDialogProc<&OnInit, kCommands>(dialog, message, wParam, lParam);
   }
@@ -204,9 +210,9 @@ INT_PTR CALLBACK TableSetupDialogProc(HWND dialog, UINT message, WPARAM wParam,
 }  // namespace
 
 INT_PTR ShowTableSetupDialog(HWND owner) noexcept {
-  const INT_PTR result = OpenDialog(IDD_TABLE_SETUP, owner, &TableSetupDialogProc);
-  lamps.Close();  // the owner may have ended it
-  return result;
+  TableSetup setup;
+  return OpenDialog(IDD_TABLE_SETUP, owner, &TableSetupDialogProc,
+                    reinterpret_cast<LPARAM>(&setup));
 }
 
 }  // namespace k7

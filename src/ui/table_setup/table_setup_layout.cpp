@@ -5,6 +5,7 @@
 namespace k7 {
 namespace {
 
+// What only a machine with a Z motor uses.
 constexpr int kMotorZControls[] = {
     // Depth of the table, speed and depth of the cutter.
     IDC_TS_TABLE_DEPTH_LABEL,

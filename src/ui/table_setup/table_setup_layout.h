@@ -58,8 +58,9 @@ inline constexpr int kPermanentControls[] = {
     IDC_TS_HAS_AIR_Z,
 };
 
-// Hides what a pneumatic head makes meaningless while "Has Air Z" is checked, shows it while not.
-// KEEP: showing does not ask for the tools' own boxes: buttons and offsets of absent tools appear.
+// Hides what a machine with a pneumatic head has no use for while "Has Air Z" is checked, and shows
+// it while the box is not checked. KEEP: showing does not look at the check boxes of the tools, so
+// that buttons and offsets of absent tools appear.
 // [host]
 void ApplyAirZLayout(HWND dialog) noexcept;
 

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "ui/settings/filling.h"
 #include "ui/settings/material_profiles_fixture.h"
 
 namespace k7 {
@@ -92,7 +93,7 @@ TEST_F(MaterialProfilesTest, PickingAProfileFillsTheFieldsAndKeepsItSelected) {
   EXPECT_EQ(Text(IDC_CS_CUTTER_LIFT), L"0.7500");
   EXPECT_EQ(PickedText(dialog_, IDC_CS_MATERIAL), L"Oak");
   EXPECT_TRUE(Enabled(IDC_CS_DELETE_MATERIAL));
-  EXPECT_EQ(dialogState.loadingProfile, 0);
+  EXPECT_EQ(FillingOf(dialog_), Filling::None);
   EXPECT_EQ(AllKeys(), before);
   Type(IDC_CS_CUTTER_LIFT, L"0.8");
   EXPECT_EQ(SelectionOf(dialog_, IDC_CS_MATERIAL), -1);
@@ -217,9 +218,9 @@ TEST_F(MaterialProfilesTest, WithoutANameNothingIsLoaded) {
 TEST_F(MaterialProfilesTest, WhileFillingNothingIsLoaded) {
   MakeProfile(L"Oak.ini", 0.75f);
   Open();
-  dialogState.initializing = 1;
+  SetFilling(dialog_, Filling::AtOpening);
   Choose(L"Oak");
-  dialogState.initializing = 0;
+  SetFilling(dialog_, Filling::None);
   EXPECT_EQ(Text(IDC_CS_CUTTER_LIFT), L"0.1250");
 }
 

@@ -1,3 +1,4 @@
+#include "ui/settings/filling.h"
 #include "ui/settings/settings_dialog_fixture.h"
 
 namespace k7 {
@@ -49,17 +50,16 @@ TEST_F(SettingsCommandsTest, EditingOtherFieldsLeavesTheProfile) {
 TEST_F(SettingsCommandsTest, WhileFillingOrLoadingNothingClearsTheProfile) {
   Open();
   SelectSomeProfile();
-  dialogState.loadingProfile = 1;
+  SetFilling(dialog_, Filling::FromProfile);
   Type(IDC_CS_CUTTER_LIFT, L"2");
   EXPECT_TRUE(ProfileIsSelected());
-  dialogState.loadingProfile = 0;
-  dialogState.initializing = 1;
+  SetFilling(dialog_, Filling::AtOpening);
   Type(IDC_CS_CUTTER_LIFT, L"3");
   SendCommand(dialog_, IDC_CS_RESOLUTION, CBN_SELCHANGE);
   SendCommand(dialog_, IDC_CS_ENGRAVE_BY_COLOR, BN_CLICKED);
   SendCommand(dialog_, IDC_CS_MULTI_PASS, BN_CLICKED);
   EXPECT_TRUE(ProfileIsSelected());
-  dialogState.initializing = 0;
+  SetFilling(dialog_, Filling::None);
 }
 
 TEST_F(SettingsCommandsTest, PickingFromTheListsClearsTheProfile) {

@@ -1,0 +1,50 @@
+// Runs a simulator on real ports and the real clock until it is told to stop.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/options.h"
+#include "app/simulator.h"
+#include "wire/control_pipe.h"
+#include "wire/port.h"
+
+namespace k7sim {
+
+class Server {
+ public:
+  explicit Server(const Options& options);
+  ~Server();
+
+  // Opens all ports and files, and prints where the ports are. False with one line in `error`.
+  bool Start(std::string& error);
+  // Serves until a signal or a control command ends it, then writes the files. False with one line
+  // in `error` when a file could not be written.
+  bool Run(std::string& error);
+
+ private:
+  struct Link {
+    std::unique_ptr<Port> port;
+    int number = 0;
+    TimeUs reopenUs = kNever;  // wire time at which a closed link opens again
+  };
+
+  TimeUs WireNow() const;
+  void Wait(TimeUs nowUs);
+  void Serve(Link& link);
+  void ServeControl(bool& quit);
+  void CloseAndReopen(TimeUs nowUs);
+  bool TakeSignal() const;
+  bool WriteFiles(std::string& error);
+
+  Options options_;
+  Transcript transcript_;
+  Simulator simulator_;
+  std::vector<Link> links_;
+  ControlPipe control_;
+  UniqueFd signals_;
+  TimeUs startUs_ = 0;
+};
+
+}  // namespace k7sim

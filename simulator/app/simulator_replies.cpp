@@ -1,0 +1,86 @@
+// What is sent to the host: replies as faults change them, and other lines. What faults do at once.
+#include <utility>
+
+#include "app/simulator.h"
+
+namespace k7sim {
+namespace {
+
+constexpr int kEventRounds = 16;  // limit of faults that set off each other
+constexpr std::string_view kDefaultAlarm = "ALARM: Hard limit +X\n";
+
+}  // namespace
+
+void Simulator::Reply(int link, std::uint64_t lineId, std::string_view text) {
+  const std::vector<OutputPiece> pieces = faults_.OnReply(lineId, text, wireUs_, pendingEvents_);
+  if (pieces.size() != 1 || pieces[0].text != text || pieces[0].delayUs != 0) {
+    transcript_.Note("fault: changed " + std::string(text));
+  }
+  if (link != kAllLinks) {
+    Deliver(link, pieces);
+    return;
+  }
+  for (int i = 0; i < static_cast<int>(links_.size()); ++i) Deliver(i, pieces);
+}
+
+void Simulator::Deliver(int link, const std::vector<OutputPiece>& pieces) {
+  Link& state = LinkAt(link);
+  for (const OutputPiece& piece : pieces) {
+    if (!state.open || wireUs_ < silentUntilUs_) {
+      ++lostReplies_;
+      transcript_.Lost(LinkName(link), piece.text);
+      continue;
+    }
+    ++replies_;
+    transcript_.Out(LinkName(link), piece.text);
+    if (piece.overtaken) {
+      state.out.PutLater(piece.text, wireUs_ + piece.delayUs);
+    } else {
+      state.out.Put(piece.text, piece.delayUs > 0 ? wireUs_ + piece.delayUs : 0);
+    }
+  }
+}
+
+void Simulator::SendUnasked(std::string_view text) {
+  for (int i = 0; i < static_cast<int>(links_.size()); ++i) {
+    Deliver(i, {{std::string(text), 0, false}});
+  }
+}
+
+void Simulator::HaltMachine(std::string_view alarm, TimeUs wireUs) {
+  SetTime(wireUs);
+  controller_.Alarm(alarm.empty() ? kDefaultAlarm : alarm, machineUs_);
+}
+
+void Simulator::CarryOut(const FaultEvent& event) {
+  const TimeUs untilUs = event.durationUs > 0 ? event.durationUs : kNever;
+  switch (event.action) {
+    case FaultAction::Inject:
+      SendUnasked(event.text);
+      break;
+    case FaultAction::Halt:
+      HaltMachine(event.text, wireUs_);
+      break;
+    case FaultAction::Silent:
+      transcript_.Note("fault: silent from here");
+      silentUntilUs_ = untilUs == kNever ? kNever : wireUs_ + untilUs;
+      break;
+    case FaultAction::Close:
+      transcript_.Note("fault: the link closes");
+      for (int i = 0; i < static_cast<int>(links_.size()); ++i) HostClosed(i);
+      closeRequests_.push_back({untilUs});
+      break;
+    default:
+      break;
+  }
+}
+
+void Simulator::CarryOutPending() {
+  // The reply to one event can set off the next. The limit ends a fault that sets itself off.
+  for (int round = 0; round < kEventRounds && !pendingEvents_.empty(); ++round) {
+    const std::vector<FaultEvent> events = std::exchange(pendingEvents_, {});
+    for (const FaultEvent& event : events) CarryOut(event);
+  }
+}
+
+}  // namespace k7sim

@@ -1,0 +1,104 @@
+#include "board/controller.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace k7sim {
+
+Controller::Controller(const MachineSetup& setup, ConfigStore& config, ReplySink& sink)
+    : setup_(setup),
+      config_(config),
+      sink_(sink),
+      mechanics_(setup.geometry, setup.surface),
+      planner_(setup.limits, *this),
+      recorder_(setup.tool),
+      jobs_(setup.limits),
+      homed_(setup.homed) {
+  mechanics_.PlaceHead(setup.positionInches);
+  if (!homed_) return;
+  // On a homed machine the coordinates are those from the switches.
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    target_[axis] = MmFromInches(setup.positionInches[axis]);
+    mechanics_.Declare(axis, target_[axis]);
+  }
+}
+
+void Controller::TakeLine(std::string_view line, std::uint64_t lineId, int link, TimeUs nowUs) {
+  ++counts_.lines;
+  if (!LooksLikeGcode(line)) {
+    TakeWords(line, lineId, link, nowUs);
+    return;
+  }
+  ++counts_.gcodeLines;
+  Waiting waiting;
+  waiting.lineId = lineId;
+  waiting.link = link;
+  waiting.bytes = line.size() + 1;
+  for (const Gcode& code : ParseGcodeLine(line)) {
+    TakeGcode(code, waiting, nowUs);
+    waiting.bytes = 0;  // the bytes of a line are counted once
+  }
+}
+
+void Controller::Halt(TimeUs nowUs) {
+  const Vec3 stopped = PositionMm(nowUs);
+  if (stopped != mechanics_.Logical()) {
+    recorder_.AddMotion(mechanics_.Logical(), stopped, mechanics_, spindleOn_,
+                        jobs_.OpenDistances());
+    mechanics_.DriveTo(stopped);
+  }
+  target_ = stopped;
+  counts_.flushedLines += waiting_.size() + planner_.Size() + (action_.active ? 1 : 0);
+  planner_.Flush();
+  waiting_.clear();
+  action_.active = false;
+  drained_ = true;
+  spindleOn_ = false;
+  outputOn_ = false;
+  if (!halted_) ++counts_.halts;
+  halted_ = true;
+}
+
+void Controller::Alarm(std::string_view text, TimeUs nowUs) {
+  Halt(nowUs);
+  sink_.Reply(kAllLinks, 0, text);
+}
+
+Vec3 Controller::PositionMm(TimeUs nowUs) const {
+  if (action_.active) {
+    const double whole = static_cast<double>(action_.endsUs - action_.beganUs);
+    const double done = static_cast<double>(nowUs - action_.beganUs);
+    const double fraction = whole > 0 ? std::clamp(done / whole, 0.0, 1.0) : 1;
+    return Between(action_.from, action_.to, fraction);
+  }
+  return planner_.PositionAt(nowUs, mechanics_.Logical());
+}
+
+TimeUs Controller::NextEvent() const {
+  return std::min(planner_.NextEvent(), action_.active ? action_.endsUs : kNever);
+}
+
+void Controller::Advance(TimeUs nowUs) {
+  for (TimeUs due = NextEvent(); due <= nowUs; due = NextEvent()) {
+    if (action_.active && action_.endsUs <= due) {
+      FinishAction(due);
+    } else {
+      planner_.Advance(due);
+    }
+    if (!pendingAlarm_.empty()) Alarm(std::exchange(pendingAlarm_, {}), due);
+    StartWaiting(due);
+  }
+}
+
+std::size_t Controller::WaitingLines(int link) const {
+  return static_cast<std::size_t>(std::count_if(waiting_.begin(), waiting_.end(),
+                                                [&](const Waiting& w) { return w.link == link; }));
+}
+
+std::size_t Controller::WaitingBytes(int link) const {
+  std::size_t bytes = 0;
+  for (const Waiting& waiting : waiting_) bytes += waiting.link == link ? waiting.bytes : 0;
+  return bytes;
+}
+
+}  // namespace k7sim

@@ -1,0 +1,34 @@
+#include "board/job_log.h"
+
+namespace k7sim {
+
+void JobLog::Begin(TimeUs nowUs) {
+  End();
+  JobRecord job;
+  job.startUs = nowUs;
+  jobs_.push_back(job);
+  open_ = true;
+}
+
+void JobLog::End() {
+  if (!open_) return;
+  Settle();
+  jobs_.back().ended = true;
+  open_ = false;
+  blocks_.clear();
+}
+
+void JobLog::Settle() {
+  if (open_) jobs_.back().plannedSeconds = PlannedSeconds(blocks_, limits_);
+}
+
+void JobLog::AddBlock(const Block& block, double seconds, TimeUs nowUs) {
+  if (!open_) return;
+  JobRecord& job = jobs_.back();
+  ++job.blocks;
+  job.motionSeconds += seconds;
+  job.simulatedSeconds = SecondsFromUs(nowUs - job.startUs);
+  blocks_.push_back(block);
+}
+
+}  // namespace k7sim
