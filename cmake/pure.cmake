@@ -14,7 +14,8 @@ set(K7_PURE
     device/guarded
     device/per_axis
     settings/encodings
-    settings/keys
+    settings/row
+    settings/schema
     settings/profile_name
     link/commands
     link/line_assembler

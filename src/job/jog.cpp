@@ -13,7 +13,7 @@
 #include "motion/position.h"
 #include "settings/current_location.h"
 #include "settings/file.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 
 namespace k7 {
 
@@ -70,7 +70,7 @@ void Jog(DeviceState& record) noexcept {
   MoveOneAxis(record);
   record.jog.jogActive = 0;
   SavePosition(record);
-  SettingsFile{record.link}.WriteInt(keys::kCurrentLocation, keys::kZAxis, record.position.last.z);
+  SettingsFile{record.link}.WriteInt(settings::kLocationZ, record.position.last.z);
   // The host may answer the message with the next jog: nothing of this one may be needed any more.
   const WindowHandle window = record.notify.ownerWindow;
   const std::uint32_t message = record.jog.jogEndMessage;

@@ -9,7 +9,7 @@
 #include "motion/axes.h"
 #include "motion/strokes.h"
 #include "settings/file.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 
 namespace k7 {
 
@@ -19,9 +19,8 @@ namespace {
 struct Accessory {
   const wchar_t* question;
   const wchar_t* caption;
-  const wchar_t* section;
-  const wchar_t* keyX;
-  const wchar_t* keyY;
+  const settings::IntRow& rowX;
+  const settings::IntRow& rowY;
   std::int32_t Tools::*offsetX;
   std::int32_t Tools::*offsetY;
 };
@@ -29,9 +28,8 @@ struct Accessory {
 constexpr Accessory kBeadTool = {
     L"Would you like to set your braille bead insert tool offset?\n\nX: ",
     L"Braille Bead Insert Tool",
-    keys::kBraille,
-    keys::kBeadInsertToolX,
-    keys::kBeadInsertToolY,
+    settings::kBeadToolOffsetX,
+    settings::kBeadToolOffsetY,
     &Tools::beadToolOffsetX,
     &Tools::beadToolOffsetY,
 };
@@ -39,9 +37,8 @@ constexpr Accessory kBeadTool = {
 constexpr Accessory kDiodePointerTool = {
     L"Would you like to set your Diode Pointer offset?\n\nX: ",
     L"Diode Pointer",
-    keys::kDiode,
-    keys::kDiodePointerX,
-    keys::kDiodePointerY,
+    settings::kDiodeOffsetX,
+    settings::kDiodeOffsetY,
     &Tools::diodeOffsetX,
     &Tools::diodeOffsetY,
 };
@@ -76,8 +73,8 @@ std::uint32_t AskForOffset(DeviceState& record, const Accessory& accessory, std:
   const std::int32_t offsetY = OffsetTo(record, Axis::Y, y);
   if (!UserAccepts(record.notify, accessory, helper, offsetX, offsetY)) return 0;
   const SettingsFile file{record.link};
-  file.WriteInt(accessory.section, accessory.keyX, offsetX);
-  file.WriteInt(accessory.section, accessory.keyY, offsetY);
+  file.WriteInt(accessory.rowX, offsetX);
+  file.WriteInt(accessory.rowY, offsetY);
   record.tools.*accessory.offsetX = offsetX;
   record.tools.*accessory.offsetY = offsetY;
   return 1;

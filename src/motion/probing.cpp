@@ -11,7 +11,7 @@
 #include "motion/move.h"
 #include "motion/position.h"
 #include "settings/file.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 
 namespace k7 {
 
@@ -41,7 +41,7 @@ void SubtractProbeOffset(DeviceState& record) noexcept {
 
 void WriteCutterHome(const DeviceState& record) noexcept {
   SettingsFile{record.link}.WriteFloat(
-      keys::kAxisZ, keys::kCutterHome,
+      settings::kCutterHome,
       StepsToInches(record.position.cutterHome, StepsPerInch(record.mechanics, Axis::Z)));
 }
 
@@ -83,8 +83,7 @@ void SetTableSurface(DeviceState& record, float bufferInches, std::int32_t metho
   }
   record.position.tableSurface =
       WrapSubtract(record.position.tableSurface, InchesToSteps(bufferInches, stepsPerInch));
-  SettingsFile{record.link}.WriteInt(keys::kAxisZ, keys::kTableSurface,
-                                     record.position.tableSurface);
+  SettingsFile{record.link}.WriteInt(settings::kTableSurface, record.position.tableSurface);
   SetFeedRate(record, record.tools.cutterUpSpeed);
   if (SendMove(record, {.z = 0}) == kStatusSent) record.tools.cutterState = kCutterUp;
   ForgetMoves(record.job);

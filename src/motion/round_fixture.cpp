@@ -13,14 +13,13 @@
 #include "motion/position.h"
 #include "motion/round_positions.h"
 #include "settings/file.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 
 namespace k7 {
 
 void SwitchRoundMode(DeviceState& record, std::uint32_t mode) noexcept {
   if (record.mechanics.roundAxisMode == mode) return;
-  SettingsFile{record.link}.WriteInt(keys::kAxisRound, keys::kMode,
-                                     static_cast<std::int32_t>(mode));
+  SettingsFile{record.link}.WriteInt(settings::kRoundMode, static_cast<std::int32_t>(mode));
   ExchangeRoundPositions(record, mode);
   SetAxisStepsPerMm(record, "X", StepsPerInch(record.mechanics, Axis::X) / kMmPerInch);
   SetAxisStepsPerMm(record, "Y", StepsPerInch(record.mechanics, Axis::Y) / kMmPerInch);

@@ -8,7 +8,7 @@
 #include "link/notify.h"
 #include "motion/spindle_level.h"
 #include "settings/file.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 
 namespace k7 {
 
@@ -17,7 +17,7 @@ namespace {
 constexpr std::uint32_t kRoundMs = 10;  // far below the time of one level in any sensible ramp
 
 RampPlan PlanRamp(const DeviceState& record, const SettingsFile& file) noexcept {
-  const std::int32_t seconds = file.ReadInt(keys::kSpindle, keys::kRampTime, 30);
+  const std::int32_t seconds = file.ReadInt(settings::kRampTime);
   return {.startRpm = record.spindle.spindleValue,
           .maxRpm = record.spindle.spindleMaxRpm,
           .fullRangeMs = static_cast<float>(seconds) * 1000.0f,
@@ -44,7 +44,7 @@ void RampSpindle(DeviceState& record) noexcept {
     Pause(kRoundMs);
   }
   const std::int32_t reached = record.spindle.spindleValue;
-  if (changed) file.WriteInt(keys::kSpindle, keys::kSpindleRpm, reached);
+  if (changed) file.WriteInt(settings::kSpindleRpm, reached);
   // The host may answer the message with the next ramp: nothing of this one may be needed any more.
   const WindowHandle window = record.spindle.rampWindow;
   const std::uint32_t message = record.spindle.rampMessage;

@@ -6,7 +6,7 @@
 #include "motion/move.h"
 #include "motion/plunge.h"
 #include "settings/file.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 
 namespace k7 {
 
@@ -34,7 +34,7 @@ std::uint32_t FirstTraverse(DeviceState& record, const MachinePlace& place) noex
   if (record.tools.cutterMode == kCutterManual) {
     DrainQueue(record, 1);
     record.tools.cutterMode = kCutterNone;
-    SettingsFile{record.link}.WriteInt(keys::kEngraveSettings, keys::kCutterMode,
+    SettingsFile{record.link}.WriteInt(settings::kCutterMode,
                                        static_cast<std::int32_t>(kCutterNone));
     return kStatusOneShot;
   }

@@ -14,12 +14,12 @@ PassPlan PlanDepthSteps(const PassSettings& settings) {
   if (BitsOfFloat(largest) == 0) return {};
   const float finish = settings.finishPassDepth;
   const float rough = settings.engraveDepth - finish;
-  // 64 bits: the count may have saturated and still grows by two.
+  // 64 bits, because the count may be the largest that 32 bits hold and up to two are added to it.
   std::int64_t steps = TruncateToInt32(rough / largest);
-  // Without a whole step the quotient is infinite, and there is one.
+  // With no whole step the quotient is infinite, so that one step comes out.
   if (rough / static_cast<float>(steps) > largest) ++steps;
   const std::int64_t count = steps + (finish != 0.0f ? 1 : 0);
-  // A finishing depth beyond the full depth leaves nothing to step through.
+  // Where the finishing depth exceeds the full depth the number of steps is negative: one pass.
   if (count < 2) return {};
   return {static_cast<std::uint32_t>(count), rough / static_cast<float>(steps)};
 }

@@ -11,7 +11,7 @@ inline constexpr std::int32_t kPassModeCopies = 1;
 struct PassSettings {
   bool multiPass = false;
   std::int32_t mode = 0;         // kPassModeCopies; any other number: depth steps
-  std::uint32_t copies = 2;      // number of passes of copies mode
+  std::uint32_t copies = 0;      // number of passes of copies mode; 0 counts as 1
   float maxPassDepth = 0.0f;     // of depth steps; 0 turns multi-pass off
   float finishPassDepth = 0.0f;  // left for a last finishing pass; 0: none
   float engraveDepth = 0.0f;     // full depth

@@ -5,7 +5,7 @@
 
 #include "base/bounded_copy.h"
 #include "settings/file.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 
 namespace k7 {
 
@@ -20,7 +20,7 @@ void SetCameraId(DeviceState& record, const wchar_t* text) noexcept {
   if (text == nullptr) return;
   KeepCameraId(record.host, text);
   if (text[0] == L'\0') return;
-  SettingsFile{record.link}.WriteText(keys::kSettings, keys::kCameraId, text);
+  SettingsFile{record.link}.WriteText(settings::kCameraId, text);
 }
 
 void KeepCameraId(HostValues& host, const wchar_t* text) noexcept {

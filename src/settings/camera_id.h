@@ -4,11 +4,12 @@
 #include <cstdint>
 
 #include "device/device_state.h"
+#include "settings/schema.h"
 
 namespace k7 {
 
 // Longest camera identity that a load reads back, with the terminator.
-inline constexpr int kCameraIdCapacity = 2048;
+inline constexpr int kCameraIdCapacity = static_cast<int>(settings::kCameraId.range.most) + 1;
 
 // Slot 82: length of the camera identity, 0 when there is none; copied into `buffer` of `size`
 // characters only when there is a buffer and `size` exceeds the length. [host]

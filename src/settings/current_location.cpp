@@ -2,7 +2,7 @@
 
 #include "device/module_state.h"
 #include "settings/file.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 
 namespace k7 {
 
@@ -11,16 +11,16 @@ void SavePosition(const DeviceState& record) noexcept {
   const std::uint32_t mode = hasRoundAttachment == 1 ? record.mechanics.roundAxisMode : kRoundOff;
   if (mode > kRoundReplacesY) return;
   // The linear axis that a fixture has replaced keeps the position with which it was left.
-  file.WriteInt(keys::kCurrentLocation, mode == kRoundReplacesX ? keys::kRAxis : keys::kXAxis,
+  file.WriteInt(mode == kRoundReplacesX ? settings::kLocationRound : settings::kLocationX,
                 record.position.last.x);
-  file.WriteInt(keys::kCurrentLocation, mode == kRoundReplacesY ? keys::kRAxis : keys::kYAxis,
+  file.WriteInt(mode == kRoundReplacesY ? settings::kLocationRound : settings::kLocationY,
                 record.position.last.y);
 }
 
 void WriteCurrentLocation(const DeviceState& record) noexcept {
   const SettingsFile file{record.link};
-  file.WriteInt(keys::kCurrentLocation, keys::kXAxis, record.position.last.x);
-  file.WriteInt(keys::kCurrentLocation, keys::kYAxis, record.position.last.y);
+  file.WriteInt(settings::kLocationX, record.position.last.x);
+  file.WriteInt(settings::kLocationY, record.position.last.y);
 }
 
 }  // namespace k7

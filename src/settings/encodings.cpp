@@ -32,7 +32,7 @@ double LeadingNumber(const wchar_t* text) {
   while (IsBlank(*text)) ++text;
   bool negative = false;
   if (*text == L'+' || *text == L'-') negative = *text++ == L'-';
-  // from_chars would take a sign of its own; there is one already.
+  // A second sign is no number, and from_chars would take it for one.
   if (*text == L'+' || *text == L'-') return 0.0;
 
   char digits[kLongestNumber]{};

@@ -7,48 +7,61 @@
 
 namespace k7 {
 
+using namespace settings;  // rows and readers, in every signature here
+
 SettingsFile::SettingsFile(const wchar_t* path) noexcept {
   CopyText(path_.text, path);
 }
 
-std::int32_t SettingsFile::ReadInt(const wchar_t* section, const wchar_t* key,
-                                   std::int32_t otherwise) const noexcept {
+std::int32_t SettingsFile::ReadInt(const IntRow& row, Reader reader) const noexcept {
+  return ReadNumber(row, reader);
+}
+
+float SettingsFile::ReadFloat(const FloatRow& row, Reader reader) const noexcept {
+  return FloatOfBits(ReadNumber(row, reader));
+}
+
+bool SettingsFile::ReadFlag(const FlagRow& row, Reader reader) const noexcept {
+  return ReadNumber(row, reader) != 0;
+}
+
+std::int32_t SettingsFile::ReadNumber(const Row& row, Reader reader) const noexcept {
+  return ReadChained(row, DefaultOf(row, reader));
+}
+
+std::int32_t SettingsFile::ReadChained(const Row& row, std::int32_t standIn) const noexcept {
   const auto value =
-      static_cast<std::int32_t>(GetPrivateProfileIntW(section, key, otherwise, path_.text));
-  if (value != otherwise || otherwise == 0) return value;
-  // The default may stand for a key that is there but empty: platforms differ, the rule does not.
+      static_cast<std::int32_t>(GetPrivateProfileIntW(row.section, row.key, standIn, path_.text));
+  if (value != standIn || standIn == 0) return value;
+  // The default may have been given for a key that is there but empty: platforms differ in that,
+  // and an empty key reads as 0 on all of them.
   wchar_t first[2] = L"";
-  const DWORD length = GetPrivateProfileStringW(section, key, L"?", first, 2, path_.text);
+  const DWORD length = GetPrivateProfileStringW(row.section, row.key, L"?", first, 2, path_.text);
   return length == 0 ? 0 : value;
 }
 
-float SettingsFile::ReadFloat(const wchar_t* section, const wchar_t* key,
-                              float otherwise) const noexcept {
-  return FloatOfBits(ReadInt(section, key, BitsOfFloat(otherwise)));
-}
-
-std::uint32_t SettingsFile::ReadText(const wchar_t* section, const wchar_t* key,
-                                     const wchar_t* otherwise, wchar_t* buffer,
+std::uint32_t SettingsFile::ReadText(const TextRow& row, wchar_t* buffer,
                                      std::uint32_t size) const noexcept {
   if (buffer == nullptr || size < 1) return 0;
   buffer[0] = L'\0';
-  return GetPrivateProfileStringW(section, key, otherwise, buffer, size, path_.text);
+  return GetPrivateProfileStringW(row.section, row.key, row.text, buffer, size, path_.text);
 }
 
-void SettingsFile::WriteInt(const wchar_t* section, const wchar_t* key,
-                            std::int32_t value) const noexcept {
-  WriteText(section, key, TextOfInt(value).c_str());
+void SettingsFile::WriteInt(const IntRow& row, std::int32_t value) const noexcept {
+  WriteText(row, TextOfInt(value).c_str());
 }
 
-void SettingsFile::WriteFloat(const wchar_t* section, const wchar_t* key,
-                              float value) const noexcept {
-  WriteInt(section, key, BitsOfFloat(value));
+void SettingsFile::WriteFloat(const FloatRow& row, float value) const noexcept {
+  WriteText(row, TextOfInt(BitsOfFloat(value)).c_str());
 }
 
-void SettingsFile::WriteText(const wchar_t* section, const wchar_t* key,
-                             const wchar_t* text) const noexcept {
-  // Null would remove the key.
-  WritePrivateProfileStringW(section, key, text == nullptr ? L"" : text, path_.text);
+void SettingsFile::WriteFlag(const FlagRow& row, bool set) const noexcept {
+  WriteText(row, set ? L"1" : L"0");
+}
+
+void SettingsFile::WriteText(const Row& row, const wchar_t* text) const noexcept {
+  // The profile function would remove the key where the text is null.
+  WritePrivateProfileStringW(row.section, row.key, text == nullptr ? L"" : text, path_.text);
 }
 
 }  // namespace k7

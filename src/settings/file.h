@@ -1,10 +1,12 @@
-// One settings file (or material profile): single keys through the profile functions.
+// One settings file (or material profile): single keys, by their rows of the schema, through the
+// profile functions.
 #pragma once
 
 #include <cstdint>
 
 #include "device/device_state.h"
 #include "settings/paths.h"
+#include "settings/row.h"
 
 namespace k7 {
 
@@ -19,18 +21,28 @@ class SettingsFile {
 
   const wchar_t* Path() const noexcept { return path_.text; }
 
-  // Whole number; `otherwise` when the key is missing, 0 when it is present but empty.
-  std::int32_t ReadInt(const wchar_t* section, const wchar_t* key,
-                       std::int32_t otherwise) const noexcept;
-  // Single-precision number kept as the decimal text of its bit pattern.
-  float ReadFloat(const wchar_t* section, const wchar_t* key, float otherwise) const noexcept;
+  // A missing key reads as what `reader` takes for it, one that is present but empty as 0.
+  std::int32_t ReadInt(const settings::IntRow& row,
+                       settings::Reader reader = settings::Reader::Any) const noexcept;
+  float ReadFloat(const settings::FloatRow& row,
+                  settings::Reader reader = settings::Reader::Any) const noexcept;
+  bool ReadFlag(const settings::FlagRow& row,
+                settings::Reader reader = settings::Reader::Any) const noexcept;
+  // The whole number as it stands in the file, of a float its bits.
+  std::int32_t ReadNumber(const settings::Row& row,
+                          settings::Reader reader = settings::Reader::Any) const noexcept;
+  // The same, and `standIn` for a missing key: for a reader whose override in the row names a value
+  // that it has read or computed.
+  std::int32_t ReadChained(const settings::Row& row, std::int32_t standIn) const noexcept;
   // Text into a buffer of `size` characters, cut; returns its length.
-  std::uint32_t ReadText(const wchar_t* section, const wchar_t* key, const wchar_t* otherwise,
-                         wchar_t* buffer, std::uint32_t size) const noexcept;
+  std::uint32_t ReadText(const settings::TextRow& row, wchar_t* buffer,
+                         std::uint32_t size) const noexcept;
 
-  void WriteInt(const wchar_t* section, const wchar_t* key, std::int32_t value) const noexcept;
-  void WriteFloat(const wchar_t* section, const wchar_t* key, float value) const noexcept;
-  void WriteText(const wchar_t* section, const wchar_t* key, const wchar_t* text) const noexcept;
+  void WriteInt(const settings::IntRow& row, std::int32_t value) const noexcept;
+  void WriteFloat(const settings::FloatRow& row, float value) const noexcept;
+  void WriteFlag(const settings::FlagRow& row, bool set) const noexcept;
+  // Text as it is, of any row: dialogs write some numbers as they were typed. Null empties the key.
+  void WriteText(const settings::Row& row, const wchar_t* text) const noexcept;
 
  private:
   SettingsPath path_;

@@ -6,7 +6,7 @@
 #include "device/module_state.h"
 #include "motion/probing.h"
 #include "settings/file.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 #include "ui/common/dialog_commands.h"
 #include "ui/common/dialog_text.h"
 #include "ui/resource_ids.h"
@@ -31,16 +31,14 @@ std::uint32_t ReadDigits(const wchar_t* text) noexcept {
 void OnInit(HWND dialog) noexcept {
   if (dialogDevice == nullptr) return;
   const SettingsFile file{dialogDevice->link};
-  SetDecimal(dialog, IDC_SC_DEPTH,
-             file.ReadFloat(keys::kEngraveSettings, keys::kLastCutterSet, 0.0f), 3);
+  SetDecimal(dialog, IDC_SC_DEPTH, file.ReadFloat(settings::kLastCutterSet), 3);
 }
 
 void OnOk(HWND dialog) noexcept {
   if (dialogDevice != nullptr) {
     const float inches = ReadDecimal(dialog, IDC_SC_DEPTH);
     if (inches > kLeastInches) {
-      SettingsFile{dialogDevice->link}.WriteFloat(keys::kEngraveSettings, keys::kLastCutterSet,
-                                                  inches);
+      SettingsFile{dialogDevice->link}.WriteFloat(settings::kLastCutterSet, inches);
       ProbeAndLift(*dialogDevice, RoundToSteps(inches * 1000.0f));
     }
     // KEEP: text of digits only is used a second time, as thousandths: "3" sets 3000 and then 3.

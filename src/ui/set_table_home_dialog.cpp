@@ -11,7 +11,7 @@
 #include "motion/move.h"
 #include "motion/position.h"
 #include "settings/file.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 #include "ui/common/dialog_commands.h"
 #include "ui/common/dialog_text.h"
 #include "ui/resource_ids.h"
@@ -21,15 +21,14 @@ namespace {
 
 constexpr int kFields[] = {IDC_TH_X, IDC_TH_Y, IDC_TH_Z};
 constexpr int kButtons[] = {IDOK, IDCANCEL};
-constexpr float kDefaultZInches = 1.75f;
 constexpr int kDecimals = 6;
 
 // Asks the file and not the record: a change made in the table setup reaches the record only later.
 bool FileHasAllSwitches(const SettingsFile& file) noexcept {
-  return file.ReadInt(keys::kAxisX, keys::kLimitSwitch, 0) == 1 &&
-         file.ReadInt(keys::kAxisY, keys::kLimitSwitch, 0) == 1 &&
-         file.ReadInt(keys::kAxisZ, keys::kLimitSwitch, 0) == 1 &&
-         file.ReadInt(keys::kAxisZ, keys::kProxSwitch, 0) == 1;
+  return file.ReadNumber(settings::kLimitSwitchX) == 1 &&
+         file.ReadNumber(settings::kLimitSwitchY) == 1 &&
+         file.ReadNumber(settings::kLimitSwitchZ) == 1 &&
+         file.ReadNumber(settings::kProxSwitch) == 1;
 }
 
 bool IsAirZ(const Tools& tools) noexcept {
@@ -40,10 +39,10 @@ void OnInit(HWND dialog) noexcept {
   if (dialogDevice == nullptr) return;
   DeviceState& record = *dialogDevice;
   const SettingsFile file{record.link};
-  SetDecimal(dialog, IDC_TH_X, file.ReadFloat(keys::kAxisX, keys::kTableHome, 0.0f), kDecimals);
-  SetDecimal(dialog, IDC_TH_Y, file.ReadFloat(keys::kAxisY, keys::kTableHome, 0.0f), kDecimals);
-  SetDecimal(dialog, IDC_TH_Z, file.ReadFloat(keys::kAxisZ, keys::kTableHome, kDefaultZInches),
-             kDecimals);
+  constexpr auto kReader = settings::Reader::TableHomeDialog;
+  SetDecimal(dialog, IDC_TH_X, file.ReadFloat(settings::kTableHomeX, kReader), kDecimals);
+  SetDecimal(dialog, IDC_TH_Y, file.ReadFloat(settings::kTableHomeY, kReader), kDecimals);
+  SetDecimal(dialog, IDC_TH_Z, file.ReadFloat(settings::kTableHomeZ, kReader), kDecimals);
   if (FileHasAllSwitches(file)) EnableControls(dialog, kFields, false);
   if (IsAirZ(record.tools)) {
     ShowControl(dialog, IDC_TH_Z_LABEL, false);
@@ -61,14 +60,14 @@ void OnLiteral(HWND dialog) noexcept {
 void KeepHome(HWND dialog, DeviceState& record, const SettingsFile& file, bool airZ) noexcept {
   const float x = ReadDecimal(dialog, IDC_TH_X);
   const float y = ReadDecimal(dialog, IDC_TH_Y);
-  file.WriteFloat(keys::kAxisX, keys::kTableHome, x);
-  file.WriteFloat(keys::kAxisY, keys::kTableHome, y);
+  file.WriteFloat(settings::kTableHomeX, x);
+  file.WriteFloat(settings::kTableHomeY, y);
   record.position.tableHome.x = InchesToSteps(x, StepsPerInch(record.mechanics, Axis::X));
   record.position.tableHome.y = InchesToSteps(y, StepsPerInch(record.mechanics, Axis::Y));
   if (airZ) return;
   const float z = ReadDecimal(dialog, IDC_TH_Z);
-  file.WriteFloat(keys::kAxisZ, keys::kTableHome, z);
-  file.WriteFloat(keys::kAxisZ, keys::kCutterHome, z);
+  file.WriteFloat(settings::kTableHomeZ, z);
+  file.WriteFloat(settings::kCutterHome, z);
   record.position.cutterHome = InchesToSteps(z, StepsPerInch(record.mechanics, Axis::Z));
 }
 

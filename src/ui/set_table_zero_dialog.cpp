@@ -2,7 +2,7 @@
 
 #include "motion/probing.h"
 #include "settings/file.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 #include "ui/common/dialog_commands.h"
 #include "ui/common/dialog_state.h"
 #include "ui/common/dialog_text.h"
@@ -22,10 +22,10 @@ bool MayProbe() noexcept {
 void OnInit(HWND dialog) noexcept {
   if (dialogDevice == nullptr) return;
   const SettingsFile file{dialogDevice->link};
-  SetDecimal(dialog, IDC_TZ_BUFFER, file.ReadFloat(keys::kAxisZ, keys::kTableBuffer, 0.0f), 3);
+  SetDecimal(dialog, IDC_TZ_BUFFER, file.ReadFloat(settings::kTableBuffer), 3);
   // KEEP: this is not the key that OK writes, so the mode chosen last is not shown at the next
   // opening.
-  std::int32_t mode = file.ReadInt(keys::kAxisZ, keys::kTableZeroModeRead, 0);
+  std::int32_t mode = file.ReadInt(settings::kZeroTableMode);
   for (int i = 0; i < kProbe; ++i) AddListEntry(dialog, IDC_TZ_MODE, kModes[i]);
   if (MayProbe()) {
     AddListEntry(dialog, IDC_TZ_MODE, kModes[kProbe]);
@@ -39,9 +39,9 @@ void OnOk(HWND dialog) noexcept {
   if (dialogDevice != nullptr) {
     const SettingsFile file{dialogDevice->link};
     const float bufferInches = ReadDecimal(dialog, IDC_TZ_BUFFER);
-    file.WriteFloat(keys::kAxisZ, keys::kTableBuffer, bufferInches);
+    file.WriteFloat(settings::kTableBuffer, bufferInches);
     const int mode = Selection(dialog, IDC_TZ_MODE);
-    file.WriteInt(keys::kAxisZ, keys::kTableZeroModeWritten, mode);
+    file.WriteInt(settings::kTableZeroMode, mode);
     SetTableSurface(*dialogDevice, bufferInches, mode);
     dialogState.engraveBufferModified = 0;
   }

@@ -8,7 +8,7 @@
 #include "motion/axes.h"
 #include "motion/homing.h"
 #include "settings/file.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 #include "ui/set_table_home_dialog.h"
 
 namespace k7 {
@@ -52,15 +52,12 @@ void HomeBySwitches(DeviceState& record) noexcept {
   if (z == 1 && !airZ) PullBack(record.position.cutterHome, perInchZ);
 
   const SettingsFile file{record.link};
-  file.WriteFloat(keys::kAxisX, keys::kTableHome,
-                  StepsToInches(record.position.tableHome.x, perInchX));
-  file.WriteFloat(keys::kAxisY, keys::kTableHome,
-                  StepsToInches(record.position.tableHome.y, perInchY));
+  file.WriteFloat(settings::kTableHomeX, StepsToInches(record.position.tableHome.x, perInchX));
+  file.WriteFloat(settings::kTableHomeY, StepsToInches(record.position.tableHome.y, perInchY));
   // KEEP: Z is written as the "Table Home" that the dialog shows, not as the "Cutter Home" that a
   // load reads.
   if (!airZ) {
-    file.WriteFloat(keys::kAxisZ, keys::kTableHome,
-                    StepsToInches(record.position.cutterHome, perInchZ));
+    file.WriteFloat(settings::kTableHomeZ, StepsToInches(record.position.cutterHome, perInchZ));
   }
 }
 

@@ -104,11 +104,11 @@ TEST_F(Jog, AReplacedAxisHasNoLimitAndIsKeptUnderRAxis) {
   machine_.StandAt(0, 7, 9, kCutterUp);
   EXPECT_EQ(Tap(kJogXMinus, kJogFast),
             "G0 F7620.000\nM106\nSendBlockMessagesOn\nG0 X-0.635000\nSendBlockMessagesOff\nM107\n");
-  EXPECT_EQ(Key(keys::kCurrentLocation, keys::kXAxis), L"(none)");
-  EXPECT_EQ(Key(keys::kCurrentLocation, keys::kYAxis), L"7");
-  EXPECT_EQ(Key(keys::kCurrentLocation, keys::kZAxis), L"9");
+  EXPECT_EQ(Key(L"Current Location", L"X Axis"), L"(none)");
+  EXPECT_EQ(Key(L"Current Location", L"Y Axis"), L"7");
+  EXPECT_EQ(Key(L"Current Location", L"Z Axis"), L"9");
   // One of the 200 steps is lost below zero, where half a step is added all the same.
-  EXPECT_EQ(Key(keys::kCurrentLocation, keys::kRAxis), L"-199");
+  EXPECT_EQ(Key(L"Current Location", L"R Axis"), L"-199");
 }
 
 TEST_F(Jog, ReleasingTheKeyEndsIt) {
@@ -151,7 +151,7 @@ TEST_F(Jog, ARefusedJogStillEndsWithItsMessage) {
   EXPECT_EQ(Tap(kJogZDown, kJogFast), nothing);
   EXPECT_EQ(window_.Seen(), std::vector<HostMessage>(3, HostMessage{kJogEnd, 0, 0}));
   EXPECT_EQ(record_.jog.jogActive, 0u);
-  EXPECT_EQ(Key(keys::kCurrentLocation, keys::kZAxis), L"0");
+  EXPECT_EQ(Key(L"Current Location", L"Z Axis"), L"0");
 }
 
 TEST_F(Jog, ATouchedProximitySwitchLiftsAndForbids) {
@@ -199,7 +199,7 @@ TEST_F(Jog, WithoutAWindowItJogsAllTheSame) {
   EXPECT_TRUE(machine_.controller.WaitForLine("M107\n"));
   EndWorkers(record_);
   EXPECT_EQ(record_.position.last.x, 100);
-  EXPECT_EQ(Key(keys::kCurrentLocation, keys::kXAxis), L"100");
+  EXPECT_EQ(Key(L"Current Location", L"X Axis"), L"100");
 }
 
 TEST_F(Jog, TheHostMayStartTheNextJogFromTheEndMessage) {

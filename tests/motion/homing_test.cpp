@@ -226,7 +226,7 @@ TEST_F(CutterHome, IsAtLeastTheTruncatedLiftOrDepth) {
   EXPECT_FALSE(SetCutterHomeHere(record_));  // the lift would end above the machine's top
   EXPECT_EQ(record_.position.cutterHome, 499);
   EXPECT_EQ(machine_.Sent(), "");
-  EXPECT_EQ(Key(keys::kAxisZ, keys::kCutterHome), L"1040153838");  // 0.12475
+  EXPECT_EQ(Key(L"Axis Z", L"Cutter Home"), L"1040153838");  // 0.12475
 
   record_.tools.engraveDepth = 0.1252f;  // 500.8 steps; the lift of 500 ends at 0
   EXPECT_FALSE(SetCutterHomeHere(record_));
@@ -248,7 +248,7 @@ TEST_F(CutterHome, WithoutAPitchNothingOverflows) {
   record_.mechanics.axis.z.screwPitch = 0.0f;
   EXPECT_FALSE(SetCutterHomeHere(record_));
   EXPECT_EQ(record_.position.cutterHome, INT32_MAX);
-  EXPECT_EQ(Key(keys::kAxisZ, keys::kCutterHome), L"0");
+  EXPECT_EQ(Key(L"Axis Z", L"Cutter Home"), L"0");
 }
 
 }  // namespace

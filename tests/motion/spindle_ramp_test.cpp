@@ -42,7 +42,7 @@ class SpindleRamp : public k7test::MachineTest {
 };
 
 TEST_F(SpindleRamp, UpEndsAtLevel252) {
-  WriteKey(keys::kSpindle, keys::kRampTime, L"1");
+  WriteKey(L"Spindle", L"Ramp Time", L"1");
   const HeldKey key{kKey};
   ASSERT_TRUE(Start(0));
   ASSERT_TRUE(window_.WaitFor(kRampEnd));
@@ -56,13 +56,13 @@ TEST_F(SpindleRamp, UpEndsAtLevel252) {
   EXPECT_LE(record_.spindle.spindleValue, 13000);
   EXPECT_EQ(record_.spindle.spindleRpm, record_.spindle.spindleValue);
   EXPECT_EQ(record_.spindle.rampDirection, kRampIdle);
-  EXPECT_EQ(Key(keys::kSpindle, keys::kSpindleRpm), std::to_wstring(record_.spindle.spindleValue));
+  EXPECT_EQ(Key(L"Spindle", L"Spindle RPM"), std::to_wstring(record_.spindle.spindleValue));
   EXPECT_EQ(window_.Seen(),
             (std::vector<HostMessage>{{kRampEnd, record_.spindle.spindleValue, 0}}));
 }
 
 TEST_F(SpindleRamp, DownEndsAtLevelZeroAndNeverBelowOneRpm) {
-  WriteKey(keys::kSpindle, keys::kRampTime, L"1");
+  WriteKey(L"Spindle", L"Ramp Time", L"1");
   const HeldKey key{kKey};
   ASSERT_TRUE(Start(1));
   ASSERT_TRUE(window_.WaitFor(kRampEnd));
@@ -72,7 +72,7 @@ TEST_F(SpindleRamp, DownEndsAtLevelZeroAndNeverBelowOneRpm) {
   for (std::size_t i = 1; i < levels.size(); ++i) EXPECT_LT(levels[i], levels[i - 1]);
   EXPECT_GE(record_.spindle.spindleValue, 1);
   EXPECT_LE(record_.spindle.spindleValue, 25);
-  EXPECT_EQ(Key(keys::kSpindle, keys::kSpindleRpm), std::to_wstring(record_.spindle.spindleValue));
+  EXPECT_EQ(Key(L"Spindle", L"Spindle RPM"), std::to_wstring(record_.spindle.spindleValue));
   EXPECT_EQ(record_.spindle.spindleOn, 1);
 }
 
@@ -86,24 +86,24 @@ TEST_F(SpindleRamp, ReleasingTheKeyEndsItWithTheReachedSpeed) {
   ASSERT_TRUE(window_.WaitFor(kRampEnd));
   EXPECT_LT(record_.spindle.spindleValue, 12000);
   EXPECT_EQ(record_.spindle.spindleRpm, record_.spindle.spindleValue);
-  EXPECT_EQ(Key(keys::kSpindle, keys::kSpindleRpm), std::to_wstring(record_.spindle.spindleValue));
+  EXPECT_EQ(Key(L"Spindle", L"Spindle RPM"), std::to_wstring(record_.spindle.spindleValue));
   EXPECT_EQ(window_.Seen(),
             (std::vector<HostMessage>{{kRampEnd, record_.spindle.spindleValue, 0}}));
 }
 
 TEST_F(SpindleRamp, AlreadyAtItsEndItWritesNothing) {
   const HeldKey key{kKey};
-  record_.spindle.spindleValue = 12990;                   // level 252
-  WriteKey(keys::kSpindle, keys::kRampTime, L"2000000");  // no speed of its own within the test
+  record_.spindle.spindleValue = 12990;            // level 252
+  WriteKey(L"Spindle", L"Ramp Time", L"2000000");  // no speed of its own within the test
   ASSERT_TRUE(Start(0));
   ASSERT_TRUE(window_.WaitFor(kRampEnd));
   EXPECT_EQ(machine_.Sent(), "");
-  EXPECT_EQ(Key(keys::kSpindle, keys::kSpindleRpm), L"(none)");
+  EXPECT_EQ(Key(L"Spindle", L"Spindle RPM"), L"(none)");
   EXPECT_EQ(window_.Seen(), (std::vector<HostMessage>{{kRampEnd, 12990, 0}}));
 }
 
 TEST_F(SpindleRamp, WithoutATimeTheEndIsReachedAtOnce) {
-  WriteKey(keys::kSpindle, keys::kRampTime, L"0");
+  WriteKey(L"Spindle", L"Ramp Time", L"0");
   ASSERT_TRUE(Start(0));
   ASSERT_TRUE(window_.WaitFor(kRampEnd));
   EXPECT_EQ(machine_.Sent(), "M44 S252\n");
@@ -112,7 +112,7 @@ TEST_F(SpindleRamp, WithoutATimeTheEndIsReachedAtOnce) {
   ASSERT_TRUE(window_.WaitFor(kRampEnd, 2));
   EXPECT_EQ(machine_.Sent(), "M44 S0\n");
   EXPECT_EQ(record_.spindle.spindleValue, 1);
-  EXPECT_EQ(Key(keys::kSpindle, keys::kSpindleRpm), L"1");
+  EXPECT_EQ(Key(L"Spindle", L"Spindle RPM"), L"1");
 }
 
 TEST_F(SpindleRamp, IsRefusedWithoutARunningSpindleOrSomewhereToGo) {

@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "settings/file.h"
-#include "settings/keys.h"
 #include "support/host_call.h"
+#include "support/key_file.h"
 #include "support/stroke.h"
 
 namespace k7 {
@@ -36,7 +35,7 @@ struct Machine : TestMachine {
 };
 
 std::int32_t CutterModeInFile(const DeviceState& record) {
-  return SettingsFile{record.link}.ReadInt(keys::kEngraveSettings, keys::kCutterMode, -1);
+  return k7test::KeyFile{record.link}.ReadInt(L"Engrave Settings", L"Cutter Mode", -1);
 }
 
 TEST(Strokes, WithoutAJobOrAConnectionDoNothing) {

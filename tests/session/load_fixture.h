@@ -14,8 +14,8 @@
 #include "device/module_state.h"
 #include "session/load.h"
 #include "settings/encodings.h"
-#include "settings/file.h"
 #include "support/controller_id.h"
+#include "support/key_file.h"
 
 namespace k7 {
 
@@ -87,7 +87,7 @@ class LoadTest : public testing::Test {
 
   const std::wstring id_ = k7test::FreshControllerId();
   DeviceState record_;
-  const SettingsFile file_;
+  const k7test::KeyFile file_;
 };
 
 // A suite of this class runs a table of cases.

@@ -17,7 +17,7 @@ class LoadLinesTest : public testing::Test {
     hasSpindle = 0;
   }
   std::string Load(const std::vector<Entry>& entries = {}) {
-    const SettingsFile file{machine_->link};
+    const k7test::KeyFile file{machine_->link};
     for (const Entry& e : entries) file.WriteText(e.section, e.key, e.text.c_str());
     LoadSettings(*machine_);
     return machine_.Sent();

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "session/load.h"
-#include "settings/file.h"
 #include "support/controller_id.h"
+#include "support/key_file.h"
 
 namespace k7 {
 namespace {
@@ -17,9 +17,7 @@ class CameraIdTest : public testing::Test {
   CameraIdTest() { record_.link.controllerId.Set(id_.c_str()); }
   ~CameraIdTest() override { std::filesystem::remove(k7test::SettingsFileOf(id_)); }
   std::wstring InFile() const {
-    wchar_t text[64];
-    SettingsFile{record_.link}.ReadText(L"Settings", L"CameraID", L"(missing)", text, 64);
-    return text;
+    return k7test::KeyFile{record_.link}.ReadText(L"Settings", L"CameraID", L"(missing)");
   }
 
   const std::wstring id_ = k7test::FreshControllerId();

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "device/module_state.h"
-#include "settings/keys.h"
 #include "settings/paths.h"
 #include "support/host_window.h"
 #include "support/message_box.h"

@@ -4,8 +4,7 @@
 #include <string>
 
 #include "motion/strokes.h"
-#include "settings/file.h"
-#include "settings/keys.h"
+#include "support/key_file.h"
 #include "support/stroke.h"
 
 namespace k7test {
@@ -38,8 +37,7 @@ class RaisedCutter : public TestMachine {
   }
   // The cutter home that stands in the settings file, in inches.
   float CutterHomeInFile() {
-    return k7::SettingsFile{(**this).link}.ReadFloat(k7::keys::kAxisZ, k7::keys::kCutterHome,
-                                                     kNoHome);
+    return KeyFile{(**this).link}.ReadFloat(L"Axis Z", L"Cutter Home", kNoHome);
   }
 };
 

@@ -18,7 +18,7 @@ class HomeDialogTest : public SubDialogTest {
     controller_.Answer("G28 X0\n", "X_Limit 4000\r\n");
     Record().position.tableHomed = 0;
   }
-  void UseAirZ() { WriteInt(keys::kAxisZ, keys::kAirZ, 1); }
+  void UseAirZ() { WriteInt(L"Axis Z", L"Air Z", 1); }
 };
 
 }  // namespace k7

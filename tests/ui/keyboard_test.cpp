@@ -107,8 +107,8 @@ TEST_F(Keyboard, TabGoesThroughTheLockedTableSetupByWhatIsNotLocked) {
 }
 
 TEST_F(Keyboard, TabGoesThroughTheTableSetupGroupByGroup) {
-  WriteInt(keys::kBraille, keys::kBeadInsertTool, 1);
-  WriteInt(keys::kDiode, keys::kDiodePointer, 1);
+  WriteInt(L"Braille", L"Bead Insert Tool", 1);
+  WriteInt(L"Diode", L"Diode Pointer", 1);
   OpenUnlockedSetup();
   Type(IDC_TS_FRIENDLY_NAME, L"Bench");  // OK comes alive
   SetFocusTo(IDC_TS_FRIENDLY_NAME);
@@ -162,7 +162,7 @@ TEST_F(Keyboard, EnterInAFieldOfTheSettingsAppliesAndExits) {
   Type(IDC_CS_CUTTER_LIFT, L"0.5");
   FocusAndPress(IDC_CS_CUTTER_LIFT, VK_RETURN);
   EXPECT_EQ(driver_->Result(), 101);
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kCutterLift), 0.5f);
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Cutter Lift"), 0.5f);
 }
 
 TEST_F(Keyboard, EnterInAFieldOfTheSmallDialogsIsOk) {
@@ -190,7 +190,7 @@ TEST_F(Keyboard, EnterInTheTableSetupWaitsForAChange) {
   Type(IDC_TS_SCISSORS, L"2");
   FocusAndPress(IDC_TS_SCISSORS, VK_RETURN);
   EXPECT_EQ(driver_->Result(), 1);
-  EXPECT_EQ(StoredFloat(keys::kSettings, keys::kScissors), 2.0f);
+  EXPECT_EQ(StoredFloat(L"Settings", L"Scissors"), 2.0f);
 }
 
 TEST_F(Keyboard, EnterOnCancelCancels) {

@@ -13,7 +13,7 @@ using Lifts = std::vector<long>;
 class SetCutterDialog : public SubDialogTest {
  protected:
   SetCutterDialog() {
-    WriteFloat(keys::kProx, keys::kSemiAutoOffset, 0.0f);
+    WriteFloat(L"Prox", L"Semi Auto Offset", 0.0f);
     controller_.OnPrefix(
         "G30 ", [](FakeController& fake, const std::string&) { fake.Say("Z_Probe 4000\r\n"); });
   }
@@ -24,11 +24,11 @@ class SetCutterDialog : public SubDialogTest {
     EXPECT_EQ(CloseBy(IDOK), 1);
     return LiftsAfterProbes();
   }
-  std::wstring LastCutter() { return Stored(keys::kEngraveSettings, keys::kLastCutterSet); }
+  std::wstring LastCutter() { return Stored(L"Engrave Settings", L"Last Cutter Set"); }
 };
 
 TEST_F(SetCutterDialog, ShowsTheLastDepthWithThreeDecimals) {
-  WriteFloat(keys::kEngraveSettings, keys::kLastCutterSet, 0.0625f);
+  WriteFloat(L"Engrave Settings", L"Last Cutter Set", 0.0625f);
   OpenOn(&ShowSetCutterDialog);
   EXPECT_EQ(Text(IDC_SC_DEPTH), L"0.063");
 }
@@ -40,19 +40,19 @@ TEST_F(SetCutterDialog, ShowsZeroWhenNothingWasEverSet) {
 
 TEST_F(SetCutterDialog, ProbesAndLiftsOnceForANumberWithAFraction) {
   EXPECT_EQ(Set(L"1.25"), (Lifts{5000}));
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kLastCutterSet), 1.25f);
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Last Cutter Set"), 1.25f);
   EXPECT_EQ(LastCutter(), L"1067450368");
 }
 
 TEST_F(SetCutterDialog, SetsFiftyThousandthsOnce) {
   EXPECT_EQ(Set(L"0.050"), (Lifts{200}));
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kLastCutterSet), 0.05f);
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Last Cutter Set"), 0.05f);
 }
 
 // KEEP: digits only are inches first and thousandths then.
 TEST_F(SetCutterDialog, ProbesAndLiftsTwiceForAWholeNumber) {
   EXPECT_EQ(Set(L"3"), (Lifts{12000, 12}));
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kLastCutterSet), 3.0f);
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Last Cutter Set"), 3.0f);
 }
 
 TEST_F(SetCutterDialog, UpToAThousandthNothingIsSet) {
@@ -70,8 +70,7 @@ TEST_F(SetCutterDialog, BeyondTheLargestLiftThereIsNoSecondOne) {
                                L"18446744073709551617", L"99999999999999999999999999"}) {
     Record().position.last.z = 0;
     EXPECT_EQ(Set(depth).size(), 1u) << depth;
-    EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kLastCutterSet),
-              std::wcstof(depth, nullptr))
+    EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Last Cutter Set"), std::wcstof(depth, nullptr))
         << depth;
   }
 }

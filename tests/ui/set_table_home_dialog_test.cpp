@@ -33,9 +33,9 @@ class SetTableHomeDialog : public HomeDialogTest {
 };
 
 TEST_F(SetTableHomeDialog, ShowsTheStoredHomeWithSixDecimals) {
-  WriteFloat(keys::kAxisX, keys::kTableHome, 0.5f);
-  WriteFloat(keys::kAxisY, keys::kTableHome, -0.25025f);
-  WriteFloat(keys::kAxisZ, keys::kTableHome, 1.25f);
+  WriteFloat(L"Axis X", L"Table Home", 0.5f);
+  WriteFloat(L"Axis Y", L"Table Home", -0.25025f);
+  WriteFloat(L"Axis Z", L"Table Home", 1.25f);
   OpenHome();
   EXPECT_EQ(Text(IDC_TH_X), L"0.500000");
   EXPECT_EQ(Text(IDC_TH_Y), L"-0.250250");
@@ -64,7 +64,7 @@ TEST_F(SetTableHomeDialog, WithAllSwitchesTheFieldsAreDisabledUntilLiteralValues
 
 TEST_F(SetTableHomeDialog, OneMissingSwitchLeavesTheFieldsEnabled) {
   FitAllSwitches();
-  WriteInt(keys::kAxisZ, keys::kProxSwitch, 0);
+  WriteInt(L"Axis Z", L"Prox Switch", 0);
   OpenHome();
   EXPECT_TRUE(FieldsEnabled());
 }
@@ -89,7 +89,7 @@ TEST_F(SetTableHomeDialog, WithAirZThereIsNoZ) {
 }
 
 TEST_F(SetTableHomeDialog, ARoundFixtureKeepsItsZ) {
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
+  WriteInt(L"Axis Round", L"Has Round Attachment", 1);
   LoadSettings(Record());
   OpenHome();
   EXPECT_TRUE(Shown(IDC_TH_Z));
@@ -116,10 +116,10 @@ TEST_F(SetTableHomeDialog, WritesInchesAndKeepsSteps) {
   OpenHome();
   TypeHome(L"0.5", L"1.00013", L"1.75");
   EXPECT_EQ(CloseBy(IDOK), 1);
-  EXPECT_EQ(Stored(keys::kAxisX, keys::kTableHome), L"1056964608");
-  EXPECT_EQ(StoredFloat(keys::kAxisY, keys::kTableHome), 1.00013f);
-  EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kTableHome), 1.75f);
-  EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kCutterHome), 1.75f);
+  EXPECT_EQ(Stored(L"Axis X", L"Table Home"), L"1056964608");
+  EXPECT_EQ(StoredFloat(L"Axis Y", L"Table Home"), 1.00013f);
+  EXPECT_EQ(StoredFloat(L"Axis Z", L"Table Home"), 1.75f);
+  EXPECT_EQ(StoredFloat(L"Axis Z", L"Cutter Home"), 1.75f);
   EXPECT_EQ(Record().position.tableHome.x, 2000);
   EXPECT_EQ(Record().position.tableHome.y, 4001);
   EXPECT_EQ(Record().position.cutterHome, 7000);
@@ -135,19 +135,19 @@ TEST_F(SetTableHomeDialog, ByHandWithAirZLeavesZAlone) {
   EXPECT_THAT(sent, StartsWith("M17\nG92 X12.700000 Y25.400000\nG0 F1524.000\nM106\n"));
   EXPECT_THAT(sent, EndsWith("SetTableHomed\n"));
   EXPECT_EQ(Record().position.cutterHome, cutterHome);
-  EXPECT_EQ(Stored(keys::kAxisZ, keys::kTableHome), L"(none)");
-  EXPECT_EQ(Stored(keys::kAxisZ, keys::kCutterHome), L"(none)");
+  EXPECT_EQ(Stored(L"Axis Z", L"Table Home"), L"(none)");
+  EXPECT_EQ(Stored(L"Axis Z", L"Cutter Home"), L"(none)");
 }
 
 TEST_F(SetTableHomeDialog, WithAllSwitchesThePlaceIsMachineZero) {
   FitAllSwitches();
-  WriteFloat(keys::kAxisX, keys::kTableHome, 0.5f);
+  WriteFloat(L"Axis X", L"Table Home", 0.5f);
   OpenHome();
   EXPECT_EQ(CloseBy(IDOK), 1);
   EXPECT_EQ(Sent(), "M17\nG92 X0.000000 Y0.000000 Z0.000000\nSetTableHomed\n");
   EXPECT_EQ(Record().position.tableHome.x, 2000);
   EXPECT_EQ(Record().position.cutterHome, 7000);
-  EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kCutterHome), 1.75f);
+  EXPECT_EQ(StoredFloat(L"Axis Z", L"Cutter Home"), 1.75f);
 }
 
 TEST_F(SetTableHomeDialog, WithAllSwitchesAndAirZThePlaceIsMachineZeroButForZ) {

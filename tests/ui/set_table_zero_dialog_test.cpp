@@ -21,12 +21,12 @@ class SetTableZeroDialog : public SubDialogTest {
     dialogState.xLimitSwitch = dialogState.yLimitSwitch = 1;
     dialogState.zLimitSwitch = dialogState.zProxSwitch = 1;
   }
-  std::wstring Written() { return Stored(keys::kAxisZ, L"Table Zero Mode"); }
+  std::wstring Written() { return Stored(L"Axis Z", L"Table Zero Mode"); }
 };
 
 TEST_F(SetTableZeroDialog, ShowsTheBufferAndTheStoredMode) {
-  WriteFloat(keys::kAxisZ, keys::kTableBuffer, 0.125f);
-  WriteInt(keys::kAxisZ, L"Zero Table Mode", 1);
+  WriteFloat(L"Axis Z", L"Table Buffer", 0.125f);
+  WriteInt(L"Axis Z", L"Zero Table Mode", 1);
   OpenOn(&ShowSetTableZeroDialog);
   EXPECT_EQ(Text(IDC_TZ_BUFFER), L"0.125");
   EXPECT_EQ(EntriesOf(dialog_, IDC_TZ_MODE), kTwo);
@@ -35,7 +35,7 @@ TEST_F(SetTableZeroDialog, ShowsTheBufferAndTheStoredMode) {
 }
 
 TEST_F(SetTableZeroDialog, WithoutSwitchesAStoredProbeSelectsTheFirstMode) {
-  WriteInt(keys::kAxisZ, L"Zero Table Mode", 2);
+  WriteInt(L"Axis Z", L"Zero Table Mode", 2);
   dialogState.mode = 1;
   OpenOn(&ShowSetTableZeroDialog);
   EXPECT_EQ(EntriesOf(dialog_, IDC_TZ_MODE), kTwo);
@@ -43,7 +43,7 @@ TEST_F(SetTableZeroDialog, WithoutSwitchesAStoredProbeSelectsTheFirstMode) {
 }
 
 TEST_F(SetTableZeroDialog, OffersTheProbeBeforeAJobOnAnIdleMachineWithAllSwitches) {
-  WriteInt(keys::kAxisZ, L"Zero Table Mode", 2);
+  WriteInt(L"Axis Z", L"Zero Table Mode", 2);
   FitSwitches();
   OpenOn(&ShowSetTableZeroDialog);
   EXPECT_EQ(EntriesOf(dialog_, IDC_TZ_MODE), kThree);
@@ -71,12 +71,12 @@ TEST_F(SetTableZeroDialog, EachMissingConditionTakesTheProbeAway) {
 
 // KEEP: the key that is written is not the one that is read.
 TEST_F(SetTableZeroDialog, WritesTableZeroModeAndLeavesZeroTableMode) {
-  WriteInt(keys::kAxisZ, L"Zero Table Mode", 0);
+  WriteInt(L"Axis Z", L"Zero Table Mode", 0);
   OpenOn(&ShowSetTableZeroDialog);
   Pick(dialog_, IDC_TZ_MODE, 1);
   EXPECT_EQ(CloseBy(IDOK), 1);
   EXPECT_EQ(Written(), L"1");
-  EXPECT_EQ(Stored(keys::kAxisZ, L"Zero Table Mode"), L"0");
+  EXPECT_EQ(Stored(L"Axis Z", L"Zero Table Mode"), L"0");
   OpenOn(&ShowSetTableZeroDialog);
   EXPECT_EQ(SelectionOf(dialog_, IDC_TZ_MODE), 0);
 }
@@ -86,7 +86,7 @@ TEST_F(SetTableZeroDialog, HandsBufferAndModeToTheMachine) {
   OpenOn(&ShowSetTableZeroDialog);
   Type(IDC_TZ_BUFFER, L"0.25");
   EXPECT_EQ(CloseBy(IDOK), 1);
-  EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kTableBuffer), 0.25f);
+  EXPECT_EQ(StoredFloat(L"Axis Z", L"Table Buffer"), 0.25f);
   EXPECT_EQ(Written(), L"0");
   EXPECT_EQ(Record().position.tableSurface, 8000 - 1000);
   EXPECT_EQ(dialogState.engraveBufferModified, 0);
@@ -103,7 +103,7 @@ TEST_F(SetTableZeroDialog, TheSecondModeTakesThePresentZ) {
 }
 
 TEST_F(SetTableZeroDialog, TheThirdModeProbesForTheSurface) {
-  WriteFloat(keys::kProx, keys::kSemiAutoOffset, 0.25f);
+  WriteFloat(L"Prox", L"Semi Auto Offset", 0.25f);
   controller_.OnPrefix(
       "G30 ", [](FakeController& fake, const std::string&) { fake.Say("Z_Probe 4000\r\n"); });
   FitSwitches();
@@ -119,7 +119,7 @@ TEST_F(SetTableZeroDialog, TheThirdModeProbesForTheSurface) {
 }
 
 TEST_F(SetTableZeroDialog, AStoredModeThatIsNotOfferedSelectsNothing) {
-  WriteInt(keys::kAxisZ, L"Zero Table Mode", 3);
+  WriteInt(L"Axis Z", L"Zero Table Mode", 3);
   OpenOn(&ShowSetTableZeroDialog);
   EXPECT_EQ(SelectionOf(dialog_, IDC_TZ_MODE), -1);
 }
@@ -128,7 +128,7 @@ TEST_F(SetTableZeroDialog, TextThatIsNoNumberIsNoBuffer) {
   OpenOn(&ShowSetTableZeroDialog);
   Type(IDC_TZ_BUFFER, L"thin");
   CloseBy(IDOK);
-  EXPECT_EQ(Stored(keys::kAxisZ, keys::kTableBuffer), L"0");
+  EXPECT_EQ(Stored(L"Axis Z", L"Table Buffer"), L"0");
   EXPECT_EQ(Record().position.tableSurface, 8000);
 }
 
@@ -147,7 +147,7 @@ TEST_F(SetTableZeroDialog, CancelWritesNothing) {
   Type(IDC_TZ_BUFFER, L"0.25");
   EXPECT_EQ(CloseBy(IDCANCEL), 2);
   EXPECT_EQ(Written(), L"(none)");
-  EXPECT_EQ(Stored(keys::kAxisZ, keys::kTableBuffer), L"(none)");
+  EXPECT_EQ(Stored(L"Axis Z", L"Table Buffer"), L"(none)");
   EXPECT_EQ(Sent(), "");
   EXPECT_EQ(dialogState.engraveBufferModified, 1);
 }

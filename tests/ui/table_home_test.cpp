@@ -141,12 +141,12 @@ TEST_F(PromptTableHomeTest, WithAllSwitchesTheReportsOfTheSwitchesBringTheHome) 
   EXPECT_EQ(Record().position.tableHome.x, 4000);
   EXPECT_EQ(Record().position.tableHome.y, 5000);
   EXPECT_EQ(Record().position.cutterHome, 6000);
-  EXPECT_EQ(StoredFloat(keys::kAxisX, keys::kTableHome), 1.0f);
-  EXPECT_EQ(StoredFloat(keys::kAxisY, keys::kTableHome), 1.25f);
-  EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kTableHome), 1.5f);
+  EXPECT_EQ(StoredFloat(L"Axis X", L"Table Home"), 1.0f);
+  EXPECT_EQ(StoredFloat(L"Axis Y", L"Table Home"), 1.25f);
+  EXPECT_EQ(StoredFloat(L"Axis Z", L"Table Home"), 1.5f);
   EXPECT_EQ(Text(IDC_TH_X), L"1.000000") << "the second dialog shows it";
   EXPECT_EQ(CloseBy(IDOK), 1);
-  EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kCutterHome), 1.5f);
+  EXPECT_EQ(StoredFloat(L"Axis Z", L"Cutter Home"), 1.5f);
 }
 
 TEST_F(PromptTableHomeTest, AnAxisAtItsSwitchIsPulledBackAQuarterInch) {
@@ -158,7 +158,7 @@ TEST_F(PromptTableHomeTest, AnAxisAtItsSwitchIsPulledBackAQuarterInch) {
   EXPECT_EQ(Record().position.tableHome.x, 3000);
   EXPECT_EQ(Record().position.tableHome.y, 5000);
   EXPECT_EQ(Record().position.cutterHome, 5000);
-  EXPECT_EQ(StoredFloat(keys::kAxisX, keys::kTableHome), 0.75f);
+  EXPECT_EQ(StoredFloat(L"Axis X", L"Table Home"), 0.75f);
   CloseBy(IDCANCEL);
 }
 
@@ -174,8 +174,8 @@ TEST_F(PromptTableHomeTest, RefusedHomingLeavesMinusOne) {
   EXPECT_EQ(Record().position.tableHome.x, -1);
   EXPECT_EQ(Record().position.tableHome.y, -1);
   EXPECT_EQ(Record().position.cutterHome, -1);
-  EXPECT_EQ(StoredFloat(keys::kAxisX, keys::kTableHome), -1.0f / 4000.0f);
-  EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kTableHome), -1.0f / 4000.0f);
+  EXPECT_EQ(StoredFloat(L"Axis X", L"Table Home"), -1.0f / 4000.0f);
+  EXPECT_EQ(StoredFloat(L"Axis Z", L"Table Home"), -1.0f / 4000.0f);
   CloseBy(IDCANCEL);
 }
 
@@ -188,7 +188,7 @@ TEST_F(PromptTableHomeTest, WithAirZNothingIsWrittenForZ) {
   AnswerYes();
   AcceptFirstDialog();
   EXPECT_EQ(Record().position.cutterHome, -1);
-  EXPECT_EQ(Stored(keys::kAxisZ, keys::kTableHome), L"(none)");
+  EXPECT_EQ(Stored(L"Axis Z", L"Table Home"), L"(none)");
   EXPECT_THAT(Sent(), testing::Not(testing::HasSubstr("G28 Z0")));
   CloseBy(IDCANCEL);
 }

@@ -2,8 +2,8 @@
 
 #include "ui/common/dialog_state.h"
 #include "ui/common/dialog_text.h"
-#include "ui/settings/engrave_lists.h"
 #include "ui/resource_ids.h"
+#include "ui/settings/engrave_lists.h"
 
 namespace k7 {
 namespace {
@@ -24,7 +24,7 @@ constexpr int kEditable[] = {
     IDC_CS_MULTI_PASS_MODE,
 };
 
-// What makes no sense on a machine whose cutter knows only up and down.
+// Hidden on a machine with a pneumatic head, which is either up or down.
 constexpr int kCutterControls[] = {
     IDC_CS_ENGRAVE_TYPE_LABEL,    IDC_CS_ENGRAVE_TYPE,
     IDC_CS_CUTTER_LIFT_LABEL,     IDC_CS_CUTTER_LIFT,

@@ -4,7 +4,7 @@
 
 #include "k7/driver.h"
 #include "motion/axes.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 #include "ui/common/dialog_state.h"
 #include "ui/common/dialog_text.h"
 #include "ui/resource_ids.h"
@@ -12,9 +12,6 @@
 
 namespace k7 {
 namespace {
-
-constexpr std::int32_t kDefaultMotorRpm = 4000;
-constexpr float kDefaultGearRatio = 3.25f;
 
 float FinestResolution() noexcept {
   return std::min(StepsPerInch(dialogDevice->mechanics, Axis::X),
@@ -28,7 +25,7 @@ SettingsFile EngraveFile(const wchar_t* path) noexcept {
 }
 
 bool HasAirZ(const SettingsFile& file) noexcept {
-  return file.ReadInt(keys::kAxisZ, keys::kAirZ, 0) == 1;
+  return file.ReadNumber(settings::kAirZ) == 1;
 }
 
 void FillResolutionList(HWND dialog, const wchar_t*) noexcept {
@@ -44,19 +41,18 @@ void FillResolutionList(HWND dialog, const wchar_t*) noexcept {
 void SaveResolution(HWND dialog, const wchar_t* path) noexcept {
   if (dialogDevice == nullptr) return;
   const SettingsFile file = EngraveFile(path);
-  file.WriteFloat(keys::kEngraveSettings, keys::kResolution,
+  file.WriteFloat(settings::kResolution,
                   ResolutionOfEntry(FinestResolution(), Selection(dialog, IDC_CS_RESOLUTION)));
   // KEEP: whatever resolution was chosen, the grid stays that of the motors.
-  file.WriteInt(keys::kEngraveSettings, keys::kXAxisFactor, 1);
-  file.WriteInt(keys::kEngraveSettings, keys::kYAxisFactor, 1);
+  file.WriteInt(settings::kXAxisFactor, 1);
+  file.WriteInt(settings::kYAxisFactor, 1);
 }
 
 void FillEngraveTypeList(HWND dialog, const wchar_t* path) noexcept {
   if (dialogDevice == nullptr) return;
   ClearList(dialog, IDC_CS_ENGRAVE_TYPE);
   for (const wchar_t* text : {L"Drag", L"Route"}) AddListEntry(dialog, IDC_CS_ENGRAVE_TYPE, text);
-  const std::int32_t type =
-      EngraveFile(path).ReadInt(keys::kEngraveSettings, keys::kEngraveType, 0);
+  const std::int32_t type = EngraveFile(path).ReadInt(settings::kEngraveType);
   Select(dialog, IDC_CS_ENGRAVE_TYPE, type);
   dialogState.currentEngraveType = static_cast<std::uint32_t>(type);
 }
@@ -64,7 +60,7 @@ void FillEngraveTypeList(HWND dialog, const wchar_t* path) noexcept {
 void FillCutterModeList(HWND dialog, const wchar_t* path) noexcept {
   if (dialogDevice == nullptr) return;
   const SettingsFile file = EngraveFile(path);
-  const int mode = file.ReadInt(keys::kEngraveSettings, keys::kCutterMode, 0);
+  const int mode = file.ReadInt(settings::kCutterMode);
   ShowEngraveDepthLabel(dialog, mode);
 
   // The entries stand in the order of the kCutter numbers.
@@ -84,8 +80,7 @@ void FillCutterModeList(HWND dialog, const wchar_t* path) noexcept {
 }
 
 std::int32_t ReadPassCopies(const SettingsFile& file) noexcept {
-  constexpr std::int32_t kDefaultCopies = 2;
-  return file.ReadInt(keys::kEngraveSettings, keys::kMultiPassCopies, kDefaultCopies);
+  return file.ReadInt(settings::kMultiPassCopies);
 }
 
 void ShowPassCopies(HWND dialog) noexcept {
@@ -106,14 +101,14 @@ void ShowCircumference(HWND dialog, bool show) noexcept {
 std::int32_t MaxSpindleRpm(const wchar_t* path) noexcept {
   if (dialogDevice == nullptr) return 0;
   const SettingsFile file = EngraveFile(path);
-  return SpindleRpmLimit(file.ReadInt(keys::kSpindle, keys::kMotorRpm, kDefaultMotorRpm),
-                         file.ReadFloat(keys::kSpindle, keys::kGearRatio, kDefaultGearRatio));
+  return SpindleRpmLimit(file.ReadInt(settings::kMotorRpm),
+                         file.ReadFloat(settings::kSpindleGearRatio));
 }
 
 void FillSpindleRpm(HWND dialog, const wchar_t* path) noexcept {
   if (dialogDevice == nullptr) return;
   const std::int32_t limit = MaxSpindleRpm(nullptr);
-  const std::int32_t stored = EngraveFile(path).ReadInt(keys::kSpindle, keys::kSpindleRpm, limit);
+  const std::int32_t stored = EngraveFile(path).ReadChained(settings::kSpindleRpm, limit);
   SetDecimal(dialog, IDC_CS_SPINDLE_RPM, static_cast<float>(ShownSpindleRpm(stored, limit)), 0);
   ShowControl(dialog, IDC_CS_SPINDLE_RPM_LABEL, hasSpindle != 0);
   ShowControl(dialog, IDC_CS_SPINDLE_RPM, hasSpindle != 0);

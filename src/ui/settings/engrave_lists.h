@@ -25,7 +25,7 @@ void FillEngraveTypeList(HWND dialog, const wchar_t* path) noexcept;
 // The modes that the machine's switches, the selected engrave type and the kind of Z axis allow.
 void FillCutterModeList(HWND dialog, const wchar_t* path) noexcept;
 
-// Copies of a multi-pass run, as stored; 2 when nothing is.
+// Copies of a multi-pass run.
 std::int32_t ReadPassCopies(const SettingsFile& file) noexcept;
 
 // One field holds the copies or the depth of a pass. This labels it and shows the copies of
@@ -42,7 +42,7 @@ std::int32_t MaxSpindleRpm(const wchar_t* path) noexcept;
 // The stored speed of `path`, bounded by the controller's own maximum, and whether it is shown.
 void FillSpindleRpm(HWND dialog, const wchar_t* path) noexcept;
 
-// The label of the engrave depth, which is a spring's pressure in the automatic mode.
+// Labels the engrave depth, which in the automatic mode is the pressure of a spring.
 void ShowEngraveDepthLabel(HWND dialog, int cutterMode) noexcept;
 
 }  // namespace k7

@@ -6,9 +6,9 @@
 
 namespace k7 {
 
-// Fills the dialog from the file `path`; null: the controller's own. A profile holds only what a
-// save writes, so that KEEP: everything else (maximum values, last cutter, the air-Z layout) shows
-// the defaults after a profile was picked. Without a device: nothing. [host]
+// Fills the dialog from the file `path`; null: the controller's own. KEEP: after a profile was
+// picked everything that a save does not write into it (maximum values, last cutter, the air-Z
+// layout) shows its default. Without a device: nothing. [host]
 void LoadEngraveSettings(HWND dialog, const wchar_t* path) noexcept;
 
 // Writes the dialog's values to the file `path`; null: the controller's own, and only then the name

@@ -1,11 +1,12 @@
 #include <bit>
 #include <cstdint>
 
-#include "settings/keys.h"
+#include "settings/schema.h"
 #include "ui/common/dialog_state.h"
 #include "ui/common/dialog_text.h"
 #include "ui/resource_ids.h"
 #include "ui/settings/control_states.h"
+#include "ui/settings/engrave_fields.h"
 #include "ui/settings/engrave_lists.h"
 #include "ui/settings/engrave_settings.h"
 #include "ui/settings/filling.h"
@@ -17,60 +18,43 @@ namespace {
 
 constexpr int kDecimals = 4;
 
-struct SwitchRow {
-  const wchar_t* section;
-  const wchar_t* key;
+struct SwitchFlag {
+  const settings::FlagRow& row;
   std::uint8_t DialogState::*flag;
 };
-constexpr SwitchRow kSwitches[] = {
-    {keys::kAxisX, keys::kLimitSwitch, &DialogState::xLimitSwitch},
-    {keys::kAxisY, keys::kLimitSwitch, &DialogState::yLimitSwitch},
-    {keys::kAxisZ, keys::kLimitSwitch, &DialogState::zLimitSwitch},
-    {keys::kAxisZ, keys::kProxSwitch, &DialogState::zProxSwitch},
-};
-
-struct FieldRow {
-  int field;
-  const wchar_t* key;
-  float otherwise;
-};
-constexpr FieldRow kFields[] = {
-    {IDC_CS_CUTTER_LIFT, keys::kCutterLift, 0.125f},
-    {IDC_CS_ENGRAVE_DEPTH, keys::kEngraveDepth, 0.0625f},
-    {IDC_CS_TRAVERSE_SPEED, keys::kTraverseSpeed, 1.0f},
-    {IDC_CS_CUTTER_DOWN_SPEED, keys::kCutterDownSpeed, 1.0f},
-    {IDC_CS_CUTTER_UP_SPEED, keys::kCutterUpSpeed, 1.0f},
-    {IDC_CS_ENGRAVE_SPEED, keys::kEngraveSpeed, 1.0f},
-    {IDC_CS_GRID_SPEED, keys::kGridSpeed, 1.0f},
-    {IDC_CS_ENGRAVE_DELAY, keys::kEngraveDelay, 0.0f},
+constexpr SwitchFlag kSwitches[] = {
+    {settings::kLimitSwitchX, &DialogState::xLimitSwitch},
+    {settings::kLimitSwitchY, &DialogState::yLimitSwitch},
+    {settings::kLimitSwitchZ, &DialogState::zLimitSwitch},
+    {settings::kProxSwitch, &DialogState::zProxSwitch},
 };
 
 constexpr int kGridSpeedRow[] = {IDC_CS_GRID_SPEED_LABEL, IDC_CS_GRID_SPEED, IDC_CS_MAX_GRID_SPEED};
 
-// A depth of which even the bit pattern is zero counts as absent.
+// Whether a depth is set: 0 stands for none. By its bits, so that a stored minus zero counts as one
+// that is set, as it does to a load.
 bool IsPresent(float depth) noexcept {
   return std::bit_cast<std::uint32_t>(depth) != 0;
 }
 
 // KEEP: only ever sets flags. A profile, which has no such keys, leaves them as they are.
 void SetFlags(const SettingsFile& file) noexcept {
-  for (const SwitchRow& row : kSwitches) {
-    if (file.ReadInt(row.section, row.key, 0) != 0) dialogState.*row.flag = 1;
+  for (const SwitchFlag& fitted : kSwitches) {
+    if (file.ReadFlag(fitted.row)) dialogState.*fitted.flag = 1;
   }
-  if (file.ReadInt(keys::kSpindle, keys::kHasSpindle, 0) != 0) hasSpindle = 1;
+  if (file.ReadFlag(settings::kHasSpindle)) hasSpindle = 1;
 }
 
 void LoadOptions(HWND dialog, const SettingsFile& file) noexcept {
-  const bool byColor = file.ReadInt(keys::kEngraveSettings, keys::kEngraveByColor, 0) != 0;
+  const bool byColor = file.ReadFlag(settings::kEngraveByColor);
   SetChecked(dialog, IDC_CS_ENGRAVE_BY_COLOR, byColor);
   ShowControl(dialog, IDC_CS_COLOR_SETTINGS, byColor);
-  SetChecked(dialog, IDC_CS_DONT_LOWER_Z,
-             file.ReadInt(keys::kEngraveSettings, keys::kDontLowerAirZ, 0) != 0);
+  SetChecked(dialog, IDC_CS_DONT_LOWER_Z, file.ReadFlag(settings::kDontLowerAirZ));
 }
 
 void LoadMultiPass(HWND dialog, const SettingsFile& file) noexcept {
-  const float maxDepth = file.ReadFloat(keys::kEngraveSettings, keys::kMaxPassDepth, 0.0f);
-  const float finishDepth = file.ReadFloat(keys::kEngraveSettings, keys::kFinishPassDepth, 0.0f);
+  const float maxDepth = file.ReadFloat(settings::kMaxPassDepth);
+  const float finishDepth = file.ReadFloat(settings::kFinishPassDepth);
   if (IsPresent(maxDepth)) {
     SetDecimal(dialog, IDC_CS_PASS_DEPTH_OR_COPIES, maxDepth, kDecimals);
     dialogState.maxPassDepth = maxDepth;
@@ -81,8 +65,7 @@ void LoadMultiPass(HWND dialog, const SettingsFile& file) noexcept {
   for (const wchar_t* text : {L"Max Pass Depth", L"Pass Copies"}) {
     AddListEntry(dialog, IDC_CS_MULTI_PASS_MODE, text);
   }
-  const int mode =
-      HasAirZ(file) ? 1 : file.ReadInt(keys::kEngraveSettings, keys::kMultiPassMode, 0);
+  const int mode = HasAirZ(file) ? 1 : file.ReadInt(settings::kMultiPassMode);
   Select(dialog, IDC_CS_MULTI_PASS_MODE, mode);
   dialogState.passCopies = ReadPassCopies(file);
   if (mode != 0) {
@@ -94,9 +77,10 @@ void LoadMultiPass(HWND dialog, const SettingsFile& file) noexcept {
     }
   }
 
-  const bool multiPass = file.ReadInt(keys::kEngraveSettings, keys::kMultiPass, 0) != 0;
+  const bool multiPass = file.ReadFlag(settings::kMultiPass);
   SetChecked(dialog, IDC_CS_MULTI_PASS, multiPass);
-  // KEEP: switched off, the list of modes stays; switched on with copies, the label is left alone.
+  // KEEP: while multi-pass is off the list of modes stays as it is, and so does the label while it
+  // is on with copies.
   ShowControl(dialog, IDC_CS_PASS_DEPTH_OR_COPIES, multiPass);
   ShowControl(dialog, IDC_CS_MULTI_PASS_MODE_LABEL, multiPass);
   if (multiPass) ShowControl(dialog, IDC_CS_MULTI_PASS_MODE, true);
@@ -110,16 +94,15 @@ void LoadRoundFixture(HWND dialog, const SettingsFile& file) noexcept {
   for (const wchar_t* text : {L"Off", L"Replace X", L"Replace Y"}) {
     AddListEntry(dialog, IDC_CS_ROUND_FIXTURE, text);
   }
-  const int mode = file.ReadInt(keys::kAxisRound, keys::kMode, 0);
+  const int mode = file.ReadInt(settings::kRoundMode);
   Select(dialog, IDC_CS_ROUND_FIXTURE, mode);
-  const bool fitted =
-      EngraveFile(nullptr).ReadInt(keys::kAxisRound, keys::kHasRoundAttachment, 0) != 0;
+  const bool fitted = EngraveFile(nullptr).ReadFlag(settings::kHasRoundAttachment);
   hasRoundAttachment = fitted ? 1 : 0;
   ShowControl(dialog, IDC_CS_ROUND_FIXTURE_LABEL, fitted);
   ShowControl(dialog, IDC_CS_ROUND_FIXTURE, fitted);
   ShowCircumference(dialog, fitted && mode != 0);
   FieldText circumference;
-  file.ReadText(keys::kAxisRound, keys::kCircumference, L"", circumference.text, kFieldCapacity);
+  file.ReadText(settings::kCircumference, circumference.text, kFieldCapacity);
   SetText(dialog, IDC_CS_CIRCUMFERENCE, circumference.text);
 }
 
@@ -132,10 +115,10 @@ void LoadEngraveSettings(HWND dialog, const wchar_t* path) noexcept {
 
   SetWindowTextW(dialog, dialogDevice->link.friendlyName);
   SetFlags(file);
-  for (const FieldRow& row : kFields) {
-    SetDecimal(dialog, row.field, file.ReadFloat(keys::kEngraveSettings, row.key, row.otherwise),
-               kDecimals);
+  for (const EngraveField& field : kEngraveFields) {
+    SetDecimal(dialog, field.control, file.ReadFloat(field.row), kDecimals);
   }
+  SetDecimal(dialog, IDC_CS_ENGRAVE_DELAY, file.ReadFloat(settings::kEngraveDelay), kDecimals);
   if (dialogState.showGrid == 0) ShowControls(dialog, kGridSpeedRow, false);
   ShowMaximumValues(dialog, file, MaximumValues::AllShown);
   LoadOptions(dialog, file);
@@ -149,8 +132,7 @@ void LoadEngraveSettings(HWND dialog, const wchar_t* path) noexcept {
   UpdateControlStates(dialog, file.Path());
   if (FillingOf(dialog) == Filling::AtOpening) {
     FieldText profile;
-    file.ReadText(keys::kEngraveSettings, keys::kMaterialProfile, L"", profile.text,
-                  kFieldCapacity);
+    file.ReadText(settings::kMaterialProfile, profile.text, kFieldCapacity);
     FillMaterialList(dialog, profile.text);
   }
   if (path != nullptr) SetFilling(dialog, Filling::None);

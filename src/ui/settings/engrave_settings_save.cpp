@@ -1,10 +1,11 @@
 #include <algorithm>
 
 #include "motion/round_positions.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 #include "ui/common/dialog_state.h"
 #include "ui/common/dialog_text.h"
 #include "ui/resource_ids.h"
+#include "ui/settings/engrave_fields.h"
 #include "ui/settings/engrave_lists.h"
 #include "ui/settings/engrave_rules.h"
 #include "ui/settings/engrave_settings.h"
@@ -14,59 +15,40 @@ namespace {
 
 constexpr float kLeastAirZDelaySeconds = 0.1f;
 
-struct FieldRow {
-  int field;
-  const wchar_t* key;
-};
-constexpr FieldRow kFields[] = {
-    {IDC_CS_CUTTER_LIFT, keys::kCutterLift},
-    {IDC_CS_ENGRAVE_DEPTH, keys::kEngraveDepth},
-    {IDC_CS_TRAVERSE_SPEED, keys::kTraverseSpeed},
-    {IDC_CS_CUTTER_DOWN_SPEED, keys::kCutterDownSpeed},
-    {IDC_CS_CUTTER_UP_SPEED, keys::kCutterUpSpeed},
-    {IDC_CS_ENGRAVE_SPEED, keys::kEngraveSpeed},
-    {IDC_CS_GRID_SPEED, keys::kGridSpeed},
-};
-
-// What a pneumatic head needs to arrive, whatever was typed.
+// The delay as typed, but with a pneumatic head no less than it needs to reach the work.
 float EngraveDelay(HWND dialog) noexcept {
   const float typed = ReadDecimal(dialog, IDC_CS_ENGRAVE_DELAY);
   return HasAirZ(EngraveFile(nullptr)) && typed < kLeastAirZDelaySeconds ? kLeastAirZDelaySeconds
                                                                          : typed;
 }
 
-void WriteOption(const SettingsFile& file, const wchar_t* key, HWND dialog, int id) noexcept {
-  file.WriteText(keys::kEngraveSettings, key, IsChecked(dialog, id) ? L"1" : L"0");
-}
-
 void SaveMultiPass(HWND dialog, const SettingsFile& file) noexcept {
   if (!IsChecked(dialog, IDC_CS_MULTI_PASS)) {
-    file.WriteText(keys::kEngraveSettings, keys::kMultiPass, L"0");
+    file.WriteFlag(settings::kMultiPass, false);
     return;
   }
   const FieldText depthOrCopies = ReadText(dialog, IDC_CS_PASS_DEPTH_OR_COPIES);
   if (depthOrCopies.IsEmpty()) {
-    file.WriteText(keys::kEngraveSettings, keys::kMaxPassDepth, L"");
-    file.WriteText(keys::kEngraveSettings, keys::kFinishPassDepth, L"");
-    file.WriteText(keys::kEngraveSettings, keys::kMultiPass, L"0");
-    // KEEP: a key of its own, not "Multi Pass Copies".
-    file.WriteText(keys::kEngraveSettings, keys::kPassCopies, L"1");
+    file.WriteText(settings::kMaxPassDepth, L"");
+    file.WriteText(settings::kFinishPassDepth, L"");
+    file.WriteFlag(settings::kMultiPass, false);
+    // KEEP: not Multi Pass Copies but a key that nothing reads, so that the copies chosen earlier
+    // stay in the file.
+    file.WriteInt(settings::kPassCopies, 1);
     return;
   }
   const int mode = Selection(dialog, IDC_CS_MULTI_PASS_MODE);
-  file.WriteText(keys::kEngraveSettings, keys::kMultiPass, L"1");
-  file.WriteInt(keys::kEngraveSettings, keys::kMultiPassMode, mode);
+  file.WriteFlag(settings::kMultiPass, true);
+  file.WriteInt(settings::kMultiPassMode, mode);
   if (mode != 0) {
-    file.WriteText(keys::kEngraveSettings, keys::kMultiPassCopies, depthOrCopies.text);
+    file.WriteText(settings::kMultiPassCopies, depthOrCopies.text);
     return;
   }
-  file.WriteFloat(keys::kEngraveSettings, keys::kMaxPassDepth,
-                  ReadDecimal(dialog, IDC_CS_PASS_DEPTH_OR_COPIES));
+  file.WriteFloat(settings::kMaxPassDepth, ReadDecimal(dialog, IDC_CS_PASS_DEPTH_OR_COPIES));
   if (ReadText(dialog, IDC_CS_FINISH_DEPTH).IsEmpty()) {
-    file.WriteText(keys::kEngraveSettings, keys::kFinishPassDepth, L"");
+    file.WriteText(settings::kFinishPassDepth, L"");
   } else {
-    file.WriteFloat(keys::kEngraveSettings, keys::kFinishPassDepth,
-                    ReadDecimal(dialog, IDC_CS_FINISH_DEPTH));
+    file.WriteFloat(settings::kFinishPassDepth, ReadDecimal(dialog, IDC_CS_FINISH_DEPTH));
   }
 }
 
@@ -75,27 +57,25 @@ void SaveMultiPass(HWND dialog, const SettingsFile& file) noexcept {
 void SaveEngraveSettings(HWND dialog, const wchar_t* path) noexcept {
   if (dialogDevice == nullptr) return;
   const SettingsFile file = EngraveFile(path);
-  for (const FieldRow& row : kFields) {
-    file.WriteFloat(keys::kEngraveSettings, row.key, ReadDecimal(dialog, row.field));
+  for (const EngraveField& field : kEngraveFields) {
+    file.WriteFloat(field.row, ReadDecimal(dialog, field.control));
   }
-  file.WriteFloat(keys::kEngraveSettings, keys::kEngraveDelay, EngraveDelay(dialog));
+  file.WriteFloat(settings::kEngraveDelay, EngraveDelay(dialog));
   SaveResolution(dialog, path);
-  file.WriteInt(keys::kEngraveSettings, keys::kEngraveType, Selection(dialog, IDC_CS_ENGRAVE_TYPE));
-  file.WriteInt(keys::kEngraveSettings, keys::kCutterMode, Selection(dialog, IDC_CS_CUTTER_MODE));
-  file.WriteInt(keys::kSpindle, keys::kSpindleRpm,
+  file.WriteInt(settings::kEngraveType, Selection(dialog, IDC_CS_ENGRAVE_TYPE));
+  file.WriteInt(settings::kCutterMode, Selection(dialog, IDC_CS_CUTTER_MODE));
+  file.WriteInt(settings::kSpindleRpm,
                 std::min(ReadWhole(dialog, IDC_CS_SPINDLE_RPM), MaxSpindleRpm(nullptr)));
-  WriteOption(file, keys::kEngraveByColor, dialog, IDC_CS_ENGRAVE_BY_COLOR);
-  WriteOption(file, keys::kDontLowerAirZ, dialog, IDC_CS_DONT_LOWER_Z);
+  file.WriteFlag(settings::kEngraveByColor, IsChecked(dialog, IDC_CS_ENGRAVE_BY_COLOR));
+  file.WriteFlag(settings::kDontLowerAirZ, IsChecked(dialog, IDC_CS_DONT_LOWER_Z));
   if (path == nullptr) {
-    file.WriteText(keys::kEngraveSettings, keys::kMaterialProfile,
-                   ReadText(dialog, IDC_CS_MATERIAL).text);
+    file.WriteText(settings::kMaterialProfile, ReadText(dialog, IDC_CS_MATERIAL).text);
   }
   SaveMultiPass(dialog, file);
 
   const int mode = Selection(dialog, IDC_CS_ROUND_FIXTURE);
-  file.WriteInt(keys::kAxisRound, keys::kMode, mode);
-  file.WriteText(keys::kAxisRound, keys::kCircumference,
-                 ReadText(dialog, IDC_CS_CIRCUMFERENCE).text);
+  file.WriteInt(settings::kRoundMode, mode);
+  file.WriteText(settings::kCircumference, ReadText(dialog, IDC_CS_CIRCUMFERENCE).text);
   SwapAxisPositions(dialogDevice->position, dialogDevice->mechanics.roundAxisMode,
                     static_cast<std::uint32_t>(mode));
 }

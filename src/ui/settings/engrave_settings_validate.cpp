@@ -1,7 +1,7 @@
 #include "ui/common/dialog_state.h"
 #include "ui/common/dialog_text.h"
-#include "ui/settings/engrave_settings.h"
 #include "ui/resource_ids.h"
+#include "ui/settings/engrave_settings.h"
 #include "ui/settings/validation.h"
 
 namespace k7 {

@@ -7,9 +7,9 @@
 #include "base/bounded_copy.h"
 #include "device/module_state.h"
 #include "session/library_folders.h"
-#include "settings/keys.h"
 #include "settings/paths.h"
 #include "settings/profile_name.h"
+#include "settings/schema.h"
 #include "ui/common/dialog_text.h"
 #include "ui/resource_ids.h"
 #include "ui/settings/engrave_lists.h"
@@ -88,7 +88,7 @@ void FillMaterialList(HWND dialog, const wchar_t* name) noexcept {
   int match = -1;
   do {
     wchar_t* const file = search.FileName();
-    if (!IsProfileFileName(file)) continue;  // goes on with the next file
+    if (!IsProfileFileName(file)) continue;  // to the condition, which finds the next file
     CutProfileExtension(file);
     SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(file));
     if (std::wcscmp(file, wanted.text) == 0) match = count;
@@ -148,9 +148,9 @@ void OnDeleteMaterial(HWND dialog) noexcept {
   if (MessageBoxW(dialog, question, L"Delete Material Profile", MB_YESNO) != IDYES) return;
 
   DeleteFileW(ProfilePath(name).text);
-  EngraveFile(nullptr).WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"");
+  EngraveFile(nullptr).WriteText(settings::kMaterialProfile, L"");
   FillMaterialList(dialog, nullptr);
-  // KEEP: whatever its state before.
+  // KEEP: "Run Job" is enabled whatever its state before.
   EnableControl(dialog, IDOK, true);
 }
 

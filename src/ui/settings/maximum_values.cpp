@@ -1,6 +1,6 @@
 #include "ui/settings/maximum_values.h"
 
-#include "settings/keys.h"
+#include "settings/schema.h"
 #include "ui/common/dialog_text.h"
 #include "ui/resource_ids.h"
 
@@ -9,30 +9,30 @@ namespace {
 
 struct MaximumRow {
   int field;
-  const wchar_t* key;
-  float otherwise;
+  const settings::FloatRow& row;
 };
 constexpr MaximumRow kMaxima[] = {
-    {IDC_CS_MAX_TRAVERSE_SPEED, keys::kXySpeed, 10.0f},
-    {IDC_CS_MAX_ENGRAVE_SPEED, keys::kXySpeed, 10.0f},
-    {IDC_CS_MAX_GRID_SPEED, keys::kXySpeed, 10.0f},
-    {IDC_CS_MAX_CUTTER_UP_SPEED, keys::kZSpeed, 10.0f},
-    {IDC_CS_MAX_CUTTER_DOWN_SPEED, keys::kZSpeed, 10.0f},
-    {IDC_CS_MAX_ENGRAVE_DEPTH, keys::kEngraveDepth, 1.0f},
+    {IDC_CS_MAX_TRAVERSE_SPEED, settings::kMaxXySpeed},
+    {IDC_CS_MAX_ENGRAVE_SPEED, settings::kMaxXySpeed},
+    {IDC_CS_MAX_GRID_SPEED, settings::kMaxXySpeed},
+    {IDC_CS_MAX_CUTTER_UP_SPEED, settings::kMaxZSpeed},
+    {IDC_CS_MAX_CUTTER_DOWN_SPEED, settings::kMaxZSpeed},
+    {IDC_CS_MAX_ENGRAVE_DEPTH, settings::kMaxEngraveDepth},
 };
 
 }  // namespace
 
 void ShowMaximumValues(HWND dialog, const SettingsFile& file, MaximumValues which) noexcept {
-  for (const MaximumRow& row : kMaxima) {
-    if (which == MaximumValues::WithoutGridSpeed && row.field == IDC_CS_MAX_GRID_SPEED) continue;
-    SetDecimal(dialog, row.field, file.ReadFloat(keys::kMaximumValues, row.key, row.otherwise), 4);
+  for (const MaximumRow& maximum : kMaxima) {
+    const bool grid = maximum.field == IDC_CS_MAX_GRID_SPEED;
+    if (grid && which == MaximumValues::WithoutGridSpeed) continue;
+    SetDecimal(dialog, maximum.field, file.ReadFloat(maximum.row), 4);
   }
 }
 
 void ShowLastCutter(HWND dialog, const SettingsFile& file) noexcept {
   SetLabelledDecimal(dialog, IDC_CS_LAST_CUTTER, L"Last Cutter: ",
-                     file.ReadFloat(keys::kEngraveSettings, keys::kLastCutterSet, 0.0f), 3);
+                     file.ReadFloat(settings::kLastCutterSet), 3);
 }
 
 }  // namespace k7

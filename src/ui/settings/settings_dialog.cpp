@@ -8,7 +8,7 @@
 #include "link/link.h"
 #include "motion/homing.h"
 #include "session/load.h"
-#include "settings/keys.h"
+#include "settings/schema.h"
 #include "ui/color_settings_dialog.h"
 #include "ui/common/dialog_commands.h"
 #include "ui/common/dialog_state.h"
@@ -94,7 +94,7 @@ void OnTableSetup(HWND dialog) noexcept {
   if (ShowTableSetupDialog(dialog) != IDOK || dialogDevice == nullptr) return;
   const SettingsFile file{dialogDevice->link};
   ShowMaximumValues(dialog, file, MaximumValues::WithoutGridSpeed);
-  const bool round = file.ReadInt(keys::kAxisRound, keys::kMode, 0) != 0;
+  const bool round = file.ReadInt(settings::kRoundMode) != 0;
   const bool fitted = hasRoundAttachment != 0;
   // KEEP: without the fixture the label of the circumference stays.
   ShowControl(dialog, IDC_CS_CIRCUMFERENCE_LABEL, round);

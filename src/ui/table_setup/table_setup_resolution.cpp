@@ -21,7 +21,7 @@ constexpr AxisRow kAxes[] = {
     {IDC_TS_MOTOR_STEPS_Z, IDC_TS_MICRO_STEPS_Z, IDC_TS_SCREW_PITCH_Z, IDC_TS_RESOLUTION_Z},
 };
 
-// KEEP: only what fits into 16 characters with the terminator counts; saving takes all of it.
+// KEEP: only the first 15 characters of a field count for the results shown; saving takes them all.
 float ReadShortDecimal(HWND dialog, int id) noexcept {
   wchar_t text[16] = L"";
   GetDlgItemTextW(dialog, id, text, 16);

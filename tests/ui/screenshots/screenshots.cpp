@@ -14,12 +14,11 @@
 #include "device/module_state.h"
 #include "session/library_folders.h"
 #include "session/load.h"
-#include "settings/file.h"
-#include "settings/keys.h"
 #include "support/attached_device.h"
 #include "support/controller_id.h"
 #include "support/dialog_driver.h"
 #include "support/fake_controller.h"
+#include "support/key_file.h"
 #include "support/wait_until.h"
 #include "ui/color_settings_dialog.h"
 #include "ui/common/dialog_state.h"
@@ -40,66 +39,66 @@ struct Layout {
   std::uint32_t mode;
   std::uint32_t allowRun;
   std::uint32_t showGrid;
-  void (*prepare)(DeviceState& record, const SettingsFile& file);
+  void (*prepare)(DeviceState& record, const k7test::KeyFile& file);
   void (*arrange)(HWND dialog);  // may be null
 };
 
-void FitEverything(DeviceState&, const SettingsFile& file) {
-  file.WriteInt(keys::kAxisX, keys::kLimitSwitch, 1);
-  file.WriteInt(keys::kAxisY, keys::kLimitSwitch, 1);
-  file.WriteInt(keys::kAxisZ, keys::kLimitSwitch, 1);
-  file.WriteInt(keys::kAxisZ, keys::kProxSwitch, 1);
-  file.WriteInt(keys::kSpindle, keys::kHasSpindle, 1);
-  file.WriteFloat(keys::kEngraveSettings, keys::kLastCutterSet, 1.125f);
-  file.WriteInt(keys::kEngraveSettings, keys::kEngraveType, 1);
-  file.WriteInt(keys::kEngraveSettings, keys::kCutterMode, 1);
-  file.WriteInt(keys::kAxisZ, keys::kAirZ, 0);
+void FitEverything(DeviceState&, const k7test::KeyFile& file) {
+  file.WriteInt(L"Axis X", L"Limit Switch", 1);
+  file.WriteInt(L"Axis Y", L"Limit Switch", 1);
+  file.WriteInt(L"Axis Z", L"Limit Switch", 1);
+  file.WriteInt(L"Axis Z", L"Prox Switch", 1);
+  file.WriteInt(L"Spindle", L"Has Spindle", 1);
+  file.WriteFloat(L"Engrave Settings", L"Last Cutter Set", 1.125f);
+  file.WriteInt(L"Engrave Settings", L"Engrave Type", 1);
+  file.WriteInt(L"Engrave Settings", L"Cutter Mode", 1);
+  file.WriteInt(L"Axis Z", L"Air Z", 0);
 }
-void FitNothing(DeviceState&, const SettingsFile&) {}
-void UseAirZ(DeviceState& record, const SettingsFile& file) {
+void FitNothing(DeviceState&, const k7test::KeyFile&) {}
+void UseAirZ(DeviceState& record, const k7test::KeyFile& file) {
   FitEverything(record, file);
-  file.WriteInt(keys::kAxisZ, keys::kAirZ, 1);
-  file.WriteInt(keys::kEngraveSettings, keys::kMultiPass, 1);
+  file.WriteInt(L"Axis Z", L"Air Z", 1);
+  file.WriteInt(L"Engrave Settings", L"Multi Pass", 1);
 }
-void UseRoundFixture(DeviceState& record, const SettingsFile& file) {
+void UseRoundFixture(DeviceState& record, const k7test::KeyFile& file) {
   FitEverything(record, file);
-  file.WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
-  file.WriteInt(keys::kAxisRound, keys::kMode, 1);
-  file.WriteText(keys::kAxisRound, keys::kCircumference, L"6.2832");
+  file.WriteInt(L"Axis Round", L"Has Round Attachment", 1);
+  file.WriteInt(L"Axis Round", L"Mode", 1);
+  file.WriteText(L"Axis Round", L"Circumference", L"6.2832");
 }
-void UsePassDepths(DeviceState& record, const SettingsFile& file) {
+void UsePassDepths(DeviceState& record, const k7test::KeyFile& file) {
   UseRoundFixture(record, file);
-  file.WriteInt(keys::kEngraveSettings, keys::kMultiPass, 1);
-  file.WriteFloat(keys::kEngraveSettings, keys::kMaxPassDepth, 0.02f);
-  file.WriteFloat(keys::kEngraveSettings, keys::kFinishPassDepth, 0.005f);
-  file.WriteInt(keys::kEngraveSettings, keys::kEngraveByColor, 1);
-  file.WriteInt(keys::kEngraveSettings, keys::kCutterMode, 2);
-  file.WriteFloat(keys::kMaximumValues, keys::kXySpeed, 100.0f);
+  file.WriteInt(L"Engrave Settings", L"Multi Pass", 1);
+  file.WriteFloat(L"Engrave Settings", L"Max Pass Depth", 0.02f);
+  file.WriteFloat(L"Engrave Settings", L"Finish Pass Depth", 0.005f);
+  file.WriteInt(L"Engrave Settings", L"Engrave By Color", 1);
+  file.WriteInt(L"Engrave Settings", L"Cutter Mode", 2);
+  file.WriteFloat(L"Maximum Values", L"XY Speed", 100.0f);
 }
-void UsePassCopies(DeviceState& record, const SettingsFile& file) {
+void UsePassCopies(DeviceState& record, const k7test::KeyFile& file) {
   FitEverything(record, file);
-  file.WriteInt(keys::kEngraveSettings, keys::kMultiPass, 1);
-  file.WriteInt(keys::kEngraveSettings, keys::kMultiPassMode, 1);
-  file.WriteInt(keys::kEngraveSettings, keys::kMultiPassCopies, 3);
+  file.WriteInt(L"Engrave Settings", L"Multi Pass", 1);
+  file.WriteInt(L"Engrave Settings", L"Multi Pass Mode", 1);
+  file.WriteInt(L"Engrave Settings", L"Multi Pass Copies", 3);
 }
-void UseProfile(DeviceState& record, const SettingsFile& file) {
+void UseProfile(DeviceState& record, const k7test::KeyFile& file) {
   FitEverything(record, file);
   wchar_t path[512];
   GetMaterialLibraryFolder(record, path, 512);
   AppendText(path, L"\\Laminated Brass, 0.0625.ini");
-  SettingsFile{path}.WriteFloat(keys::kEngraveSettings, keys::kEngraveDepth, 0.01f);
-  file.WriteText(keys::kSettings, keys::kFriendlyName, L"North Bench");
-  file.WriteFloat(keys::kEngraveSettings, keys::kEngraveSpeed, 0.75f);
-  file.WriteFloat(keys::kEngraveSettings, keys::kTraverseSpeed, 4.0f);
-  file.WriteFloat(keys::kEngraveSettings, keys::kEngraveDepth, 0.01f);
-  file.WriteInt(keys::kEngraveSettings, keys::kEngraveByColor, 1);
-  file.WriteInt(keys::kEngraveSettings, keys::kMultiPass, 1);
-  file.WriteFloat(keys::kEngraveSettings, keys::kMaxPassDepth, 0.004f);
-  file.WriteFloat(keys::kEngraveSettings, keys::kFinishPassDepth, 0.002f);
-  file.WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
-  file.WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"Laminated Brass, 0.0625");
+  k7test::KeyFile{path}.WriteFloat(L"Engrave Settings", L"Engrave Depth", 0.01f);
+  file.WriteText(L"Settings", L"FriendlyName", L"North Bench");
+  file.WriteFloat(L"Engrave Settings", L"Engrave Speed", 0.75f);
+  file.WriteFloat(L"Engrave Settings", L"Traverse Speed", 4.0f);
+  file.WriteFloat(L"Engrave Settings", L"Engrave Depth", 0.01f);
+  file.WriteInt(L"Engrave Settings", L"Engrave By Color", 1);
+  file.WriteInt(L"Engrave Settings", L"Multi Pass", 1);
+  file.WriteFloat(L"Engrave Settings", L"Max Pass Depth", 0.004f);
+  file.WriteFloat(L"Engrave Settings", L"Finish Pass Depth", 0.002f);
+  file.WriteInt(L"Axis Round", L"Has Round Attachment", 1);
+  file.WriteText(L"Engrave Settings", L"Material Profile", L"Laminated Brass, 0.0625");
 }
-void BeBusy(DeviceState& record, const SettingsFile& file) {
+void BeBusy(DeviceState& record, const k7test::KeyFile& file) {
   FitEverything(record, file);
   record.job.plungeHold = 1;
 }
@@ -141,36 +140,36 @@ constexpr Layout kLayouts[] = {
 struct SubLayout {
   const char* name;
   INT_PTR (*show)(HWND owner);
-  void (*prepare)(DeviceState& record, const SettingsFile& file);
+  void (*prepare)(DeviceState& record, const k7test::KeyFile& file);
   void (*arrange)(HWND dialog);  // may be null
 };
 
-void FitEveryTool(DeviceState& record, const SettingsFile& file) {
+void FitEveryTool(DeviceState& record, const k7test::KeyFile& file) {
   FitEverything(record, file);
-  file.WriteText(keys::kSettings, keys::kFriendlyName, L"North Bench");
-  file.WriteFloat(keys::kAxisZ, keys::kTableHome, 1.75f);
-  file.WriteInt(keys::kBraille, keys::kBeadInsertTool, 1);
-  file.WriteInt(keys::kBraille, keys::kBeadInsertToolX, -1250);
-  file.WriteInt(keys::kBraille, keys::kBeadInsertToolY, 750);
-  file.WriteInt(keys::kDiode, keys::kDiodePointer, 1);
-  file.WriteInt(keys::kDiode, keys::kDiodePointerX, -1250);
-  file.WriteInt(keys::kDiode, keys::kDiodePointerY, 750);
-  file.WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
-  file.WriteFloat(keys::kAxisX, keys::kTableHome, 12.345678f);
-  file.WriteFloat(keys::kAxisY, keys::kTableHome, -0.25025f);
-  file.WriteFloat(keys::kEngraveSettings, keys::kLastCutterSet, 0.05f);
+  file.WriteText(L"Settings", L"FriendlyName", L"North Bench");
+  file.WriteFloat(L"Axis Z", L"Table Home", 1.75f);
+  file.WriteInt(L"Braille", L"Bead Insert Tool", 1);
+  file.WriteInt(L"Braille", L"Bead Insert Tool X Offset", -1250);
+  file.WriteInt(L"Braille", L"Bead Insert Tool Y Offset", 750);
+  file.WriteInt(L"Diode", L"Diode Pointer", 1);
+  file.WriteInt(L"Diode", L"Diode Pointer X Offset", -1250);
+  file.WriteInt(L"Diode", L"Diode Pointer Y Offset", 750);
+  file.WriteInt(L"Axis Round", L"Has Round Attachment", 1);
+  file.WriteFloat(L"Axis X", L"Table Home", 12.345678f);
+  file.WriteFloat(L"Axis Y", L"Table Home", -0.25025f);
+  file.WriteFloat(L"Engrave Settings", L"Last Cutter Set", 0.05f);
   dialogState.mode = 1;
   dialogState.xLimitSwitch = dialogState.yLimitSwitch = 1;
   dialogState.zLimitSwitch = dialogState.zProxSwitch = 1;
 }
-void FitAirZ(DeviceState& record, const SettingsFile& file) {
+void FitAirZ(DeviceState& record, const k7test::KeyFile& file) {
   FitEveryTool(record, file);
-  file.WriteInt(keys::kAxisZ, keys::kAirZ, 1);
+  file.WriteInt(L"Axis Z", L"Air Z", 1);
 }
 
 // The host's colours: offsets as in its own table.
 alignas(4) unsigned char hostColors[1024];
-void UseColors(DeviceState& record, const SettingsFile&) {
+void UseColors(DeviceState& record, const k7test::KeyFile&) {
   constexpr std::uint32_t kColors[] = {0x000000, 0x0000FF, 0xFFFFFF, 0x00FF00, 0xFF0000, 0x00FFFF};
   for (std::size_t i = 0; i < std::size(kColors); ++i) {
     const std::int32_t count = 1;
@@ -223,7 +222,7 @@ constexpr wchar_t kControllerId[] = L"7QM2K4T9XB31RW6H";
 // A machine with a settings file of its own, prepared and loaded as at a connect.
 class Machine {
  public:
-  explicit Machine(void (*prepare)(DeviceState&, const SettingsFile&)) {
+  explicit Machine(void (*prepare)(DeviceState&, const k7test::KeyFile&)) {
     controller_.BehaveWell();
     controller_.Answer("M119\n", "min_x:1 min_y:0 min_z:0 pins: Probe: 1\r\n");
     k7test::GiveDefaults(*device_);
@@ -231,7 +230,7 @@ class Machine {
     device_->link.controllerId.Set(kControllerId);
     device_->position.tableHomed = 1;
     dialogState = {};
-    prepare(*device_, SettingsFile{device_->link});
+    prepare(*device_, k7test::KeyFile{device_->link});
     LoadSettings(*device_);
   }
   DeviceState& operator*() { return *device_; }

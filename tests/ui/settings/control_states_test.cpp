@@ -109,9 +109,9 @@ TEST_F(ControlStatesTest, WithoutAFileSetCutterFollowsTheSwitches) {
 
 TEST_F(ControlStatesTest, AirZHidesTheCutterControls) {
   FitAllSwitches();
-  WriteInt(keys::kAxisZ, keys::kAirZ, 1);
-  WriteInt(keys::kEngraveSettings, keys::kMultiPass, 1);
-  WriteInt(keys::kEngraveSettings, keys::kMultiPassCopies, 4);
+  WriteInt(L"Axis Z", L"Air Z", 1);
+  WriteInt(L"Engrave Settings", L"Multi Pass", 1);
+  WriteInt(L"Engrave Settings", L"Multi Pass Copies", 4);
   Open(1, 1);
   for (const int id : kCutterControls) EXPECT_FALSE(Shown(id)) << id;
   for (const int id : {1158, 1160}) EXPECT_FALSE(Shown(id)) << id;
@@ -124,14 +124,14 @@ TEST_F(ControlStatesTest, AirZHidesTheCutterControls) {
 }
 
 TEST_F(ControlStatesTest, AirZWithoutStoredCopiesMakesTwo) {
-  WriteInt(keys::kAxisZ, keys::kAirZ, 1);
+  WriteInt(L"Axis Z", L"Air Z", 1);
   Open(1, 1);
   EXPECT_EQ(Text(1159), L"2");
 }
 
 // Only 1 is a pneumatic head.
 TEST_F(ControlStatesTest, AnotherKindOfZIsAMotor) {
-  WriteInt(keys::kAxisZ, keys::kAirZ, 2);
+  WriteInt(L"Axis Z", L"Air Z", 2);
   Open(1, 1);
   for (const int id : kCutterControls) EXPECT_TRUE(Shown(id)) << id;
   EXPECT_FALSE(Shown(IDC_CS_DONT_LOWER_Z));

@@ -13,8 +13,8 @@ using testing::ElementsAre;
 using EngraveListsTest = SettingsDialogTest;
 
 TEST_F(EngraveListsTest, ResolutionsAreWholePartsOfTheCoarserAxis) {
-  WriteFloat(keys::kAxisX, keys::kScrewPitch, 2.0f);  // 1000 steps per inch
-  WriteFloat(keys::kAxisY, keys::kScrewPitch, 1.0f);  // 2000
+  WriteFloat(L"Axis X", L"Screw Pitch", 2.0f);  // 1000 steps per inch
+  WriteFloat(L"Axis Y", L"Screw Pitch", 1.0f);  // 2000
   Open();
   EXPECT_THAT(EntriesOf(dialog_, IDC_CS_RESOLUTION),
               ElementsAre(L"1000", L"500", L"333", L"250", L"200"));
@@ -22,7 +22,7 @@ TEST_F(EngraveListsTest, ResolutionsAreWholePartsOfTheCoarserAxis) {
 
 // KEEP: the stored resolution does not choose the entry.
 TEST_F(EngraveListsTest, TheFirstResolutionIsAlwaysSelected) {
-  WriteFloat(keys::kEngraveSettings, keys::kResolution, 2000.0f);
+  WriteFloat(L"Engrave Settings", L"Resolution", 2000.0f);
   Open();
   EXPECT_EQ(SelectionOf(dialog_, IDC_CS_RESOLUTION), 0);
 }
@@ -32,13 +32,13 @@ TEST_F(EngraveListsTest, BothAxisFactorsAreWrittenAsOne) {
   Open();
   Pick(dialog_, IDC_CS_RESOLUTION, 3);
   CloseBy(IDC_CS_APPLY);
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kResolution), 1000.0f);
-  EXPECT_EQ(Stored(keys::kEngraveSettings, keys::kXAxisFactor), L"1");
-  EXPECT_EQ(Stored(keys::kEngraveSettings, keys::kYAxisFactor), L"1");
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Resolution"), 1000.0f);
+  EXPECT_EQ(Stored(L"Engrave Settings", L"X Axis Factor"), L"1");
+  EXPECT_EQ(Stored(L"Engrave Settings", L"Y Axis Factor"), L"1");
 }
 
 TEST_F(EngraveListsTest, EngraveTypesAreDragAndRoute) {
-  WriteInt(keys::kEngraveSettings, keys::kEngraveType, 1);
+  WriteInt(L"Engrave Settings", L"Engrave Type", 1);
   Open();
   EXPECT_THAT(EntriesOf(dialog_, IDC_CS_ENGRAVE_TYPE), ElementsAre(L"Drag", L"Route"));
   EXPECT_EQ(SelectionOf(dialog_, IDC_CS_ENGRAVE_TYPE), 1);
@@ -48,8 +48,8 @@ TEST_F(EngraveListsTest, EngraveTypesAreDragAndRoute) {
 // KEEP: sorted by style, "Full Automatic" would come first.
 TEST_F(EngraveListsTest, CutterModesStandInTheOrderOfTheirNumbers) {
   FitAllSwitches();
-  WriteInt(keys::kEngraveSettings, keys::kEngraveType, 1);
-  WriteInt(keys::kEngraveSettings, keys::kCutterMode, 3);
+  WriteInt(L"Engrave Settings", L"Engrave Type", 1);
+  WriteInt(L"Engrave Settings", L"Cutter Mode", 3);
   Open();
   EXPECT_THAT(
       EntriesOf(dialog_, IDC_CS_CUTTER_MODE),
@@ -59,7 +59,7 @@ TEST_F(EngraveListsTest, CutterModesStandInTheOrderOfTheirNumbers) {
 
 TEST_F(EngraveListsTest, DraggingOffersNoSemiAutomaticCutter) {
   FitAllSwitches();
-  WriteInt(keys::kEngraveSettings, keys::kCutterMode, 3);
+  WriteInt(L"Engrave Settings", L"Cutter Mode", 3);
   Open();
   EXPECT_THAT(EntriesOf(dialog_, IDC_CS_CUTTER_MODE),
               ElementsAre(L"No Cutter Set", L"Manual Cutter", L"Full Automatic"));
@@ -70,16 +70,16 @@ TEST_F(EngraveListsTest, WithoutSwitchesAStoredAutomaticModeSelectsTheFirst) {
   constexpr struct {
     const wchar_t* section;
     const wchar_t* key;
-  } kSwitches[] = {{keys::kAxisX, keys::kLimitSwitch},
-                   {keys::kAxisY, keys::kLimitSwitch},
-                   {keys::kAxisZ, keys::kLimitSwitch},
-                   {keys::kAxisZ, keys::kProxSwitch}};
-  WriteInt(keys::kEngraveSettings, keys::kEngraveType, 1);
+  } kSwitches[] = {{L"Axis X", L"Limit Switch"},
+                   {L"Axis Y", L"Limit Switch"},
+                   {L"Axis Z", L"Limit Switch"},
+                   {L"Axis Z", L"Prox Switch"}};
+  WriteInt(L"Engrave Settings", L"Engrave Type", 1);
   for (const int mode : {2, 3}) {
     for (const auto& missing : kSwitches) {
       FitAllSwitches();
       WriteInt(missing.section, missing.key, 0);
-      WriteInt(keys::kEngraveSettings, keys::kCutterMode, mode);
+      WriteInt(L"Engrave Settings", L"Cutter Mode", mode);
       Open();
       EXPECT_THAT(EntriesOf(dialog_, IDC_CS_CUTTER_MODE),
                   ElementsAre(L"No Cutter Set", L"Manual Cutter"));
@@ -91,7 +91,7 @@ TEST_F(EngraveListsTest, WithoutSwitchesAStoredAutomaticModeSelectsTheFirst) {
 
 TEST_F(EngraveListsTest, AModeThatIsNotOfferedSelectsTheFirst) {
   for (const int mode : {-1, 99}) {
-    WriteInt(keys::kEngraveSettings, keys::kCutterMode, mode);
+    WriteInt(L"Engrave Settings", L"Cutter Mode", mode);
     Open();
     EXPECT_EQ(SelectionOf(dialog_, IDC_CS_CUTTER_MODE), 0);
     CloseBy(IDCANCEL);
@@ -99,8 +99,8 @@ TEST_F(EngraveListsTest, AModeThatIsNotOfferedSelectsTheFirst) {
 }
 
 TEST_F(EngraveListsTest, AirZIsTheLastModeAndSelected) {
-  WriteInt(keys::kAxisZ, keys::kAirZ, 1);
-  WriteInt(keys::kEngraveSettings, keys::kCutterMode, 1);
+  WriteInt(L"Axis Z", L"Air Z", 1);
+  WriteInt(L"Engrave Settings", L"Cutter Mode", 1);
   Open();
   EXPECT_THAT(EntriesOf(dialog_, IDC_CS_CUTTER_MODE),
               ElementsAre(L"No Cutter Set", L"Manual Cutter", L"Air Z"));
@@ -108,7 +108,7 @@ TEST_F(EngraveListsTest, AirZIsTheLastModeAndSelected) {
 }
 
 TEST_F(EngraveListsTest, TheAutomaticModeCallsTheDepthASpringPressure) {
-  WriteInt(keys::kEngraveSettings, keys::kCutterMode, 2);
+  WriteInt(L"Engrave Settings", L"Cutter Mode", 2);
   Open();
   EXPECT_EQ(Text(IDC_CS_ENGRAVE_DEPTH_LABEL), L"Spring Pressure") << "offered or not";
 }
@@ -119,9 +119,9 @@ TEST_F(EngraveListsTest, TheSpindleSpeedIsShownWithinItsBounds) {
     const wchar_t* want;
   } kCases[] = {{20000, L"13000"}, {0, L"1"}, {9000, L"9000"}, {-5, L"1"}};
   for (const auto& c : kCases) {
-    WriteInt(keys::kSpindle, keys::kSpindleRpm, c.stored);
-    WriteInt(keys::kSpindle, keys::kMotorRpm, 4000);
-    WriteFloat(keys::kSpindle, keys::kGearRatio, 3.25f);
+    WriteInt(L"Spindle", L"Spindle RPM", c.stored);
+    WriteInt(L"Spindle", L"Motor RPM", 4000);
+    WriteFloat(L"Spindle", L"Gear Ratio", 3.25f);
     Open();
     EXPECT_EQ(Text(IDC_CS_SPINDLE_RPM), c.want);
     CloseBy(IDCANCEL);
@@ -137,7 +137,7 @@ TEST_F(EngraveListsTest, ATypedSpindleSpeedIsSavedUpToTheMaximum) {
     Open();
     Type(IDC_CS_SPINDLE_RPM, c.typed);
     CloseBy(IDC_CS_APPLY);
-    EXPECT_EQ(Stored(keys::kSpindle, keys::kSpindleRpm), c.want);
+    EXPECT_EQ(Stored(L"Spindle", L"Spindle RPM"), c.want);
   }
 }
 

@@ -55,15 +55,15 @@ TEST_F(LoadEngraveSettingsTest, EveryFieldShowsItsKey) {
     const wchar_t* want;
   };
   constexpr Row kRows[] = {
-      {1045, keys::kEngraveSettings, L"Cutter Lift", L"0.5000"},
-      {1046, keys::kEngraveSettings, L"Engrave Depth", L"1.5000"},
-      {1047, keys::kEngraveSettings, L"Traverse Speed", L"2.5000"},
-      {1048, keys::kEngraveSettings, L"Cutter Down Speed", L"3.5000"},
-      {1049, keys::kEngraveSettings, L"Cutter Up Speed", L"4.5000"},
-      {1055, keys::kEngraveSettings, L"Engrave Speed", L"5.5000"},
-      {1181, keys::kEngraveSettings, L"Grid Speed", L"6.5000"},
-      {1145, keys::kEngraveSettings, L"Engrave Delay", L"7.5000"},
-      {1149, keys::kEngraveSettings, L"Last Cutter Set", L"Last Cutter: 8.500"},
+      {1045, L"Engrave Settings", L"Cutter Lift", L"0.5000"},
+      {1046, L"Engrave Settings", L"Engrave Depth", L"1.5000"},
+      {1047, L"Engrave Settings", L"Traverse Speed", L"2.5000"},
+      {1048, L"Engrave Settings", L"Cutter Down Speed", L"3.5000"},
+      {1049, L"Engrave Settings", L"Cutter Up Speed", L"4.5000"},
+      {1055, L"Engrave Settings", L"Engrave Speed", L"5.5000"},
+      {1181, L"Engrave Settings", L"Grid Speed", L"6.5000"},
+      {1145, L"Engrave Settings", L"Engrave Delay", L"7.5000"},
+      {1149, L"Engrave Settings", L"Last Cutter Set", L"Last Cutter: 8.500"},
   };
   float value = 0.5f;
   for (const Row& row : kRows) {
@@ -92,8 +92,8 @@ TEST_F(LoadEngraveSettingsTest, TheGridSpeedIsShownOtherwise) {
 }
 
 TEST_F(LoadEngraveSettingsTest, EngraveByColorShowsItsButton) {
-  WriteInt(keys::kEngraveSettings, keys::kEngraveByColor, 3);
-  WriteInt(keys::kEngraveSettings, keys::kDontLowerAirZ, 2);
+  WriteInt(L"Engrave Settings", L"Engrave By Color", 3);
+  WriteInt(L"Engrave Settings", L"Dont Lower Air Z", 2);
   Open();
   EXPECT_TRUE(Checked(IDC_CS_ENGRAVE_BY_COLOR));
   EXPECT_TRUE(Shown(IDC_CS_COLOR_SETTINGS));
@@ -107,7 +107,7 @@ TEST_F(LoadEngraveSettingsTest, WithoutEngraveByColorTheButtonIsHidden) {
 
 TEST_F(LoadEngraveSettingsTest, SwitchesAndSpindleSetTheirFlags) {
   FitAllSwitches();
-  WriteInt(keys::kSpindle, keys::kHasSpindle, 1);
+  WriteInt(L"Spindle", L"Has Spindle", 1);
   Open();
   EXPECT_TRUE(dialogState.HasAllSwitches());
   EXPECT_EQ(hasSpindle, 1);
@@ -132,9 +132,9 @@ TEST_F(LoadEngraveSettingsTest, WithoutMultiPassTheListOfModesStays) {
 }
 
 TEST_F(LoadEngraveSettingsTest, PassDepthsAreShown) {
-  WriteInt(keys::kEngraveSettings, keys::kMultiPass, 1);
-  WriteFloat(keys::kEngraveSettings, keys::kMaxPassDepth, 0.02f);
-  WriteFloat(keys::kEngraveSettings, keys::kFinishPassDepth, 0.005f);
+  WriteInt(L"Engrave Settings", L"Multi Pass", 1);
+  WriteFloat(L"Engrave Settings", L"Max Pass Depth", 0.02f);
+  WriteFloat(L"Engrave Settings", L"Finish Pass Depth", 0.005f);
   Open();
   EXPECT_TRUE(Checked(IDC_CS_MULTI_PASS));
   for (const int id : {1159, 1160, -1, 1158, 1162, 1163}) EXPECT_TRUE(Shown(id)) << id;
@@ -146,10 +146,10 @@ TEST_F(LoadEngraveSettingsTest, PassDepthsAreShown) {
 }
 
 TEST_F(LoadEngraveSettingsTest, PassCopiesAreShown) {
-  WriteInt(keys::kEngraveSettings, keys::kMultiPass, 1);
-  WriteInt(keys::kEngraveSettings, keys::kMultiPassMode, 1);
-  WriteInt(keys::kEngraveSettings, keys::kMultiPassCopies, 5);
-  WriteFloat(keys::kEngraveSettings, keys::kMaxPassDepth, 0.02f);
+  WriteInt(L"Engrave Settings", L"Multi Pass", 1);
+  WriteInt(L"Engrave Settings", L"Multi Pass Mode", 1);
+  WriteInt(L"Engrave Settings", L"Multi Pass Copies", 5);
+  WriteFloat(L"Engrave Settings", L"Max Pass Depth", 0.02f);
   Open();
   for (const int id : {1159, -1, 1162, 1163}) EXPECT_TRUE(Shown(id)) << id;
   for (const int id : {1160, 1158}) EXPECT_FALSE(Shown(id)) << id;
@@ -160,7 +160,7 @@ TEST_F(LoadEngraveSettingsTest, PassCopiesAreShown) {
 
 TEST_F(LoadEngraveSettingsTest, WithoutAFixtureItsControlsAreHidden) {
   for (const int mode : {0, 1, 2}) {
-    WriteInt(keys::kAxisRound, keys::kMode, mode);
+    WriteInt(L"Axis Round", L"Mode", mode);
     hasRoundAttachment = 1;
     Open();
     for (const int id : {1172, 1171, 1173, 1174}) EXPECT_FALSE(Shown(id)) << id;
@@ -170,9 +170,9 @@ TEST_F(LoadEngraveSettingsTest, WithoutAFixtureItsControlsAreHidden) {
 }
 
 TEST_F(LoadEngraveSettingsTest, AFixtureShowsTheCircumferenceWhileItIsInUse) {
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 7);
+  WriteInt(L"Axis Round", L"Has Round Attachment", 7);
   for (const int mode : {0, 1, 2}) {
-    WriteInt(keys::kAxisRound, keys::kMode, mode);
+    WriteInt(L"Axis Round", L"Mode", mode);
     Open();
     EXPECT_EQ(SelectionOf(dialog_, 1172), mode);
     for (const int id : {1172, 1171}) EXPECT_TRUE(Shown(id)) << id;
@@ -183,7 +183,7 @@ TEST_F(LoadEngraveSettingsTest, AFixtureShowsTheCircumferenceWhileItIsInUse) {
 }
 
 TEST_F(LoadEngraveSettingsTest, TheCircumferenceIsShownAsItWasTyped) {
-  File().WriteText(keys::kAxisRound, keys::kCircumference, L"6.25 in");
+  File().WriteText(L"Axis Round", L"Circumference", L"6.25 in");
   Open();
   EXPECT_THAT(EntriesOf(dialog_, 1172), ElementsAre(L"Off", L"Replace X", L"Replace Y"));
   EXPECT_EQ(Text(1174), L"6.25 in");

@@ -42,7 +42,7 @@ class SaveEngraveSettingsTest : public SettingsDialogTest {
   void ExpectEngrave(std::initializer_list<std::pair<const wchar_t*, const wchar_t*>> textsByKey) {
     for (const auto& [key, text] : textsByKey) EXPECT_EQ(Engrave(key), text) << key;
   }
-  std::wstring Engrave(const wchar_t* key) { return Stored(keys::kEngraveSettings, key); }
+  std::wstring Engrave(const wchar_t* key) { return Stored(L"Engrave Settings", key); }
 };
 
 TEST_F(SaveEngraveSettingsTest, EveryFieldIsWrittenUnderItsKey) {
@@ -61,7 +61,7 @@ TEST_F(SaveEngraveSettingsTest, EveryFieldIsWrittenUnderItsKey) {
   for (const auto& row : kRows) Type(row.id, row.typed);
   Save();
   for (const auto& row : kRows) {
-    EXPECT_EQ(StoredFloat(keys::kEngraveSettings, row.key), row.want) << row.id;
+    EXPECT_EQ(StoredFloat(L"Engrave Settings", row.key), row.want) << row.id;
   }
 }
 
@@ -75,7 +75,7 @@ TEST_F(SaveEngraveSettingsTest, NumbersAreWrittenAsTheirBitPatterns) {
 
 TEST_F(SaveEngraveSettingsTest, ListsAndTheCircumferenceAreWritten) {
   FitAllSwitches();
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
+  WriteInt(L"Axis Round", L"Has Round Attachment", 1);
   Open();
   Pick(dialog_, IDC_CS_ENGRAVE_TYPE, 1);
   Pick(dialog_, IDC_CS_CUTTER_MODE, 3);
@@ -142,21 +142,21 @@ TEST_F(SaveEngraveSettingsTest, TheControllersFileAlsoNamesTheProfile) {
 }
 
 TEST_F(SaveEngraveSettingsTest, AirZNeedsADelayOfATenth) {
-  WriteInt(keys::kAxisZ, keys::kAirZ, 1);
+  WriteInt(L"Axis Z", L"Air Z", 1);
   Open();
   Type(IDC_CS_ENGRAVE_DELAY, L"0.05");
   Save();
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kEngraveDelay), 0.1f);
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Engrave Delay"), 0.1f);
   Type(IDC_CS_ENGRAVE_DELAY, L"0.15");
   Save();
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kEngraveDelay), 0.15f);
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Engrave Delay"), 0.15f);
 }
 
 TEST_F(SaveEngraveSettingsTest, WithoutAirZAShortDelayIsKept) {
   Open();
   Type(IDC_CS_ENGRAVE_DELAY, L"0.05");
   Save();
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kEngraveDelay), 0.05f);
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Engrave Delay"), 0.05f);
 }
 
 TEST_F(SaveEngraveSettingsTest, MultiPassOffWritesOnlyThat) {
@@ -172,7 +172,7 @@ TEST_F(SaveEngraveSettingsTest, MultiPassOffWritesOnlyThat) {
 
 // KEEP: "Pass Copies", not "Multi Pass Copies".
 TEST_F(SaveEngraveSettingsTest, AnEmptyPassDepthSwitchesMultiPassOffUnderAKeyOfItsOwn) {
-  WriteInt(keys::kEngraveSettings, keys::kMultiPassCopies, 7);
+  WriteInt(L"Engrave Settings", L"Multi Pass Copies", 7);
   Open();
   Click(dialog_, IDC_CS_MULTI_PASS);
   Type(IDC_CS_PASS_DEPTH_OR_COPIES, L"");
@@ -215,7 +215,7 @@ TEST_F(SaveEngraveSettingsTest, PassDepthsAreWrittenAsNumbers) {
 }
 
 TEST_F(SaveEngraveSettingsTest, AChangedFixtureMovesTheAxisPositions) {
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
+  WriteInt(L"Axis Round", L"Has Round Attachment", 1);
   Open();
   PlaceAxes({100, 200, 300});
   Pick(dialog_, IDC_CS_ROUND_FIXTURE, 1);
@@ -228,7 +228,7 @@ TEST_F(SaveEngraveSettingsTest, AChangedFixtureMovesTheAxisPositions) {
 
 // KEEP: as every save does.
 TEST_F(SaveEngraveSettingsTest, AProfileWithAnotherFixtureMovesTheAxisPositions) {
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
+  WriteInt(L"Axis Round", L"Has Round Attachment", 1);
   Open();
   PlaceAxes({100, 200, 300});
   Pick(dialog_, IDC_CS_ROUND_FIXTURE, 2);
@@ -238,8 +238,8 @@ TEST_F(SaveEngraveSettingsTest, AProfileWithAnotherFixtureMovesTheAxisPositions)
 
 // A profile says nothing of the machine: its bounds are those of the controller's file.
 TEST_F(SaveEngraveSettingsTest, AProfileIsBoundedByTheMachine) {
-  WriteInt(keys::kAxisZ, keys::kAirZ, 1);
-  WriteInt(keys::kSpindle, keys::kMotorRpm, 1000);
+  WriteInt(L"Axis Z", L"Air Z", 1);
+  WriteInt(L"Spindle", L"Motor RPM", 1000);
   Open();
   Type(IDC_CS_ENGRAVE_DELAY, L"0.05");
   Type(IDC_CS_SPINDLE_RPM, L"9000");
@@ -253,7 +253,7 @@ TEST_F(SaveEngraveSettingsTest, WhatLiesBeyondAFieldsFirstTextIsNotRead) {
   Open();
   Type(IDC_CS_TRAVERSE_SPEED, std::wstring(600, L' ') + L"2");
   Save();
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kTraverseSpeed), 0.0f);
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Traverse Speed"), 0.0f);
 }
 
 TEST_F(SaveEngraveSettingsTest, WithoutADeviceNothingHappens) {

@@ -61,7 +61,7 @@ TEST_F(ValidateEngraveSettingsTest, TheCutterLiftHasAMinimum) {
 }
 
 TEST_F(ValidateEngraveSettingsTest, MaximaAreComparedAsTheyAreShown) {
-  WriteFloat(keys::kMaximumValues, keys::kXySpeed, 10.00004f);  // shown as 10.0000
+  WriteFloat(L"Maximum Values", L"XY Speed", 10.00004f);  // shown as 10.0000
   Open();
   Type(IDC_CS_TRAVERSE_SPEED, L"10.00003");
   ExpectRefused(IDC_CS_TRAVERSE_SPEED, L"Traverse Speed Exceeds Maximum Allowed Value",
@@ -69,7 +69,7 @@ TEST_F(ValidateEngraveSettingsTest, MaximaAreComparedAsTheyAreShown) {
 }
 
 TEST_F(ValidateEngraveSettingsTest, AHiddenGridSpeedIsChecked) {
-  WriteFloat(keys::kEngraveSettings, keys::kGridSpeed, 11.0f);
+  WriteFloat(L"Engrave Settings", L"Grid Speed", 11.0f);
   Open(1, 1, 0, 0);
   ASSERT_FALSE(Shown(IDC_CS_GRID_SPEED));
   Press(dialog_, IDOK);
@@ -77,8 +77,8 @@ TEST_F(ValidateEngraveSettingsTest, AHiddenGridSpeedIsChecked) {
 }
 
 TEST_F(ValidateEngraveSettingsTest, AHiddenCutterLiftBlocksTheJobWithAirZ) {
-  WriteInt(keys::kAxisZ, keys::kAirZ, 1);
-  WriteFloat(keys::kEngraveSettings, keys::kCutterLift, 0.05f);
+  WriteInt(L"Axis Z", L"Air Z", 1);
+  WriteFloat(L"Engrave Settings", L"Cutter Lift", 0.05f);
   Open();
   ASSERT_FALSE(Shown(IDC_CS_CUTTER_LIFT));
   Press(dialog_, IDOK);
@@ -87,7 +87,7 @@ TEST_F(ValidateEngraveSettingsTest, AHiddenCutterLiftBlocksTheJobWithAirZ) {
 }
 
 TEST_F(ValidateEngraveSettingsTest, TheSpringPressureKeepsTheRuleOfTheDepth) {
-  WriteInt(keys::kEngraveSettings, keys::kCutterMode, 2);
+  WriteInt(L"Engrave Settings", L"Cutter Mode", 2);
   Open();
   ASSERT_EQ(Text(IDC_CS_ENGRAVE_DEPTH_LABEL), L"Spring Pressure");
   Type(IDC_CS_ENGRAVE_DEPTH, L"1.5");
@@ -121,9 +121,9 @@ TEST_F(ValidateEngraveSettingsTest, PassDepthsAreChecked) {
 }
 
 TEST_F(ValidateEngraveSettingsTest, TheCircumferenceIsChecked) {
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
-  WriteInt(keys::kAxisRound, keys::kMode, 1);
-  File().WriteText(keys::kAxisRound, keys::kCircumference, L"0.0009");
+  WriteInt(L"Axis Round", L"Has Round Attachment", 1);
+  WriteInt(L"Axis Round", L"Mode", 1);
+  File().WriteText(L"Axis Round", L"Circumference", L"0.0009");
   Open();
   ExpectRefused(IDC_CS_CIRCUMFERENCE, L"Circumference value is invalid", L"Invalid Value");
   Pick(dialog_, IDC_CS_ROUND_FIXTURE, 0);
@@ -131,10 +131,10 @@ TEST_F(ValidateEngraveSettingsTest, TheCircumferenceIsChecked) {
 }
 
 TEST_F(ValidateEngraveSettingsTest, AThousandthAndANegativeCircumferencePass) {
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
-  WriteInt(keys::kAxisRound, keys::kMode, 1);
+  WriteInt(L"Axis Round", L"Has Round Attachment", 1);
+  WriteInt(L"Axis Round", L"Mode", 1);
   for (const wchar_t* circumference : {L"0.001", L"-5"}) {
-    File().WriteText(keys::kAxisRound, keys::kCircumference, circumference);
+    File().WriteText(L"Axis Round", L"Circumference", circumference);
     Open();
     EXPECT_EQ(CloseBy(IDOK), 1) << circumference;
   }

@@ -18,7 +18,7 @@ class MaterialProfilesTest : public SettingsDialogTest {
   }
   std::wstring PathOf(const std::wstring& file) const { return folder_ + L"\\" + file; }
   void MakeProfile(const std::wstring& file, float lift = 0.5f) {
-    SettingsFile{PathOf(file).c_str()}.WriteFloat(keys::kEngraveSettings, keys::kCutterLift, lift);
+    k7test::KeyFile{PathOf(file)}.WriteFloat(L"Engrave Settings", L"Cutter Lift", lift);
   }
   bool Exists(const std::wstring& file) const {
     return GetFileAttributesW(PathOf(file).c_str()) != INVALID_FILE_ATTRIBUTES;

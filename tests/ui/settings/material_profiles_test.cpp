@@ -54,7 +54,7 @@ TEST_F(MaterialProfilesTest, FilesThatDifferInCaseAloneAreBothListed) {
 TEST_F(MaterialProfilesTest, TheSelectedPositionIsThatInTheFolder) {
   MakeProfile(L"Oak.ini");
   MakeProfile(L"Oak 2.ini");
-  File().WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"Oak");
+  File().WriteText(L"Engrave Settings", L"Material Profile", L"Oak");
   Open();
   EXPECT_THAT(EntriesOf(dialog_, IDC_CS_MATERIAL), ElementsAre(L"Oak", L"Oak 2"));
   EXPECT_EQ(PickedText(dialog_, IDC_CS_MATERIAL), L"Oak 2");
@@ -63,18 +63,18 @@ TEST_F(MaterialProfilesTest, TheSelectedPositionIsThatInTheFolder) {
 TEST_F(MaterialProfilesTest, TheProfileLastUsedIsSelected) {
   MakeProfile(L"Oak.ini");
   MakeProfile(L"Ash.ini");
-  File().WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"Oak");
+  File().WriteText(L"Engrave Settings", L"Material Profile", L"Oak");
   Open();
   EXPECT_EQ(PickedText(dialog_, IDC_CS_MATERIAL), L"Oak");
   EXPECT_TRUE(Enabled(IDC_CS_DELETE_MATERIAL));
   EXPECT_EQ(Text(IDC_CS_CUTTER_LIFT), L"0.1250") << "the fields come from the controller's file";
   CloseBy(IDC_CS_APPLY);
-  EXPECT_EQ(Stored(keys::kEngraveSettings, keys::kMaterialProfile), L"Oak");
+  EXPECT_EQ(Stored(L"Engrave Settings", L"Material Profile"), L"Oak");
 }
 
 TEST_F(MaterialProfilesTest, NamesAreComparedWithTheirCase) {
   MakeProfile(L"Oak.ini");
-  File().WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"oak");
+  File().WriteText(L"Engrave Settings", L"Material Profile", L"oak");
   Open();
   EXPECT_EQ(SelectionOf(dialog_, IDC_CS_MATERIAL), -1);
 }
@@ -102,8 +102,8 @@ TEST_F(MaterialProfilesTest, PickingAProfileFillsTheFieldsAndKeepsItSelected) {
 
 // KEEP: a profile has no keys for them.
 TEST_F(MaterialProfilesTest, AProfileShowsDefaultMaximaAndNoLastCutter) {
-  WriteFloat(keys::kMaximumValues, keys::kXySpeed, 20.0f);
-  WriteFloat(keys::kEngraveSettings, keys::kLastCutterSet, 0.5f);
+  WriteFloat(L"Maximum Values", L"XY Speed", 20.0f);
+  WriteFloat(L"Engrave Settings", L"Last Cutter Set", 0.5f);
   MakeProfile(L"Oak.ini");
   Open();
   Choose(L"Oak");
@@ -113,7 +113,7 @@ TEST_F(MaterialProfilesTest, AProfileShowsDefaultMaximaAndNoLastCutter) {
 
 // KEEP: a profile knows nothing of the Z axis.
 TEST_F(MaterialProfilesTest, AProfileShowsTheControlsOfAZMotorEvenWithAirZ) {
-  WriteInt(keys::kAxisZ, keys::kAirZ, 1);
+  WriteInt(L"Axis Z", L"Air Z", 1);
   MakeProfile(L"Oak.ini");
   Open();
   ASSERT_FALSE(Shown(IDC_CS_CUTTER_LIFT));
@@ -126,7 +126,7 @@ TEST_F(MaterialProfilesTest, AProfileShowsTheControlsOfAZMotorEvenWithAirZ) {
 
 TEST_F(MaterialProfilesTest, AProfileLeavesTheSwitchesAndTheFixture) {
   FitAllSwitches();
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
+  WriteInt(L"Axis Round", L"Has Round Attachment", 1);
   MakeProfile(L"Oak.ini");
   Open();
   Choose(L"Oak");
@@ -135,11 +135,11 @@ TEST_F(MaterialProfilesTest, AProfileLeavesTheSwitchesAndTheFixture) {
 }
 
 TEST_F(MaterialProfilesTest, AProfilesSpindleSpeedIsBoundedByTheMachine) {
-  WriteInt(keys::kSpindle, keys::kMotorRpm, 1000);
+  WriteInt(L"Spindle", L"Motor RPM", 1000);
   MakeProfile(L"Oak.ini");
-  SettingsFile{PathOf(L"Oak.ini").c_str()}.WriteInt(keys::kSpindle, keys::kSpindleRpm, 9000);
+  k7test::KeyFile{PathOf(L"Oak.ini")}.WriteInt(L"Spindle", L"Spindle RPM", 9000);
   MakeProfile(L"Slow.ini");
-  SettingsFile{PathOf(L"Slow.ini").c_str()}.WriteInt(keys::kSpindle, keys::kSpindleRpm, 700);
+  k7test::KeyFile{PathOf(L"Slow.ini")}.WriteInt(L"Spindle", L"Spindle RPM", 700);
   Open();
   Choose(L"Oak");
   EXPECT_EQ(Text(IDC_CS_SPINDLE_RPM), L"3250");
@@ -148,12 +148,12 @@ TEST_F(MaterialProfilesTest, AProfilesSpindleSpeedIsBoundedByTheMachine) {
 }
 
 TEST_F(MaterialProfilesTest, AProfileSetsTheFlagsThatItHolds) {
-  const SettingsFile profile{PathOf(L"Oak.ini").c_str()};
-  for (const wchar_t* axis : {keys::kAxisX, keys::kAxisY, keys::kAxisZ}) {
-    profile.WriteInt(axis, keys::kLimitSwitch, 1);
+  const k7test::KeyFile profile{PathOf(L"Oak.ini")};
+  for (const wchar_t* axis : {L"Axis X", L"Axis Y", L"Axis Z"}) {
+    profile.WriteInt(axis, L"Limit Switch", 1);
   }
-  profile.WriteInt(keys::kAxisZ, keys::kProxSwitch, 1);
-  profile.WriteInt(keys::kSpindle, keys::kHasSpindle, 1);
+  profile.WriteInt(L"Axis Z", L"Prox Switch", 1);
+  profile.WriteInt(L"Spindle", L"Has Spindle", 1);
   Open();
   ASSERT_EQ(EntriesOf(dialog_, IDC_CS_CUTTER_MODE).size(), 2u);
   Choose(L"Oak");
@@ -163,7 +163,7 @@ TEST_F(MaterialProfilesTest, AProfileSetsTheFlagsThatItHolds) {
 }
 
 TEST_F(MaterialProfilesTest, AProfileWithAirZShowsItsLayout) {
-  SettingsFile{PathOf(L"Oak.ini").c_str()}.WriteInt(keys::kAxisZ, keys::kAirZ, 1);
+  k7test::KeyFile{PathOf(L"Oak.ini")}.WriteInt(L"Axis Z", L"Air Z", 1);
   Open();
   ASSERT_TRUE(Shown(IDC_CS_CUTTER_LIFT));
   Choose(L"Oak");
@@ -174,9 +174,9 @@ TEST_F(MaterialProfilesTest, AProfileWithAirZShowsItsLayout) {
 
 TEST_F(MaterialProfilesTest, AProfileSetsAndClearsItsBoxes) {
   constexpr int kBoxes[] = {IDC_CS_ENGRAVE_BY_COLOR, IDC_CS_DONT_LOWER_Z, IDC_CS_MULTI_PASS};
-  const SettingsFile profile{PathOf(L"Oak.ini").c_str()};
-  for (const wchar_t* key : {keys::kEngraveByColor, keys::kDontLowerAirZ, keys::kMultiPass}) {
-    profile.WriteInt(keys::kEngraveSettings, key, 1);
+  const k7test::KeyFile profile{PathOf(L"Oak.ini")};
+  for (const wchar_t* key : {L"Engrave By Color", L"Dont Lower Air Z", L"Multi Pass"}) {
+    profile.WriteInt(L"Engrave Settings", key, 1);
   }
   MakeProfile(L"Plain.ini");
   Open();
@@ -187,14 +187,14 @@ TEST_F(MaterialProfilesTest, AProfileSetsAndClearsItsBoxes) {
 }
 
 TEST_F(MaterialProfilesTest, AProfilesRoundFixtureIsShownOnAMachineThatHasOne) {
-  const SettingsFile profile{PathOf(L"Pen.ini").c_str()};
-  profile.WriteInt(keys::kAxisRound, keys::kMode, 2);
-  profile.WriteText(keys::kAxisRound, keys::kCircumference, L"1.5");
+  const k7test::KeyFile profile{PathOf(L"Pen.ini")};
+  profile.WriteInt(L"Axis Round", L"Mode", 2);
+  profile.WriteText(L"Axis Round", L"Circumference", L"1.5");
   MakeProfile(L"Plain.ini");
   for (const bool fitted : {true, false}) {
-    WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, fitted ? 1 : 0);
+    WriteInt(L"Axis Round", L"Has Round Attachment", fitted ? 1 : 0);
     // Of the profile's own attachment nothing is asked.
-    profile.WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, fitted ? 0 : 1);
+    profile.WriteInt(L"Axis Round", L"Has Round Attachment", fitted ? 0 : 1);
     Open();
     Choose(L"Pen");
     EXPECT_EQ(SelectionOf(dialog_, IDC_CS_ROUND_FIXTURE), 2);
@@ -227,7 +227,7 @@ TEST_F(MaterialProfilesTest, WhileFillingNothingIsLoaded) {
 TEST_F(MaterialProfilesTest, DeletingAsksThenRemovesTheProfile) {
   MakeProfile(L"Oak.ini");
   MakeProfile(L"Ash.ini");
-  File().WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"Oak");
+  File().WriteText(L"Engrave Settings", L"Material Profile", L"Oak");
   Open();
   Press(dialog_, IDC_CS_DELETE_MATERIAL);
   BoxSeen box = driver_->AnswerBox(dialog_, IDNO);
@@ -241,14 +241,14 @@ TEST_F(MaterialProfilesTest, DeletingAsksThenRemovesTheProfile) {
   driver_->AnswerBox(dialog_, IDYES);
   ASSERT_TRUE(WaitUntil([&] { return !Enabled(IDC_CS_DELETE_MATERIAL); }));
   EXPECT_FALSE(Exists(L"Oak.ini"));
-  EXPECT_EQ(Stored(keys::kEngraveSettings, keys::kMaterialProfile), L"");
+  EXPECT_EQ(Stored(L"Engrave Settings", L"Material Profile"), L"");
   EXPECT_THAT(EntriesOf(dialog_, IDC_CS_MATERIAL), ElementsAre(L"Ash"));
   EXPECT_EQ(SelectionOf(dialog_, IDC_CS_MATERIAL), -1);
 }
 
 TEST_F(MaterialProfilesTest, AProfileThatCannotBeDeletedStaysInTheListAndSelected) {
   std::filesystem::create_directory(PathOf(L"Foo.ini"));
-  File().WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"Foo");
+  File().WriteText(L"Engrave Settings", L"Material Profile", L"Foo");
   Open();
   ASSERT_TRUE(Enabled(IDC_CS_DELETE_MATERIAL));
   Press(dialog_, IDC_CS_DELETE_MATERIAL);
@@ -257,13 +257,13 @@ TEST_F(MaterialProfilesTest, AProfileThatCannotBeDeletedStaysInTheListAndSelecte
   EXPECT_TRUE(Exists(L"Foo.ini"));
   EXPECT_EQ(PickedText(dialog_, IDC_CS_MATERIAL), L"Foo");
   EXPECT_TRUE(Enabled(IDC_CS_DELETE_MATERIAL));
-  EXPECT_EQ(Stored(keys::kEngraveSettings, keys::kMaterialProfile), L"");
+  EXPECT_EQ(Stored(L"Engrave Settings", L"Material Profile"), L"");
 }
 
 // KEEP: whatever its state before.
 TEST_F(MaterialProfilesTest, AfterDeletingTheJobCanBeRun) {
   MakeProfile(L"Oak.ini");
-  File().WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"Oak");
+  File().WriteText(L"Engrave Settings", L"Material Profile", L"Oak");
   Open(0, 1);
   ASSERT_FALSE(Enabled(IDOK));
   Press(dialog_, IDC_CS_DELETE_MATERIAL);
@@ -277,7 +277,7 @@ TEST_F(MaterialProfilesTest, ALongNameIsCutToSixtyFourCharacters) {
   const std::wstring whole = cut + L"yz";
   MakeProfile(cut + L".ini");
   MakeProfile(whole + L".ini");
-  File().WriteText(keys::kEngraveSettings, keys::kMaterialProfile, whole.c_str());
+  File().WriteText(L"Engrave Settings", L"Material Profile", whole.c_str());
   Open();
   ASSERT_EQ(PickedText(dialog_, IDC_CS_MATERIAL), whole);
   Press(dialog_, IDC_CS_DELETE_MATERIAL);

@@ -40,7 +40,7 @@ class SaveMaterialTest : public MaterialProfilesTest {
     WaitUntilHandled();
   }
   float LiftIn(const std::wstring& path) {
-    return SettingsFile{path.c_str()}.ReadFloat(keys::kEngraveSettings, keys::kCutterLift, -1.0f);
+    return k7test::KeyFile{path}.ReadFloat(L"Engrave Settings", L"Cutter Lift", -1.0f);
   }
 };
 
@@ -56,8 +56,7 @@ TEST_F(SaveMaterialTest, WritesTheProfileAndSelectsIt) {
   EXPECT_EQ(PickedText(dialog_, IDC_CS_MATERIAL), L"Walnut");
   EXPECT_TRUE(Exists(L"Walnut.ini")) << "with the extension";
   EXPECT_EQ(LiftIn(PathOf(L"Walnut.ini")), 0.625f);
-  EXPECT_EQ(StoredIn(PathOf(L"Walnut.ini"), keys::kEngraveSettings, keys::kMaterialProfile),
-            L"(none)");
+  EXPECT_EQ(StoredIn(PathOf(L"Walnut.ini"), L"Engrave Settings", L"Material Profile"), L"(none)");
   EXPECT_EQ(AllKeys(), before) << "nothing goes to the controller's own file";
 }
 

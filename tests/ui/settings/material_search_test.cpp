@@ -57,7 +57,7 @@ using MaterialSearchTest = MaterialProfilesTest;
 
 TEST_F(MaterialSearchTest, ASearchThatFailsForSomeTimeIsAskedAgain) {
   for (const wchar_t* file : {L"Ash.ini", L"Elm.ini", L"Fir.ini", L"Oak.ini"}) MakeProfile(file);
-  File().WriteText(keys::kEngraveSettings, keys::kMaterialProfile, L"Oak");
+  File().WriteText(L"Engrave Settings", L"Material Profile", L"Oak");
   const FailingDrive drive{60};
   Open();
   EXPECT_THAT(EntriesOf(dialog_, IDC_CS_MATERIAL), ElementsAre(L"Ash", L"Elm", L"Fir", L"Oak"));

@@ -81,7 +81,7 @@ TEST_F(SettingsButtonsTest, WithoutADeviceTheyDoNothing) {
 TEST_F(SettingsButtonsTest, SetCutterRefreshesTheLastCutter) {
   Open();
   const HWND cutter = OpenOver(IDC_CS_SET_CUTTER);
-  WriteFloat(keys::kEngraveSettings, keys::kLastCutterSet, 0.375f);
+  WriteFloat(L"Engrave Settings", L"Last Cutter Set", 0.375f);
   SetDlgItemTextW(cutter, IDC_SC_DEPTH, L"0");
   CloseOver(cutter, IDOK);
   EXPECT_EQ(Text(IDC_CS_LAST_CUTTER), L"Last Cutter: 0.375") << "by the file";
@@ -90,7 +90,7 @@ TEST_F(SettingsButtonsTest, SetCutterRefreshesTheLastCutter) {
 TEST_F(SettingsButtonsTest, ACancelledSetCutterRefreshesNothing) {
   Open();
   const HWND cutter = OpenOver(IDC_CS_SET_CUTTER);
-  WriteFloat(keys::kEngraveSettings, keys::kLastCutterSet, 0.375f);
+  WriteFloat(L"Engrave Settings", L"Last Cutter Set", 0.375f);
   CloseOver(cutter, IDCANCEL);
   EXPECT_EQ(Text(IDC_CS_LAST_CUTTER), L"Last Cutter: 0.000");
 }
@@ -105,8 +105,8 @@ TEST_F(SettingsButtonsTest, SetTableZeroTakesTheReminderAway) {
       << "before a job, with all switches";
   TypeText(zero, IDC_TZ_BUFFER, L"0.25");
   CloseOver(zero, IDOK);
-  EXPECT_EQ(StoredFloat(keys::kAxisZ, keys::kTableBuffer), 0.25f);
-  EXPECT_EQ(Stored(keys::kAxisZ, keys::kTableZeroModeWritten), L"0");
+  EXPECT_EQ(StoredFloat(L"Axis Z", L"Table Buffer"), 0.25f);
+  EXPECT_EQ(Stored(L"Axis Z", L"Table Zero Mode"), L"0");
   EXPECT_EQ(CloseBy(IDOK), 1) << "the job can be run";
 }
 
@@ -176,7 +176,7 @@ TEST_F(TableSetupButtonTest, RefreshesTheMaxima) {
 }
 
 TEST_F(TableSetupButtonTest, FillsTheListsAnewFromTheFile) {
-  WriteInt(keys::kSpindle, keys::kSpindleRpm, 9000);
+  WriteInt(L"Spindle", L"Spindle RPM", 9000);
   Open();
   Pick(dialog_, IDC_CS_ENGRAVE_TYPE, 1);
   Pick(dialog_, IDC_CS_RESOLUTION, 3);
@@ -208,8 +208,8 @@ TEST_F(TableSetupButtonTest, AppliesTheKindOfZ) {
 
 TEST_F(TableSetupButtonTest, ShowsAFixtureThatWasFitted) {
   for (const int mode : {0, 1, 2}) {
-    WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 0);
-    WriteInt(keys::kAxisRound, keys::kMode, mode);
+    WriteInt(L"Axis Round", L"Has Round Attachment", 0);
+    WriteInt(L"Axis Round", L"Mode", mode);
     Open();
     for (const int id : {1171, 1172, 1173, 1174}) EXPECT_FALSE(Shown(id)) << id;
     const HWND setup = OpenSetup();
@@ -224,8 +224,8 @@ TEST_F(TableSetupButtonTest, ShowsAFixtureThatWasFitted) {
 // KEEP: the label of the circumference alone stays.
 TEST_F(TableSetupButtonTest, HidesAFixtureThatWasTakenOff) {
   for (const int mode : {0, 1, 2}) {
-    WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
-    WriteInt(keys::kAxisRound, keys::kMode, mode);
+    WriteInt(L"Axis Round", L"Has Round Attachment", 1);
+    WriteInt(L"Axis Round", L"Mode", mode);
     Open();
     for (const int id : {1171, 1172}) EXPECT_TRUE(Shown(id)) << id;
     const HWND setup = OpenSetup();
@@ -254,8 +254,8 @@ TEST_F(TableSetupButtonTest, EditedPermanentSettingsForbidTheJob) {
 TEST_F(TableSetupButtonTest, CancelledRefreshesNothing) {
   Open();
   const HWND setup = OpenSetup();
-  WriteFloat(keys::kMaximumValues, keys::kXySpeed, 20.0f);
-  WriteInt(keys::kAxisZ, keys::kAirZ, 1);
+  WriteFloat(L"Maximum Values", L"XY Speed", 20.0f);
+  WriteInt(L"Axis Z", L"Air Z", 1);
   CloseOver(setup, IDCANCEL);
   EXPECT_EQ(Text(1140), L"10.0000");
   EXPECT_TRUE(Shown(IDC_CS_CUTTER_LIFT));
@@ -272,15 +272,15 @@ TEST_F(TableSetupButtonTest, UnlockedAndCancelledApplyEndsAsCancelled) {
   Type(IDC_CS_CUTTER_LIFT, L"0.5");
   Record().tools.cutterLift = 7.0f;
   EXPECT_EQ(CloseBy(IDC_CS_APPLY), 2);
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kCutterLift), 0.5f) << "saved all the same";
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Cutter Lift"), 0.5f) << "saved all the same";
   EXPECT_EQ(Record().tools.cutterLift, 7.0f);
 }
 
 // The parameter that the host opens the settings with is its point, in thousandths of an inch.
 TEST_F(TableSetupButtonTest, TheToolOffsetsAreProposedFromTheHostsParameter) {
   ASSERT_TRUE(InstalledHelper{"whole"}.Works());
-  WriteInt(keys::kBraille, keys::kBeadInsertTool, 1);
-  WriteInt(keys::kDiode, keys::kDiodePointer, 1);
+  WriteInt(L"Braille", L"Bead Insert Tool", 1);
+  WriteInt(L"Diode", L"Diode Pointer", 1);
   Open(1, 1, static_cast<std::uint64_t>(MAKELPARAM(1250, -125)));
   const HWND setup = OpenOver(IDC_CS_TABLE_SETUP);
   Click(setup, IDC_TS_EDIT_PERMANENT);

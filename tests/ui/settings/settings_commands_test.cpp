@@ -122,7 +122,7 @@ TEST_F(SettingsCommandsTest, MultiPassShowsAndHidesItsControls) {
 }
 
 TEST_F(SettingsCommandsTest, MultiPassByCopiesHidesTheFinishDepth) {
-  WriteInt(keys::kEngraveSettings, keys::kMultiPassMode, 1);
+  WriteInt(L"Engrave Settings", L"Multi Pass Mode", 1);
   Open();
   Click(dialog_, IDC_CS_MULTI_PASS);
   for (const int id : {1162, 1163, 1159, -1}) EXPECT_TRUE(Shown(id)) << id;
@@ -147,7 +147,7 @@ TEST_F(SettingsCommandsTest, TheModesShareOneFieldAndRememberTheOtherNumber) {
 }
 
 TEST_F(SettingsCommandsTest, TheRoundFixtureShowsTheCircumference) {
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
+  WriteInt(L"Axis Round", L"Has Round Attachment", 1);
   Open();
   Pick(dialog_, IDC_CS_ROUND_FIXTURE, 1);
   for (const int id : {1173, 1174}) EXPECT_TRUE(Shown(id)) << id;
@@ -156,7 +156,7 @@ TEST_F(SettingsCommandsTest, TheRoundFixtureShowsTheCircumference) {
 }
 
 TEST_F(SettingsCommandsTest, OtherNotificationsDoNothing) {
-  WriteInt(keys::kAxisRound, keys::kHasRoundAttachment, 1);
+  WriteInt(L"Axis Round", L"Has Round Attachment", 1);
   FitAllSwitches();
   Open();
   SelectSomeProfile();

@@ -12,12 +12,11 @@
 
 #include "device/module_state.h"
 #include "session/load.h"
-#include "settings/file.h"
-#include "settings/keys.h"
 #include "support/attached_device.h"
 #include "support/controller_id.h"
 #include "support/dialog_driver.h"
 #include "support/fake_controller.h"
+#include "support/key_file.h"
 #include "support/wait_until.h"
 #include "ui/common/dialog_state.h"
 #include "ui/resource_ids.h"
@@ -36,7 +35,7 @@ class SettingsDialogTest : public testing::Test {
   }
 
   DeviceState& Record() { return *device_; }
-  SettingsFile File() { return SettingsFile{device_->link}; }
+  k7test::KeyFile File() { return k7test::KeyFile{device_->link}; }
   std::wstring Path() { return k7test::SettingsFileOf(id_); }
 
   void WriteInt(const wchar_t* section, const wchar_t* key, std::int32_t value) {
@@ -51,9 +50,7 @@ class SettingsDialogTest : public testing::Test {
   }
   static std::wstring StoredIn(const std::wstring& path, const wchar_t* section,
                                const wchar_t* key) {
-    wchar_t text[600];
-    SettingsFile{path.c_str()}.ReadText(section, key, L"(none)", text, 600);
-    return text;
+    return k7test::KeyFile{path}.ReadText(section, key, L"(none)");
   }
   // Every key of the settings file as "section/key", with its text, in the order of the file.
   using KeyTexts = std::vector<std::pair<std::wstring, std::wstring>>;
@@ -90,10 +87,10 @@ class SettingsDialogTest : public testing::Test {
   }
 
   void FitAllSwitches() {
-    WriteInt(keys::kAxisX, keys::kLimitSwitch, 1);
-    WriteInt(keys::kAxisY, keys::kLimitSwitch, 1);
-    WriteInt(keys::kAxisZ, keys::kLimitSwitch, 1);
-    WriteInt(keys::kAxisZ, keys::kProxSwitch, 1);
+    WriteInt(L"Axis X", L"Limit Switch", 1);
+    WriteInt(L"Axis Y", L"Limit Switch", 1);
+    WriteInt(L"Axis Z", L"Limit Switch", 1);
+    WriteInt(L"Axis Z", L"Prox Switch", 1);
   }
 
   // Loads the settings as a connect does and opens the dialog.

@@ -21,14 +21,14 @@ TEST_F(SettingsDialogTest, ApplyAndExitSavesAndEndsWithOneHundredAndOne) {
   Open();
   Type(IDC_CS_CUTTER_LIFT, L"0.5");
   EXPECT_EQ(CloseBy(IDC_CS_APPLY), 101);
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kCutterLift), 0.5f);
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Cutter Lift"), 0.5f);
 }
 
 TEST_F(SettingsDialogTest, RunJobSavesAndEndsWithOne) {
   Open();
   Type(IDC_CS_CUTTER_LIFT, L"0.25");
   EXPECT_EQ(CloseBy(IDOK), 1);
-  EXPECT_EQ(StoredFloat(keys::kEngraveSettings, keys::kCutterLift), 0.25f);
+  EXPECT_EQ(StoredFloat(L"Engrave Settings", L"Cutter Lift"), 0.25f);
 }
 
 TEST_F(SettingsDialogTest, TheRecordIsLoadedAnewUnlessCancelled) {
@@ -45,7 +45,7 @@ TEST_F(SettingsDialogTest, TheRecordIsLoadedAnewUnlessCancelled) {
 }
 
 TEST_F(SettingsDialogTest, TheCaptionIsTheFriendlyName) {
-  File().WriteText(keys::kSettings, keys::kFriendlyName, L"North Bench");
+  File().WriteText(L"Settings", L"FriendlyName", L"North Bench");
   Open();
   wchar_t caption[64];
   GetWindowTextW(dialog_, caption, 64);
@@ -107,8 +107,7 @@ TEST_F(SettingsDialogTest, ASilentControllerClosesItAsCancelled) {
   Type(IDC_CS_CUTTER_LIFT, L"0.75");
   controller_.Answer("SmoothieIsConnected\n", "");
   EXPECT_EQ(driver_->Result(), 2);
-  EXPECT_NE(StoredFloat(keys::kEngraveSettings, keys::kCutterLift), 0.75f)
-      << "what was typed is lost";
+  EXPECT_NE(StoredFloat(L"Engrave Settings", L"Cutter Lift"), 0.75f) << "what was typed is lost";
 }
 
 TEST_F(SettingsDialogTest, TheTimerEndsWithTheDialog) {

@@ -173,13 +173,13 @@ TEST_F(TableSetupDialog, TheDiodePointersControlsFollowItsBox) {
 }
 
 TEST_F(TableSetupDialog, OpensWithTheControlsOfTheToolsThatAreThere) {
-  WriteInt(keys::kBraille, keys::kBeadInsertTool, 1);
+  WriteInt(L"Braille", L"Bead Insert Tool", 1);
   OpenSetup();
   ExpectShown(kBeadTool, true);
   ExpectShown(kDiode, false);
   CloseBy(IDCANCEL);
-  WriteInt(keys::kBraille, keys::kBeadInsertTool, 0);
-  WriteInt(keys::kDiode, keys::kDiodePointer, 1);
+  WriteInt(L"Braille", L"Bead Insert Tool", 0);
+  WriteInt(L"Diode", L"Diode Pointer", 1);
   OpenSetup();
   ExpectShown(kBeadTool, false);
   ExpectShown(kDiode, true);
@@ -206,9 +206,9 @@ TEST_F(TableSetupDialog, WithoutAirZAgainTheControlsOfAbsentToolsAppear) {
 }
 
 TEST_F(TableSetupDialog, AMachineWithAirZOpensWithoutThem) {
-  WriteInt(keys::kAxisZ, keys::kAirZ, 1);
-  WriteInt(keys::kBraille, keys::kBeadInsertTool, 1);
-  WriteInt(keys::kDiode, keys::kDiodePointer, 1);
+  WriteInt(L"Axis Z", L"Air Z", 1);
+  WriteInt(L"Braille", L"Bead Insert Tool", 1);
+  WriteInt(L"Diode", L"Diode Pointer", 1);
   OpenSetup();
   ExpectShown(kMotorZ, false);
 }
@@ -261,10 +261,10 @@ class TableSetupOffsets : public TableSetupDialog {
     EXPECT_TRUE(InstalledHelper{"whole"}.Works());
     dialogState.hostWordLow = -2;
     dialogState.hostWordHigh = 1250;
-    WriteInt(keys::kBraille, keys::kBeadInsertTool, 1);
-    WriteInt(keys::kBraille, keys::kBeadInsertToolX, 500);
-    WriteInt(keys::kDiode, keys::kDiodePointer, 1);
-    WriteInt(keys::kDiode, keys::kDiodePointerX, 500);
+    WriteInt(L"Braille", L"Bead Insert Tool", 1);
+    WriteInt(L"Braille", L"Bead Insert Tool X Offset", 500);
+    WriteInt(L"Diode", L"Diode Pointer", 1);
+    WriteInt(L"Diode", L"Diode Pointer X Offset", 500);
     OpenUnlocked();
     DisableOk();
   }
