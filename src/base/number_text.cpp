@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 
 namespace k7 {
 
@@ -53,14 +52,6 @@ NumberText FormatFixed(double value, int decimals) noexcept {
   }
   *end = '\0';
   return number;
-}
-
-double ParseFixed(const char* text) noexcept {
-  double value = 0.0;
-  if (text != nullptr) {
-    std::from_chars(text, text + std::strlen(text), value, std::chars_format::fixed);
-  }
-  return value;
 }
 
 }  // namespace k7

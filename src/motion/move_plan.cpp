@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/arithmetic.h"
+#include "base/parse_number.h"
 #include "motion/axes.h"
 
 namespace k7 {

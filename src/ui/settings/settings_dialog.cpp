@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include "base/arithmetic.h"
-#include "base/typed_number.h"
 #include "device/progress.h"
 #include "link/link.h"
 #include "motion/homing.h"
