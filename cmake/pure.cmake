@@ -20,6 +20,7 @@ set(K7_PURE
     link/line_assembler
     link/reply
     motion/axes
+    motion/cutter_mode
     motion/move_plan
     motion/round_positions
     motion/spindle_level

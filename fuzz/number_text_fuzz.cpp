@@ -125,7 +125,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CheckTruncation(static_cast<double>(k7::StepsPerInch(record.mechanics, k7::Axis::X)));
   k7::TableWidthSteps(record.mechanics);
   k7::TableHeightSteps(record.mechanics);
-  const k7::MachinePlace place = k7::MachinePosition(record, host, host);
+  const k7::MachinePlace place = k7::MachinePlaceOf(record.mechanics, record.position, host, host);
   CheckPlan(record, place.x, place.y, k7::LiftZ(record));
   CheckPlan(record, static_cast<std::int32_t>(host), 0, k7::PlungeZ(record));
   Require(std::string{k7::FeedLine(k7::FeedText(single).c_str()).c_str()}.back() == '\n');

@@ -1,4 +1,5 @@
-// FormatFixed: the number text of every G-code line. ParseFixed (base/parse_number.h) reads it back.
+// FormatFixed: the number text of every G-code line. ParseFixed reads it back
+// (base/parse_number.h).
 #pragma once
 
 namespace k7 {

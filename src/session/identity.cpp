@@ -43,7 +43,7 @@ std::int32_t Settle(DeviceState& record, wchar_t* buffer, std::int32_t size) noe
 
 }  // namespace
 
-std::int32_t QueryControllerId(DeviceState& record, wchar_t* buffer, std::int32_t size) noexcept {
+std::int32_t SettleIdentity(DeviceState& record, wchar_t* buffer, std::int32_t size) noexcept {
   if (!record.link.controllerId.Is(kUnsetControllerId) || record.link.linkHandle == nullptr) {
     return Settle(record, buffer, size);
   }
@@ -60,7 +60,7 @@ std::int32_t QueryControllerId(DeviceState& record, wchar_t* buffer, std::int32_
   return 0;
 }
 
-void ResetControllerId(LinkState& link) noexcept {
+void ForgetIdentity(LinkState& link) noexcept {
   link.controllerId.Set(kUnsetControllerId);
 }
 

@@ -15,9 +15,9 @@ inline constexpr wchar_t kPendingControllerId[] = L"Monkey Magic";
 // identity copied into `buffer` (null allowed; `size` in characters), or 0 after three polls of
 // 200 ms without an answer, with the settings not loaded and the pending mark left in controllerId.
 // Without a link: 24 with the identity as it stands. [host]
-std::int32_t QueryControllerId(DeviceState& record, wchar_t* buffer, std::int32_t size) noexcept;
+std::int32_t SettleIdentity(DeviceState& record, wchar_t* buffer, std::int32_t size) noexcept;
 
 // Slot 78: the identity becomes sixteen zeros, so that the next query asks the controller. [host]
-void ResetControllerId(LinkState& link) noexcept;
+void ForgetIdentity(LinkState& link) noexcept;
 
 }  // namespace k7

@@ -13,7 +13,7 @@ std::uint32_t LibraryFolder(DeviceState& record, const wchar_t* library, wchar_t
                             std::int32_t size) {
   // A controller that does not answer leaves its mark in the field; the folder is named after
   // whatever stands there, as the settings file is.
-  QueryControllerId(record, nullptr, 0);
+  SettleIdentity(record, nullptr, 0);
   SettingsPath path = ControllersFolder();
   AppendFolder(path, record.link.controllerId.Get().text);
   const std::uint32_t created = AppendFolder(path, library);

@@ -52,9 +52,12 @@ bool LoadRoundMode(DeviceState& record, const SettingsFile& file) {
 }
 
 void SendStepsPerMm(DeviceState& record) {
-  SetAxisStepsPerMm(record, "X", StepsPerInch(record.mechanics, Axis::X) / kMmPerInch);
-  SetAxisStepsPerMm(record, "Y", StepsPerInch(record.mechanics, Axis::Y) / kMmPerInch);
-  SetAxisStepsPerMm(record, "Z", StepsPerInch(record.mechanics, Axis::Z) / kMmPerInch);
+  SetAxisStepsPerMm(record.link, record.position, "X",
+                    StepsPerInch(record.mechanics, Axis::X) / kMmPerInch);
+  SetAxisStepsPerMm(record.link, record.position, "Y",
+                    StepsPerInch(record.mechanics, Axis::Y) / kMmPerInch);
+  SetAxisStepsPerMm(record.link, record.position, "Z",
+                    StepsPerInch(record.mechanics, Axis::Z) / kMmPerInch);
 }
 
 void LoadEngraving(DeviceState& record, const SettingsFile& file) {
@@ -86,7 +89,7 @@ void LoadPositions(DeviceState& record, const SettingsFile& file, bool modeChang
       .round = modeChanged ? 0 : file.ReadInt(keys::kCurrentLocation, keys::kRAxis, 0),
       .tableHomeInches = {file.ReadFloat(keys::kAxisX, keys::kTableHome, 0.0f),
                           file.ReadFloat(keys::kAxisY, keys::kTableHome, 0.0f)}};
-  TakeLoadedPositions(record, loaded,
+  TakeLoadedPositions(record.mechanics, record.position, loaded,
                       hasRoundAttachment != 0 ? record.mechanics.roundAxisMode : kRoundOff);
 }
 
@@ -157,8 +160,9 @@ void LoadPassTable(DeviceState& record, const SettingsFile& file) {
 }
 
 void SendMappingAndPosition(DeviceState& record) {
-  SendAxisMapping(record);
-  SetPosition(record, {.x = record.position.last.x, .y = record.position.last.y});
+  SendAxisMapping(record.link, record.mechanics);
+  DeclarePosition(record.link, record.position,
+                  {.x = record.position.last.x, .y = record.position.last.y});
 }
 
 }  // namespace

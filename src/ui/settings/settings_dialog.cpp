@@ -87,7 +87,7 @@ void OnColorSettings(HWND dialog) noexcept {
 }
 
 void OnMechanicalHome(HWND) noexcept {
-  if (dialogDevice != nullptr) MechanicalHome(*dialogDevice);
+  if (dialogDevice != nullptr) HomeToSwitches(*dialogDevice);
 }
 
 void OnTableSetup(HWND dialog) noexcept {

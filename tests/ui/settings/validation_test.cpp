@@ -7,8 +7,8 @@
 #include <map>
 #include <string>
 
-#include "ui/resource_ids.h"
 #include "base/parse_number.h"
+#include "ui/resource_ids.h"
 
 namespace k7 {
 namespace {
