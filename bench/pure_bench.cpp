@@ -3,6 +3,7 @@
 
 #include "base/format_decimal.h"
 #include "base/number_text.h"
+#include "base/parse_number.h"
 #include "motion/axes.h"
 
 namespace {

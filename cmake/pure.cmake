@@ -6,10 +6,10 @@ set(K7_PURE
     base/bounded_copy
     base/format_decimal
     base/number_text
+    base/parse_number
     base/polled
     base/shared_text
     base/short_lock
-    base/typed_number
     device/device_state
     device/guarded
     device/per_axis
@@ -21,6 +21,7 @@ set(K7_PURE
     link/line_assembler
     link/reply
     motion/axes
+    motion/cutter_mode
     motion/move_plan
     motion/round_positions
     motion/spindle_level

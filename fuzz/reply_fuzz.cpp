@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "base/parse_number.h"
 #include "link/line_assembler.h"
 #include "link/reply.h"
 
@@ -20,7 +21,7 @@ void ReadLine(std::string_view line) {
   Check(line.find('\0') == std::string_view::npos);
   const k7::Reply reply = k7::FindReply(line);
   Check((reply.kind == k7::ReplyKind::Unknown) == reply.from.empty());
-  k7::ParseInteger(reply.after);
+  k7::ParseWhole(reply.after);
   const k7::IdentityText identity = k7::ReadIdentity(line);
   Check(identity.text[16] == L'\0');
   if (const auto switches = k7::ReadSwitches(reply.from)) {

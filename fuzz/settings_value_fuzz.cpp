@@ -9,8 +9,8 @@
 
 #include "job/pass_status.h"
 #include "session/pass_table.h"
-#include "settings/profile_name.h"
 #include "settings/encodings.h"
+#include "settings/profile_name.h"
 
 namespace {
 

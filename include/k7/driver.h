@@ -10,8 +10,8 @@
 //   size - 1 characters and always terminated.
 // - No exception crosses the boundary. Failures are silent: the neutral value comes back.
 // - Thread tags: [host] = call from the one thread that owns the device; [any] = from any thread,
-//   but not while a [host] operation is changing the very thing (loading the settings, setting a
-//   name, attaching). An operation tagged [host] lets messages *sent* to that thread's windows
+//   but not while a [host] operation changes what it reads (loading the settings, setting a name,
+//   attaching). An operation tagged [host] lets messages *sent* to that thread's windows
 //   through while it waits; posted messages stay queued.
 // - "No connection" means that the controller has not answered yet. Operations whose comment does
 //   not mention it work the same with and without a connection.
@@ -47,8 +47,8 @@ K7_API void GetControllerInfo(int32_t index, wchar_t* id, wchar_t* name, int32_t
 // null, without a search. [host]
 K7_API k7::IEngraver* ConnectToController(const wchar_t* controllerId) noexcept;
 
-// Ends a jog or ramp under way, switches the motors off, closes the link, keeps the present
-// location in the settings file and destroys the device; null is ignored. Never from a notification
+// Ends a jog or ramp under way, switches the motors off, closes the link, keeps the position in the
+// settings file and destroys the device; null is ignored. Never from a notification
 // callback and never while a dialog of the device is open. [host]
 K7_API void ReleaseController(k7::IEngraver* device) noexcept;
 

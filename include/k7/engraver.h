@@ -75,9 +75,9 @@ class IEngraver : public ISurface {
   // (0, 0) is machine zero at the switches, not the table home. `flag` has no effect. Without a
   // record or a connection: nothing. [host]
   virtual void SyncCurrentLocation(uint32_t xSteps, uint32_t ySteps, uint8_t flag) noexcept = 0;
-  // 51: the same as a quiet job of its own with the spindle at full speed; `roundFlag` 1 switches
-  // the round fixture off for the travel. Without a record: nothing; without a connection nothing
-  // is sent. [host]
+  // 51: the same as a job of its own with the spindle at full speed; the host is not told of its
+  // moves. `roundFlag` 1 switches the round fixture off for the travel. Without a record: nothing;
+  // without a connection nothing is sent. [host]
   virtual void GoToAsJob(uint32_t xSteps, uint32_t ySteps, uint8_t roundFlag) noexcept = 0;
   // 52: adds the table home in host steps to *x and *y (null allowed) and sends msgPosition to the
   // notify window. Without a record, a window or that message: nothing. [host]
@@ -107,9 +107,9 @@ class IEngraver : public ISurface {
   // 58: position for display in thousandths: as slot 57, but with a round fixture active the axis
   // that it replaces shows where that axis was parked. Without a record: outputs untouched. [host]
   virtual void GetTableHome(int32_t* x, int32_t* y, int32_t* third) noexcept = 0;
-  // 59: takes the present Z as the cutter home (at least the lift or depth below the switch), keeps
-  // it in the settings file and lifts the cutter. Result: a lift was sent. Without a record or
-  // a connection, or while a job is open: false. [host]
+  // 59: takes the present Z as the cutter home (but at least the larger of lift and engrave depth),
+  // keeps it in the settings file and lifts the cutter. Result: a lift was sent. Without a record
+  // or a connection, or while a job is open: false. [host]
   virtual bool FindCutterHome() noexcept = 0;
   // 60: placeholder, does nothing. [any]
   virtual void Reserved60() noexcept = 0;
@@ -214,8 +214,8 @@ class IEngraver : public ISurface {
   // 95: axis that the round fixture replaces: 0 none, 1 X, 2 Y; 0 when no fixture is configured or
   // without a record. [any]
   virtual uint32_t GetRoundMode() noexcept = 0;
-  // 96: keeps that number when a fixture is configured; sends and writes nothing. Without a record:
-  // nothing. [host]
+  // 96: stores that number when a fixture is configured; sends and writes nothing. Without a
+  // record: nothing. [host]
   virtual void SetRoundMode(uint32_t mode) noexcept = 0;
   // 97: kind of run, a kRun number: decides the cutting speed (grid) and the pass status text.
   // Without a record: nothing. [host]
@@ -256,23 +256,23 @@ class IEngraver : public ISurface {
   // 116: copies that text. Result: 0; `size` when the buffer is null, `size` is below 1 or there is
   // no record. [any]
   virtual int32_t GetHostText(wchar_t* buffer, int32_t size) noexcept = 0;
-  // 117: lifts the cutter to machine Z 0, begins a job and travels, by MoveTo, to the machine
-  // position of (x, y) host steps taken as host steps once more: factor and table home apply twice,
-  // but for (0, 0), which is the table home. With a plunge hold it only lifts. Result: that of
-  // MoveTo, 0 when held. Without a record or a connection: 0. [host]
+  // 117: lifts the cutter to machine Z 0, begins a job and travels, by MoveTo, to (x, y). The point
+  // is converted from host to machine steps twice, so axis factor and table home apply twice; only
+  // (0, 0) is the table home. With a plunge hold it only lifts. Result: that of MoveTo, 0 when
+  // held. Without a record or a connection: 0. [host]
   virtual uint32_t TravelTo(uint32_t xSteps, uint32_t ySteps) noexcept = 0;
   // 118: 1 when the machine has a pneumatic head (cutter mode 4), else 0. Without a record: 0.
   // [any]
   virtual int32_t IsAirZ() noexcept = 0;
   // 119: estimated run time in whole seconds of one pass of a drawing given as `count` triples (x,
   // y, kind) in host steps, starting at (0, 0); kind 1 = travel to the point with the cutter up,
-  // kind 2 = cut to it (without length: a dot), others are passed over. Counts the way at the
-  // traverse and engraving speeds with what corners cost; not lifts and plunges, delays, spindle,
-  // probing and the grid speed. Sends nothing. Result 0 for null, for axes of different resolution,
-  // and without a record. [any]
+  // kind 2 = cut to it (without length: a dot), others are passed over. Counts the path at the
+  // traverse and engraving speeds and the time that corners cost, but no lifts, plunges, delays,
+  // spindle, probing or grid speed. Sends nothing. Result 0 for null, for axes of different
+  // resolution, and without a record. [any]
   virtual uint32_t EstimateJobTime(const uint32_t* triples, uint32_t count) noexcept = 0;
-  // 120: overwrites the reader thread's mark of life; the driver's own detach waits for it. Without
-  // a record: nothing. [any]
+  // 120: overwrites the mark that the reader thread runs. A detach waits until the mark is cleared.
+  // Without a record: nothing. [any]
   virtual void SetReaderAlive(uint8_t alive) noexcept = 0;
   // 121: 1 while the reader thread runs. Without a record: 0. [any]
   virtual uint8_t GetReaderAlive() noexcept = 0;
@@ -283,10 +283,9 @@ class IEngraver : public ISurface {
   virtual int32_t GetPortName(wchar_t* buffer, int32_t size) noexcept = 0;
   // 124: the link's handle, null when detached or without a record. [any]
   virtual LinkHandle GetLinkHandle() noexcept = 0;
-  // 125: keeps the present location in the settings file and ends the object; frees its memory when
-  // bit 0 of `flags` is set. Use ReleaseController instead, which closes the link first. Result:
-  // the object's address. Without a record nothing is kept. Never from a notification callback.
-  // [host]
+  // 125: keeps the position in the settings file and ends the object; frees its memory when bit 0
+  // of `flags` is set. Use ReleaseController instead, which closes the link first. Result: the
+  // object's address. Without a record nothing is kept. Never from a notification callback. [host]
   virtual void* DeleteSelf(uint32_t flags) noexcept = 0;
 
  protected:

@@ -1,4 +1,4 @@
-// Whole numbers of steps: the one way from floating point to them, and arithmetic that wraps.
+// Whole numbers of steps: the conversion from floating point, and arithmetic that wraps at 32 bits.
 #pragma once
 
 #include <cstdint>
@@ -7,12 +7,12 @@ namespace k7 {
 
 inline constexpr float kMmPerInch = 25.4f;
 
-// Whole number nearest to zero of `value`; beyond the range the nearest end of it, NaN gives 0. The
-// one conversion from floating point to steps, used everywhere. [any]
+// `value` without its fraction; beyond the range the nearest end of it, NaN gives 0. Every
+// conversion from floating point to steps goes through this one. [any]
 std::int32_t TruncateToInt32(double value) noexcept;
 
-// trunc(value + 0.5) in single precision, saturating. KEEP: a half is added whatever the sign, so
-// that negative numbers are rounded toward zero. [any]
+// trunc(value + 0.5) in single precision, saturating. KEEP: a half is added to negative numbers,
+// too, so that they are rounded toward zero. [any]
 std::int32_t RoundToSteps(float value) noexcept;
 
 // The whole number that is shown or saved for a typed one: rounded half up, towards the larger

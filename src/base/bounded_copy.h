@@ -1,4 +1,4 @@
-// The one bounded copy for text: cut to the destination, always terminated.
+// Copying text into a buffer of fixed size: cut to the buffer, always terminated.
 #pragma once
 
 #include <cstddef>

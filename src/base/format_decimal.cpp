@@ -34,8 +34,8 @@ class BoundedText {
   wchar_t* end_;
 };
 
-// The significant digits of a number rounded to some decimals, without point or sign, and where the
-// point stands in them: after `point` digits, or -point zeros before the first.
+// The significant digits of a rounded number, without point or sign. The point stands after `point`
+// digits; with a negative `point`, that many zeros stand between the point and the first digit.
 struct Digits {
   char text[kMaxWholeDigits + 10 + kExactPlaces];
   int count;
@@ -56,8 +56,8 @@ void RoundUp(Digits& digits) noexcept {
   ++digits.point;
 }
 
-// The magnitude rounded to `decimals`: exact text first, then cut at the decimal where the rounding
-// digit follows. A tie ends in exactly 5, so one digit decides.
+// The magnitude rounded to `decimals`: its exact text, cut, and rounded up when the first digit cut
+// off is 5 or more. The text is exact, so that one digit decides also a tie.
 Digits RoundedDigits(float magnitude, int decimals) noexcept {
   char exact[kMaxWholeDigits + 10 + 1 + kExactPlaces];
   const auto result =
@@ -93,10 +93,10 @@ void FormatDecimal(float value, wchar_t* buffer, int capacity, int decimals) noe
   const std::string_view text{digits.text, static_cast<std::size_t>(digits.count)};
 
   if (std::signbit(value)) out.Append('-');
-  // KEEP: decided by the value before rounding.
+  // KEEP: the value before rounding decides on the "0.".
   if (magnitude < 1.0f) out.Append("0.");
   if (digits.point > 0) {
-    // KEEP: the digit buffer of installed drivers holds 32 characters; they end here, too.
+    // KEEP: installed drivers have a digit buffer of 32 characters and end the process here, too.
     if (digits.point > kMaxWholeDigits) std::abort();
     const auto whole = static_cast<std::size_t>(digits.point);
     out.Append(text.substr(0, whole));

@@ -1,4 +1,4 @@
-// Owners of Win32 handles. Two types, because Win32 has two "no handle" values.
+// Owners of Win32 handles. There are two types because Win32 has two values for "no handle".
 #pragma once
 
 #include <windows.h>

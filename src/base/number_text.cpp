@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 
 namespace k7 {
 
@@ -42,8 +41,8 @@ NumberText FormatFixed(double value, int decimals) noexcept {
   for (int i = 0; i < decimals; ++i) {
     // KEEP: the comparison is strict. A fraction that is a power of ten gets one zero too many
     // (0.1 is 0.0100), a fraction of one is all zeros, and one that rounds up to a whole is
-    // appended whole. Controllers in the field have always been sent this, and the moves read
-    // their own text back, so that what counts as reached is what was sent.
+    // appended whole. Controllers in the field have always been sent this text. A move reads its
+    // own text back, so that the position in the record is the one that was sent.
     if (place < fraction) {
       end = AppendWhole(number, end, fraction);
       break;
@@ -53,14 +52,6 @@ NumberText FormatFixed(double value, int decimals) noexcept {
   }
   *end = '\0';
   return number;
-}
-
-double ParseFixed(const char* text) noexcept {
-  double value = 0.0;
-  if (text != nullptr) {
-    std::from_chars(text, text + std::strlen(text), value, std::chars_format::fixed);
-  }
-  return value;
 }
 
 }  // namespace k7

@@ -1,4 +1,5 @@
-// FormatFixed: the number text of every G-code line.
+// FormatFixed: the number text of every G-code line. ParseFixed reads it back
+// (base/parse_number.h).
 #pragma once
 
 namespace k7 {
@@ -16,8 +17,5 @@ inline constexpr double kLargestFixed = 9223372036854774784.0;
 // `value` with `decimals` (1 to 9; taken to the nearest of these) places, in the form that the
 // controllers have always been sent. A number that is not finite is written as 0. [any]
 NumberText FormatFixed(double value, int decimals) noexcept;
-
-// Reads such a text back, to the nearest double; 0 when it holds no number. [any]
-double ParseFixed(const char* text) noexcept;
 
 }  // namespace k7

@@ -5,8 +5,8 @@
 
 namespace k7 {
 
-// An atomic of the same size as T that reads and writes like a plain field. The compiler would
-// remove a loop that polls a plain field; two threads touching one would be a race besides.
+// An atomic of the same size as T that reads and writes like a plain field. Polling a plain field
+// from another thread would be a data race, and the compiler may remove such a loop.
 template <typename T>
 class Polled {
  public:

@@ -9,7 +9,7 @@
 namespace k7 {
 
 // Holds up to kSize - 1 characters. Every change appears whole: a reader sees the text before or
-// after it, never a mixture. Held for the copy of a few characters only. [any]
+// after it, never a mixture. The lock is held only while the few characters are copied. [any]
 template <std::size_t kSize>
 class SharedText {
  public:

@@ -8,8 +8,8 @@
 
 namespace k7 {
 
-// The language's own mutex keeps memory and an event of the system's for each lock that was ever
-// contended for, and this compiler's library never gives them back.
+// Not std::mutex: in this compiler's library every mutex that was ever contended keeps memory and
+// an event of the operating system, and never frees them.
 #ifdef _WIN32
 
 static_assert(sizeof(SRWLOCK) == sizeof(void*));

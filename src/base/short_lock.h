@@ -3,7 +3,7 @@
 
 namespace k7 {
 
-// Not recursive. Needs no clean-up: it owns nothing of the system's. [any]
+// Not recursive. Owns no object of the operating system, so it needs no destructor. [any]
 class ShortLock {
  public:
   constexpr ShortLock() noexcept = default;
@@ -11,7 +11,7 @@ class ShortLock {
   ShortLock& operator=(const ShortLock&) = delete;
 
   void Acquire() noexcept;
-  // False: somebody holds it.
+  // False: another thread holds it.
   [[nodiscard]] bool TryAcquire() noexcept;
   void Release() noexcept;
 

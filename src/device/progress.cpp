@@ -14,18 +14,17 @@ std::uint32_t Later(std::uint32_t a, std::uint32_t b) noexcept {
 }
 
 template <typename Done>
-void AwaitQueue(DeviceState& record, Done done) noexcept {
-  const JobState& job = record.job;
+void AwaitQueue(LinkState& link, JobState& job, Done done) noexcept {
   std::uint32_t quietSince = TickMs();
   bool quiet = false;
-  AwaitReader(record, [&] {
+  AwaitReader(link, job, [&] {
     if (done()) return true;
     const std::uint32_t now = TickMs();
     quietSince = JobOpen(job) != 0 ? now : Later(quietSince, job.lastReportTick);
     quiet = now - quietSince >= kQuietMs;
     return quiet;
   });
-  if (quiet) ForgetMoves(record.job);
+  if (quiet) ForgetMoves(job);
 }
 
 }  // namespace
@@ -50,15 +49,15 @@ bool MovesRemain(const JobState& job) noexcept {
   return LinesInFlight(job) > 0 || BlocksRunning(job) >= 1;
 }
 
-void AwaitFewerInFlight(DeviceState& record, std::int32_t lines) noexcept {
-  AwaitQueue(record, [&] {
-    const auto inFlight = record.job.linesInFlight.Lock();
+void AwaitFewerInFlight(LinkState& link, JobState& job, std::int32_t lines) noexcept {
+  AwaitQueue(link, job, [&] {
+    const auto inFlight = job.linesInFlight.Lock();
     return !inFlight || *inFlight < lines;
   });
 }
 
-void AwaitNoMoves(DeviceState& record) noexcept {
-  AwaitQueue(record, [&] { return !MovesRemain(record.job); });
+void AwaitNoMoves(LinkState& link, JobState& job) noexcept {
+  AwaitQueue(link, job, [&] { return !MovesRemain(job); });
 }
 
 void ForgetMoves(JobState& job) noexcept {

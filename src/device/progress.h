@@ -21,14 +21,14 @@ bool MovesRemain(const JobState& job) noexcept;
 // with both counts 0, and a worker that is asked to stop does not go on with it. False: it ended
 // without `done()`. [any]
 template <typename Done>
-bool AwaitReader(DeviceState& record, Done done) noexcept;
+bool AwaitReader(LinkState& link, JobState& job, Done done) noexcept;
 
 // Waits until the controller has taken so many lines that fewer than `lines` are in flight, and
 // until it has carried out every move. Without bound in a job; outside one, where a controller need
 // not report anything, until nothing has been reported for 2 s, with both counts 0 then. Ends as
 // AwaitReader does. [any]
-void AwaitFewerInFlight(DeviceState& record, std::int32_t lines) noexcept;
-void AwaitNoMoves(DeviceState& record) noexcept;
+void AwaitFewerInFlight(LinkState& link, JobState& job, std::int32_t lines) noexcept;
+void AwaitNoMoves(LinkState& link, JobState& job) noexcept;
 // Sets both counts to 0: nothing will be reported of what they still count. [any]
 void ForgetMoves(JobState& job) noexcept;
 // Clears both liveness ticks, also while no link is attached, so that the next liveness check
@@ -36,9 +36,9 @@ void ForgetMoves(JobState& job) noexcept;
 void ClearAliveTicks(LinkState& link) noexcept;
 
 template <typename Done>
-bool AwaitReader(DeviceState& record, Done done) noexcept {
-  if (WaitForReader(record.link, done)) return true;
-  if (record.link.lost != 0) ForgetMoves(record.job);
+bool AwaitReader(LinkState& link, JobState& job, Done done) noexcept {
+  if (WaitForReader(link, done)) return true;
+  if (link.lost != 0) ForgetMoves(job);
   return false;
 }
 

@@ -4,6 +4,7 @@
 #include "job/job.h"
 #include "motion/axes.h"
 #include "motion/cutter.h"
+#include "motion/cutter_mode.h"
 #include "motion/move.h"
 #include "motion/round_fixture.h"
 #include "motion/spindle.h"
@@ -11,15 +12,15 @@
 
 namespace k7 {
 
-void GoTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY, std::uint8_t) noexcept {
+void GoTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) noexcept {
   if (record.link.connected != 1) return;
-  const MachinePlace place = GoToPlace(record, hostX, hostY);
+  const MachinePlace place = GoToPlace(record.mechanics, record.position, hostX, hostY);
   const std::int32_t lift = record.job.plungeHold == 1 ? 0 : LiftZ(record);
   SetFeedRate(record, record.tools.cutterUpSpeed);
-  MoveCutter(record, lift, CommandTag::Lift, kCutterUp, record.tools.cutterMode == kCutterAirZ);
+  MoveCutter(record, lift, CommandTag::Lift, kCutterUp, HasPneumaticHead(record.tools));
   SetFeedRate(record, record.tools.traverseSpeed);
   SendMove(record, {.x = place.x, .y = place.y}, CommandTag::Move);
-  WriteCurrentLocation(record);
+  KeepXyPosition(record);
 }
 
 void GoToAsJob(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY,
@@ -28,10 +29,10 @@ void GoToAsJob(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY,
   const bool switchOff = roundFlag == 1 && hasRoundAttachment != 0;
   if (switchOff) SwitchRoundMode(record, kRoundOff);
   record.job.quietMoves = 1;
-  // A refused job leaves the head where the refusal has lifted it.
+  // A job that cannot begin has lifted the cutter; the head does not travel.
   if (BeginJob(record)) {
     SetSpindle(record, kSpindleFull);
-    GoTo(record, hostX, hostY, 1);
+    GoTo(record, hostX, hostY);
     SetSpindle(record, kSpindleOff);
     EndJob(record);
   }

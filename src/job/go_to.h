@@ -7,14 +7,13 @@
 
 namespace k7 {
 
-// Slot 50: lifts the cutter (with plungeHold 1 to the top of Z), travels to a host position (see
-// GoToPlace) and writes "Current Location"; waits for the lift of a pneumatic head. The flag has no
-// effect. Without a connection: nothing. [host]
-void GoTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY,
-          std::uint8_t flag) noexcept;
-// Slot 51: the same as a job of its own of which the host is told nothing, the spindle at full
-// speed; roundFlag 1 has the round fixture switched off meanwhile. A refused job goes nowhere.
-// [host]
+// Slot 50: lifts the cutter (with plungeHold 1 to the top of Z), travels to a point in host steps
+// (see GoToPlace) and keeps the position in the settings file; waits for the lift of a pneumatic
+// head. Without a connection: nothing. [host]
+void GoTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) noexcept;
+// Slot 51: the same as a job of its own with the spindle at full speed. The host is not told of its
+// moves. With `roundFlag` 1 the round fixture is switched off meanwhile. When the job cannot begin
+// the head stays where it is. [host]
 void GoToAsJob(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY,
                std::uint8_t roundFlag) noexcept;
 

@@ -18,11 +18,11 @@ using Formatter = void(__cdecl*)(void* object, std::int32_t thousandths, wchar_t
 constexpr std::int32_t kObjectKind = 7;
 constexpr int kFormatterSlot = 9;  // counted from 0
 
-// For the life of the process. Host thread only.
+// Kept for the life of the process; touched by the host's thread alone.
 HMODULE library = nullptr;
 Librarian librarian = nullptr;
 
-// An export by name, as the function it is.
+// The export of that name, with the type of the function.
 template <typename Function>
 Function ExportOf(HMODULE module, const char* name) {
   return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
@@ -35,7 +35,7 @@ void LoadOnce() {
   AppendFolder(path, L"Penfold Hatch");
   AppendLevel(path, L"Cache");
   AppendLevel(path, L"TSL_000.dll");
-  // The library's own folder is searched for what it needs.
+  // With this flag the libraries that it needs are looked for in its own folder, too.
   library = LoadLibraryExW(path.text, nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
   if (library != nullptr) librarian = ExportOf<Librarian>(library, "TSLibrarian");
 }
@@ -49,14 +49,14 @@ HostHelper::HostHelper() noexcept : object_(nullptr) {
 
 HostHelper::~HostHelper() {
   if (object_ == nullptr) return;
-  // A library without the export leaks the object.
+  // Without that export nobody can free the object.
   if (const auto destroy = ExportOf<Destroy>(library, "TSDestroy")) destroy(object_);
 }
 
 HostHelper::LengthText HostHelper::FormatLength(std::int32_t thousandths) const noexcept {
   constexpr std::int32_t kSize = sizeof(LengthText::text) / sizeof(wchar_t);
   LengthText length{};
-  // An object is a pointer to its table of operations.
+  // The first word of the object points to its table of operations.
   void** const table = *static_cast<void***>(object_);
   const auto format = reinterpret_cast<Formatter>(table[kFormatterSlot]);
   format(object_, thousandths, length.text, kSize, 1, 3);

@@ -5,11 +5,10 @@
 
 namespace k7 {
 
-// Loads "TSL_000.dll" from the host's cache folder at the first use that succeeds; it stays loaded
-// for the life of the process. A failed load is tried again by the next object. [host]
-//
-// One helper object of that library, for one prompt; handed back to the library at the end of the
-// scope. Test it: false when there is no library, or it makes no objects.
+// One object of the host's library "TSL_000.dll", made for one prompt and given back to the library
+// at the end of the scope. False when the library is not there or makes no object; test it before
+// use. The library is loaded from the host's cache folder and stays loaded for the life of the
+// process; after a failure the next HostHelper tries to load it again. [host]
 class HostHelper {
  public:
   HostHelper() noexcept;
@@ -19,11 +18,11 @@ class HostHelper {
 
   explicit operator bool() const noexcept { return object_ != nullptr; }
 
-  // Display text of a length, as the library writes it; cut to what the library is told it may use.
+  // The text of a length as the library writes it; the library is told the size and cuts it.
   struct LengthText {
     wchar_t text[16];
   };
-  // Of thousandths of an inch. Only with an object.
+  // The text of a length in thousandths of an inch. Only when the object tests true.
   LengthText FormatLength(std::int32_t thousandths) const noexcept;
 
  private:

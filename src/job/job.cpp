@@ -6,6 +6,7 @@
 #include "link/commands.h"
 #include "link/link.h"
 #include "motion/cutter.h"
+#include "motion/cutter_mode.h"
 #include "motion/homing.h"
 
 namespace k7 {
@@ -13,55 +14,52 @@ namespace k7 {
 namespace {
 
 constexpr std::uint32_t kLookMs = 50;
-constexpr std::int64_t kAirZDrainMs = 5000;  // and the engrave delay on top
+constexpr std::int64_t kAirZDrainMs = 5000;  // the engrave delay is added to it
 
-// The modes that probe cannot start with the probe already touched.
+// A mode that probes finds the proximity switch closed, so that a probe would end at once.
 bool ProximityIsTriggered(DeviceState& record) noexcept {
-  if (record.tools.cutterMode != kCutterAutomatic &&
-      record.tools.cutterMode != kCutterSemiAutomatic) {
-    return false;
-  }
-  // Stays open on a machine that is not fitted with all the switches: the query is refused there.
+  if (!ProbesTheSurface(record.tools)) return false;
+  // Counts as open on a machine without all switches, where the query is refused.
   std::uint8_t proximity = 0;
   QuerySwitches(record, nullptr, nullptr, nullptr, &proximity);
   return proximity == 1;
 }
 
-void ArmFirstMove(DeviceState& record) noexcept {
-  if (record.job.plungeHold == 0) {
-    record.job.firstMove = 1;
-  } else if (record.jog.jogActive == 0) {
-    record.job.firstMove = 0;
-    record.job.plungeHold = 0;
+void ArmFirstMove(JobState& job, const JogState& jog) noexcept {
+  if (job.plungeHold == 0) {
+    job.firstMove = 1;
+  } else if (jog.jogActive == 0) {
+    job.firstMove = 0;
+    job.plungeHold = 0;
   }
-  // KEEP: a hold during a jog leaves both as they are, for the job that follows.
+  // KEEP: with a hold during a jog both stay as they are, for the job that follows the jog.
 }
 
-void ClearJobCounters(DeviceState& record) noexcept {
-  if (const auto ring = record.job.tagRing.Lock()) {
+void ClearJobCounters(JobState& job) noexcept {
+  if (const auto ring = job.tagRing.Lock()) {
     ring->ackRingIndex = 0;
     ring->queuedIndex = ring->startedIndex = ring->finishedIndex = 0;
   }
-  record.job.resetMarkX = 0;
-  record.job.resetMarkY = 0;
-  record.job.resetCountX = 0;
-  record.job.resetCountY = 0;
-  record.job.zMoveCount = 0;
+  job.resetMarkX = 0;
+  job.resetMarkY = 0;
+  job.resetCountX = 0;
+  job.resetCountY = 0;
+  job.zMoveCount = 0;
 }
 
-// Waits until every move has been carried out: without bound, but for the pneumatic head, whose
-// wait ends after a while and forgets what is still counted.
-void DrainMoves(DeviceState& record) noexcept {
+// Waits until every move has been carried out. Without bound, except with a pneumatic head: there
+// the wait ends after a time and the moves that are still counted are forgotten.
+void DrainMoves(LinkState& link, JobState& job, const Tools& tools) noexcept {
   const std::uint32_t start = TickMs();
-  const std::int64_t boundMs = kAirZDrainMs + record.tools.engraveDelayMs;
+  const std::int64_t boundMs = kAirZDrainMs + tools.engraveDelayMs;
   std::uint32_t noted = start;
   std::uint32_t nextLook = start + kLookMs;
-  AwaitReader(record, [&] {
-    if (!MovesRemain(record.job)) return true;
+  AwaitReader(link, job, [&] {
+    if (!MovesRemain(job)) return true;
     const std::uint32_t now = TickMs();
-    if (record.tools.cutterMode != kCutterAirZ || now - nextLook >= 0x80000000u) return false;
-    // KEEP: the time is noted after the comparison, so the deadline is seen one look late.
-    if (static_cast<std::int64_t>(noted - start) >= boundMs) ForgetMoves(record.job);
+    if (!HasPneumaticHead(tools) || now - nextLook >= 0x80000000u) return false;
+    // KEEP: the time is taken after the comparison, so the deadline is noticed one look late.
+    if (static_cast<std::int64_t>(noted - start) >= boundMs) ForgetMoves(job);
     noted = now;
     nextLook = now + kLookMs;
     return false;
@@ -77,12 +75,12 @@ bool BeginJob(DeviceState& record) noexcept {
     return false;
   }
   record.tools.cutterState = kCutterUp;
-  ArmFirstMove(record);
-  ClearJobCounters(record);
+  ArmFirstMove(record.job, record.jog);
+  ClearJobCounters(record.job);
   SendLine(record.link, commands::kJobOutputOn);
   SendLine(record.link, commands::kBlockMessagesOn);
-  // No bound: a controller that never confirms holds the host here.
-  AwaitReader(record, [&] { return JobOpen(record.job) != 0; });
+  // No bound: without the confirmation nothing may be sent, so the host waits here.
+  AwaitReader(record.link, record.job, [&] { return JobOpen(record.job) != 0; });
   record.link.alive.Set({});
   jobAbortRequest = 0;
   return true;
@@ -90,10 +88,10 @@ bool BeginJob(DeviceState& record) noexcept {
 
 void EndJob(DeviceState& record) noexcept {
   if (record.link.connected != 1) return;
-  DrainMoves(record);
+  DrainMoves(record.link, record.job, record.tools);
   SendLine(record.link, commands::kBlockMessagesOff);
-  // No bound while the controller does not confirm; a mutex that cannot be taken ends it.
-  AwaitReader(record, [&] { return JobOpen(record.job) != 1; });
+  // No bound while the controller does not confirm; a lost link ends the wait.
+  AwaitReader(record.link, record.job, [&] { return JobOpen(record.job) != 1; });
   SendLine(record.link, commands::kJobOutputOff);
   ClearAliveTicks(record.link);
   record.job.firstMove = 0;

@@ -8,6 +8,7 @@
 #include "job/jog_plan.h"
 #include "link/notify.h"
 #include "motion/cutter.h"
+#include "motion/cutter_mode.h"
 #include "motion/homing.h"
 #include "motion/move.h"
 #include "motion/position.h"
@@ -19,12 +20,13 @@ namespace k7 {
 
 namespace {
 
-// A touched proximity switch: lifts the cutter and tells the user.
+// Whether a closed proximity switch keeps the jog from starting; then lifts the cutter and tells
+// the user.
 bool ProximityForbids(DeviceState& record) noexcept {
   std::uint8_t proximity = 0;
   QuerySwitches(record, nullptr, nullptr, nullptr, &proximity);
   Pause(100);
-  if (proximity != 1 || record.tools.cutterMode == kCutterAirZ || WorkerAskedToStop()) return false;
+  if (proximity != 1 || HasPneumaticHead(record.tools) || WorkerAskedToStop()) return false;
   LiftFromProximity(record);
   return true;
 }
@@ -47,9 +49,10 @@ void StepWhileKeyIsHeld(DeviceState& record, const JogPlan& plan) noexcept {
   while (!WorkerAskedToStop() && record.link.lost == 0) {
     const std::int32_t position = WrapAdd(record.position.last[plan.axis], plan.stepSteps);
     if (!JogMayReach(plan, position)) return;
-    // A step too small to move anything: the key alone ends this, at a bearable pace.
+    // A step of no machine steps sends nothing, and only the key ends the jog. The pause keeps the
+    // loop from taking all of a processor.
     if (SendStep(record, plan.axis, position) != kStatusSent) Pause(10);
-    AwaitFewerInFlight(record, plan.maxOutstanding);
+    AwaitFewerInFlight(record.link, record.job, plan.maxOutstanding);
     ReportStep(record, plan.axis);
     if (!WorkerKeyHeld(record.jog.jogKey)) return;
   }
@@ -69,9 +72,10 @@ void MoveOneAxis(DeviceState& record) noexcept {
 void Jog(DeviceState& record) noexcept {
   MoveOneAxis(record);
   record.jog.jogActive = 0;
-  SavePosition(record);
+  KeepPosition(record);
   SettingsFile{record.link}.WriteInt(settings::kLocationZ, record.position.last.z);
-  // The host may answer the message with the next jog: nothing of this one may be needed any more.
+  // The host may start the next jog while it handles the message, so everything that belongs to
+  // this jog is read before the jog counts as ended.
   const WindowHandle window = record.notify.ownerWindow;
   const std::uint32_t message = record.jog.jogEndMessage;
   record.jog.jogBusy = 0;

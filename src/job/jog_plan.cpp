@@ -4,6 +4,7 @@
 
 #include "base/arithmetic.h"
 #include "motion/axes.h"
+#include "motion/cutter_mode.h"
 
 namespace k7 {
 
@@ -31,9 +32,9 @@ JogPlan PlanJog(const DeviceState& record) noexcept {
   JogPlan plan;
   if (record.jog.jogDirection >= std::size(kDirections)) return plan;
   const DirectionRow& row = kDirections[record.jog.jogDirection];
-  if (row.axis == Axis::Z && record.tools.cutterMode == kCutterAirZ) return plan;
+  if (row.axis == Axis::Z && HasPneumaticHead(record.tools)) return plan;
 
-  // Any speed mode but fast is slow: the careful reading.
+  // An unknown speed mode counts as slow, the safer of the two.
   const bool fast = record.jog.jogSpeedMode == kJogFast;
   plan.possible = true;
   plan.axis = row.axis;
@@ -51,7 +52,7 @@ JogPlan PlanJog(const DeviceState& record) noexcept {
     plan.limited = mechanics.roundAxisMode != kRoundReplacesY;
     plan.highestSteps = HighestSteps(position.tableHome.y, stepsPerInch, mechanics.tableHeight);
   }
-  // KEEP: truncated, not rounded: a jog step is never longer than asked for.
+  // KEEP: the step is truncated, not rounded, so that it is never longer than asked for.
   plan.stepSteps = TruncateToInt32(stepsPerInch * (row.sign * (fast ? 0.025f : 0.005f)));
   return plan;
 }

@@ -1,4 +1,4 @@
-// The line with which the host tells its user which pass is under way.
+// The status line of a pass, which the host shows to its user.
 #pragma once
 
 #include <cstdint>
@@ -12,12 +12,12 @@ struct PassStatus {
   std::uint32_t pass = 0;   // 1-based
   std::uint32_t count = 0;  // passes of the job
   float depthInches = 0.0f;
-  bool airZ = false;                      // a pneumatic head has no depth to show
-  std::uint32_t runKind = kRunEngraving;  // a kRun number; unknown ones add nothing
+  bool airZ = false;                      // pneumatic head: "Air Z" stands for the depth
+  std::uint32_t runKind = kRunEngraving;  // a kRun number; an unknown one adds nothing
 };
 
-// Writes "Pass 2 of 4 - 0.038 - GRID" and the like into `buffer` of `size` characters, cut and
-// terminated; nothing into a null buffer or one of a size below 1. [any]
+// Writes the line, for instance "Pass 2 of 4 - 0.038 - GRID", into `buffer` of `size` characters,
+// cut and terminated. Writes nothing when `buffer` is null or `size` is below 1. [any]
 void WritePassStatus(const PassStatus& status, wchar_t* buffer, std::int32_t size) noexcept;
 
 }  // namespace k7

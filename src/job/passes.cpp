@@ -6,6 +6,7 @@
 #include "job/pass_status.h"
 #include "motion/axes.h"
 #include "motion/cutter.h"
+#include "motion/cutter_mode.h"
 #include "motion/move.h"
 
 namespace k7 {
@@ -18,16 +19,16 @@ void TakePassDepth(PassState& passes, std::uint32_t pass) {
   passes.passDepth = passes.passDepths[pass - 1];
 }
 
-// The cutter is still in the work from the pass before. KEEP: only when it stands on the first
-// point is it plunged here, and the least depth of a stroke's plunge does not hold.
+// For a cutter that is still in the work from the pass before. KEEP: it is plunged here only when
+// it is at the first point, and without the least depth that a stroke's plunge has.
 void PlungeAgain(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) {
-  const MachinePlace place = MachinePosition(record, hostX, hostY);
+  const MachinePlace place = MachinePlaceOf(record.mechanics, record.position, hostX, hostY);
   if (CheckMove(record, {.x = place.x, .y = place.y}) != kStatusNothing) return;
   const std::int32_t z =
       WrapAdd(record.position.cutterHome,
               InchesToSteps(record.passes.passDepth, StepsPerInch(record.mechanics, Axis::Z)));
   SetFeedRate(record, record.tools.cutterDownSpeed);
-  MoveCutter(record, z, CommandTag::Plunge, kCutterDown, record.tools.engraveDelayMs > 0);
+  MoveCutter(record, z, CommandTag::Plunge, kCutterDown, HasEngraveDelay(record.tools));
 }
 
 }  // namespace
@@ -35,13 +36,13 @@ void PlungeAgain(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) 
 std::uint32_t StartPass(DeviceState& record, std::uint32_t pass, std::uint32_t hostX,
                         std::uint32_t hostY, wchar_t* status, std::int32_t size) noexcept {
   if (record.link.connected != 1) return 0;
-  AwaitReader(record, [&] { return !MovesRemain(record.job); });
+  AwaitReader(record.link, record.job, [&] { return !MovesRemain(record.job); });
   TakePassDepth(record.passes, pass);
   if (record.tools.cutterState == kCutterDown) PlungeAgain(record, hostX, hostY);
   const PassStatus line{.pass = pass,
                         .count = record.passes.passCount,
                         .depthInches = record.passes.passDepth,
-                        .airZ = record.tools.cutterMode == kCutterAirZ,
+                        .airZ = HasPneumaticHead(record.tools),
                         .runKind = record.host.gridMode};
   WritePassStatus(line, status, size);
   return 0;

@@ -8,11 +8,11 @@
 namespace k7 {
 
 // Slot 86: begins pass `pass` (1-based) of a run whose first point is (hostX, hostY). Waits,
-// without bound, until every move of the pass before has been carried out; then takes that pass's
-// depth. A cutter that is down and stands on the first point already is plunged to the new depth;
-// anywhere else the strokes themselves plunge. The status line goes into `status` of `size`
-// characters (null allowed). Always 0; without a connection nothing happens. A number outside the
-// pass table keeps the depth. [host]
+// without bound, until every move of the pass before has been carried out; then takes the depth of
+// pass `pass` from the pass table (a number outside the table keeps the depth). When the cutter is
+// down and already at the first point, it is plunged to the new depth here; otherwise the first
+// stroke plunges it. Writes the status line into `status` of `size` characters (null allowed).
+// Always 0; without a connection nothing happens. [host]
 std::uint32_t StartPass(DeviceState& record, std::uint32_t pass, std::uint32_t hostX,
                         std::uint32_t hostY, wchar_t* status, std::int32_t size) noexcept;
 

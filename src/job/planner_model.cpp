@@ -8,15 +8,15 @@ namespace k7::planner {
 
 namespace {
 
-constexpr float kStraight = 0.999999f;  // directions closer than this are one
+constexpr float kStraight = 0.999999f;  // cosine above which two directions count as one
 
 }  // namespace
 
 float CornerSpeed(float cosine) noexcept {
   if (cosine > kStraight) return std::numeric_limits<float>::infinity();
   if (cosine < -kStraight) return 0.0f;
-  // The corner is an arc that leaves it by the deviation; its centripetal acceleration is the
-  // limit.
+  // The planner rounds the corner by an arc that stays within the junction deviation, and limits
+  // the speed by the centripetal acceleration on that arc.
   const float sineHalf = std::sqrt((1.0f + cosine) / 2.0f);
   return std::sqrt(kAccelerationInches * kJunctionDeviationInches * sineHalf / (1.0f - sineHalf));
 }

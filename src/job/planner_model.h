@@ -1,4 +1,4 @@
-// How the controller's planner takes a path: speeds through corners, time along a piece.
+// A model of the controller's planner: the speed through a corner, the time along a piece.
 #pragma once
 
 #include "base/arithmetic.h"
@@ -6,7 +6,7 @@
 namespace k7::planner {
 
 // The machine's acceleration of 0.5 m/s^2, and the 0.05 mm by which it may round a corner.
-inline constexpr float kAccelerationInches = 19.68504f;           // in/s^2
+inline constexpr float kAccelerationInches = 19.68504f;                // in/s^2
 inline constexpr float kJunctionDeviationInches = 0.05f / kMmPerInch;  // in
 
 // Highest speed, in/s, through a corner between two pieces whose directions have this cosine

@@ -20,7 +20,8 @@ bool HasOneResolution(const Mechanics& mechanics) {
   return RoundToSteps(ratio * 1000.0f) == 1000;
 }
 
-// Walks the pieces of a drawing; each is held back until the next one shows how it ends.
+// Walks along the pieces of a drawing. A piece is held back until the next one is known, because
+// the corner between them decides at which speed it ends.
 class Walk {
  public:
   Walk(const Mechanics& mechanics, const Tools& tools)
@@ -35,7 +36,7 @@ class Walk {
     x_ = x;
     y_ = y;
     const bool moves = dx != 0.0f || dy != 0.0f;
-    // The machine makes no travel without length, nor the lift before it.
+    // A travel without length is not made, and no lift goes before it.
     if (kind != kind_ && (moves || kind == kCut)) ChangeKind(kind);
     if (!moves) return;
     const Piece next{dx, dy, RunLength(dx, dy)};
@@ -57,7 +58,7 @@ class Walk {
 
   float Speed() const { return kind_ == kTravel ? travelSpeed_ : cutSpeed_; }
 
-  // The held piece goes over into the next without a lift or plunge.
+  // Ends the held piece at the corner to `next`, without a lift or plunge between them.
   void TurnInto(const Piece& next) {
     const float cosine =
         (held_.dx * next.dx + held_.dy * next.dy) / (held_.lengthSteps * next.lengthSteps);
@@ -65,13 +66,13 @@ class Walk {
     if (entry_ >= Speed()) return;
     const float rule = RunSeconds(runSteps_, stepsPerInch_, Speed());
     const float standstill = rule - runSteps_ / stepsPerInch_ / Speed();
-    // The machine has lost more than the closed runs account for, by the better part of one more
-    // standstill.
+    // The corners have cost the machine more time than the closed runs account for, by at least
+    // half the cost of a standstill.
     if (lag_ + machineSeconds_ - rule >= -standstill / 2.0f) CloseRun();
   }
 
-  // Adds the held piece, left at `exit` or at what can be reached of it, to the run. Returns the
-  // speed at its end.
+  // Adds the held piece to the run. It ends at speed `exit`, or slower when its length does not
+  // allow to reach that; returns the speed at its end.
   float EndHeldPiece(float exit) {
     if (held_.lengthSteps <= 0.0f) return exit;
     const float inches = held_.lengthSteps / stepsPerInch_;
@@ -91,7 +92,7 @@ class Walk {
     runSteps_ = 0.0f;
   }
 
-  // The cutter goes the other way from here: the path ends at a standstill.
+  // A lift or a plunge comes next, so the machine comes to a standstill.
   void ChangeKind(std::uint32_t next) {
     EndHeldPiece(0.0f);
     if (runSteps_ > 0.0f) CloseRun();
@@ -108,7 +109,7 @@ class Walk {
   float entry_ = 0.0f;           // in per s, into the held piece
   float runSteps_ = 0.0f;        // of the open run, without the held piece
   float machineSeconds_ = 0.0f;  // of the open run, as the planner takes it
-  float lag_ = 0.0f;             // s of the planner that the closed runs do not account for
+  float lag_ = 0.0f;             // s that the planner takes beyond the closed runs
   float total_ = 0.0f;           // s of the closed runs
 };
 

@@ -15,7 +15,7 @@ namespace k7 {
 
 namespace {
 
-// One accessory: what the user is asked, where its offset stands.
+// One accessory: the question to the user, and where its offset is kept.
 struct Accessory {
   const wchar_t* question;
   const wchar_t* caption;
@@ -43,14 +43,14 @@ constexpr Accessory kDiodePointerTool = {
     &Tools::diodeOffsetY,
 };
 
-// From the cutter to `place`, in thousandths of an inch from the home.
-std::int32_t OffsetTo(const DeviceState& record, Axis axis, std::uint32_t place) {
-  const Positions& position = record.position;
+// From the cutter to `point`, both in thousandths of an inch from the table home.
+std::int32_t OffsetTo(const Mechanics& mechanics, const Positions& position, Axis axis,
+                      std::uint32_t point) {
   const std::int32_t thousandSteps =
       WrapMultiply(WrapSubtract(position.last[axis], position.tableHome[axis]), 1000);
   const std::int32_t cutter =
-      RoundToSteps(static_cast<float>(thousandSteps) / StepsPerInch(record.mechanics, axis));
-  return WrapSubtract(static_cast<std::int32_t>(place), cutter);
+      RoundToSteps(static_cast<float>(thousandSteps) / StepsPerInch(mechanics, axis));
+  return WrapSubtract(static_cast<std::int32_t>(point), cutter);
 }
 
 bool UserAccepts(const NotifyState& notify, const Accessory& accessory, const HostHelper& helper,
@@ -69,8 +69,8 @@ std::uint32_t AskForOffset(DeviceState& record, const Accessory& accessory, std:
   if (record.link.connected != 1 || JobOpen(record.job) != 0) return 0;
   const HostHelper helper;
   if (!helper) return 0;
-  const std::int32_t offsetX = OffsetTo(record, Axis::X, x);
-  const std::int32_t offsetY = OffsetTo(record, Axis::Y, y);
+  const std::int32_t offsetX = OffsetTo(record.mechanics, record.position, Axis::X, x);
+  const std::int32_t offsetY = OffsetTo(record.mechanics, record.position, Axis::Y, y);
   if (!UserAccepts(record.notify, accessory, helper, offsetX, offsetY)) return 0;
   const SettingsFile file{record.link};
   file.WriteInt(accessory.rowX, offsetX);
@@ -92,10 +92,11 @@ std::uint32_t MoveAccessoryTo(DeviceState& record, const Accessory& accessory, s
 
 }  // namespace
 
-std::uint32_t SetBeadToolOffset(DeviceState& record, std::uint32_t x, std::uint32_t y) noexcept {
+std::uint32_t ProposeBeadToolOffset(DeviceState& record, std::uint32_t x,
+                                    std::uint32_t y) noexcept {
   return AskForOffset(record, kBeadTool, x, y);
 }
-std::uint32_t SetDiodeOffset(DeviceState& record, std::uint32_t x, std::uint32_t y) noexcept {
+std::uint32_t ProposeDiodeOffset(DeviceState& record, std::uint32_t x, std::uint32_t y) noexcept {
   return AskForOffset(record, kDiodePointerTool, x, y);
 }
 std::uint32_t MoveBeadToolTo(DeviceState& record, std::uint32_t hostX,

@@ -7,12 +7,12 @@
 
 namespace k7 {
 
-// Slots 74 and 90: proposes as the accessory's offset the distance from the cutter's present place
-// to (x, y), the place under the accessory in thousandths of an inch from the table home, and asks
-// the user. Yes keeps it in the record and the settings file: 1. Otherwise 0, and without asking:
-// not connected, a job open, or no helper library of the host. [host]
-std::uint32_t SetBeadToolOffset(DeviceState& record, std::uint32_t x, std::uint32_t y) noexcept;
-std::uint32_t SetDiodeOffset(DeviceState& record, std::uint32_t x, std::uint32_t y) noexcept;
+// Slots 74 and 90: proposes an offset of the accessory in a Yes/No box: the distance from the
+// cutter's present position to (x, y), the point under the accessory in thousandths of an inch from
+// the table home. On Yes keeps it in the record and the settings file; result 1. On No: 0. Without
+// a connection, with a job open or without the host's helper library: 0, and no box. [host]
+std::uint32_t ProposeBeadToolOffset(DeviceState& record, std::uint32_t x, std::uint32_t y) noexcept;
+std::uint32_t ProposeDiodeOffset(DeviceState& record, std::uint32_t x, std::uint32_t y) noexcept;
 
 // Slots 75 and 91: travels, by MoveTo, so that the accessory arrives over the host position; result
 // of MoveTo. [host]

@@ -19,7 +19,8 @@ void RunSpindleUp(DeviceState& record) {
   if (hasSpindle != 0) SetSpindle(record, kSpindleFull);
 }
 
-// The lifts sent ahead of the job can be answered inside it: their answers are to read as moves.
+// The controller may report the lifts that were sent before the job when the job is already open;
+// the reader then takes these tags for them and treats them as moves.
 void MarkEarlyTagsAsMoves(JobState& job) {
   const auto ring = job.tagRing.Lock();
   if (!ring) return;
@@ -30,7 +31,7 @@ void MarkEarlyTagsAsMoves(JobState& job) {
 
 std::uint32_t TravelTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) noexcept {
   if (record.link.connected != 1) return kStatusNothing;
-  const MachinePlace place = GoToPlace(record, hostX, hostY);
+  const MachinePlace place = GoToPlace(record.mechanics, record.position, hostX, hostY);
   const std::int32_t lift = LiftZ(record);
 
   if (record.job.plungeHold == 1) {
@@ -48,8 +49,8 @@ std::uint32_t TravelTo(DeviceState& record, std::uint32_t hostX, std::uint32_t h
   SetFeedRate(record, record.tools.traverseSpeed);
   SendMove(record, {.z = kMachineTop});
   BeginJob(record);
-  // KEEP: MoveTo takes a host position, so factor and home apply a second time there; the origin
-  // gets the home here alone.
+  // KEEP: MoveTo takes host steps, so axis factor and table home apply a second time there. For
+  // (0, 0) the home applies in MoveTo alone.
   const std::uint32_t status =
       MoveTo(record, static_cast<std::uint32_t>(place.x), static_cast<std::uint32_t>(place.y));
   MarkEarlyTagsAsMoves(record.job);

@@ -1,4 +1,4 @@
-// Travelling to a point as the start of a run.
+// Travelling to a point as the beginning of a job.
 #pragma once
 
 #include <cstdint>
@@ -7,10 +7,10 @@
 
 namespace k7 {
 
-// Slot 117: lifts the cutter, raises Z to the machine's top, begins a job and hands the machine
-// position of (hostX, hostY) to MoveTo; result of that. MoveTo takes it as a host position, so that
-// factors and table home apply twice; the origin alone gets the home once. While a plunge is held:
-// raises Z only, result 0. Result 0 too without a connection. [host]
+// Slot 117: lifts the cutter, raises Z to the top, begins a job and travels, by MoveTo, to
+// (hostX, hostY); result of MoveTo. The point is converted to machine steps twice, once here and
+// once in MoveTo, so that axis factors and table home apply twice; only (0, 0) gets the home once.
+// While a plunge is held: raises Z only, result 0. Without a connection: 0. [host]
 std::uint32_t TravelTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) noexcept;
 
 }  // namespace k7

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -89,27 +88,6 @@ static_assert(ClassifyReply("X_Limit QX\r\n") == ReplyKind::Queued);
 static_assert(ClassifyReply("QX") == ReplyKind::Unknown);  // a fragment
 static_assert(ClassifyReply("ZProbe not triggered\r\n") == ReplyKind::ProbeMissed);
 static_assert(ClassifyReply("ok C: X:0.0000 Y:0.0000 Z:0.0000\n") == ReplyKind::Position);
-
-// The decimal integer at the start of `text`: leading blanks skipped, a sign allowed, ends at the
-// first character that is no digit, 0 when there is no digit. Beyond 32 bits it saturates.
-constexpr std::int32_t ParseInteger(std::string_view text) noexcept {
-  constexpr std::string_view kBlanks = " \t\n\v\f\r";
-  std::size_t i = 0;
-  while (i < text.size() && kBlanks.find(text[i]) != std::string_view::npos) ++i;
-  bool negative = false;
-  if (i < text.size() && (text[i] == '-' || text[i] == '+')) negative = text[i++] == '-';
-  constexpr std::int64_t kFarthest = -std::int64_t{std::numeric_limits<std::int32_t>::min()};
-  std::int64_t magnitude = 0;
-  for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
-    magnitude = magnitude * 10 + (text[i] - '0');
-    if (magnitude > kFarthest) magnitude = kFarthest;
-  }
-  if (!negative && magnitude == kFarthest) --magnitude;
-  return static_cast<std::int32_t>(negative ? -magnitude : magnitude);
-}
-
-static_assert(ParseInteger(" -2147483648") == std::numeric_limits<std::int32_t>::min());
-static_assert(ParseInteger("2147483648") == std::numeric_limits<std::int32_t>::max());
 
 // An identity as it stands in a reply: up to sixteen characters, terminated.
 struct IdentityText {

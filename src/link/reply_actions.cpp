@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "base/parse_number.h"
 #include "device/module_state.h"
 #include "device/polling.h"
 #include "device/progress.h"
@@ -143,12 +144,12 @@ void OnConnected(DeviceState& record) noexcept {
 // A home that is not known yet is where the axis found its switch.
 void OnLimit(Polled<std::int32_t>& home, Polled<std::uint8_t>& closed,
              std::string_view number) noexcept {
-  if (home < 0) home = ParseInteger(number);
+  if (home < 0) home = ParseWhole(number);
   closed = 1;
 }
 
 void OnProbe(DeviceState& record, std::string_view number) noexcept {
-  const auto travel = static_cast<std::uint32_t>(ParseInteger(number));
+  const auto travel = static_cast<std::uint32_t>(ParseWhole(number));
   record.position.cutterHome =
       static_cast<std::int32_t>(travel + static_cast<std::uint32_t>(record.position.last.z.Get()));
   record.tools.probePending = 0;

@@ -3,9 +3,11 @@
 #include "device/polling.h"
 #include "device/worker.h"
 #include "link/commands.h"
+#include "link/link.h"
 #include "link/serial.h"
 #include "link/tcp.h"
 #include "motion/move.h"
+#include "session/identity.h"
 
 namespace k7 {
 
@@ -28,15 +30,14 @@ LinkHandle OpenLink(const ControllerEntry& entry, const wchar_t* service) noexce
   return nullptr;
 }
 
-void StartUp(Smoothieboard& device) noexcept {
-  device.QueryControllerId(nullptr, 0);
-  device.EnableMotors(1);
-  device.SendLine(commands::kMillimetres);
-  device.SendLine(commands::kAbsolutePositions);
-  device.SendLine(commands::kFinishMotion);
-  SetMaxSpeeds(device.Record()->link, kMostInchesPerSecond, kMostInchesPerSecond,
-               kMostInchesPerSecond);
-  device.SendLine(commands::kAskTableHomed);
+void StartUp(DeviceState& record) noexcept {
+  SettleIdentity(record, nullptr, 0);
+  SetMotorPower(record.link, 1);
+  SendLine(record.link, commands::kMillimetres);
+  SendLine(record.link, commands::kAbsolutePositions);
+  SendLine(record.link, commands::kFinishMotion);
+  SetMaxSpeeds(record.link, kMostInchesPerSecond, kMostInchesPerSecond, kMostInchesPerSecond);
+  SendLine(record.link, commands::kAskTableHomed);
   Pause(kStartUpMs);
 }
 
@@ -50,25 +51,28 @@ Smoothieboard* ConnectTo(const ControllerEntry& entry, const wchar_t* service) n
     CloseLink(entry.linkType, link);
     return nullptr;
   }
-  device->AttachLink(link, entry.linkType, entry.address);
-  device->CheckAlive();
+  DeviceState& record = *device->Record();
+  AttachLink(record, link, entry.linkType, entry.address);
+  CheckAlive(record.link);  // asks; the answer sets `connected`
   Pause(kAnswerMs);
-  if (device->IsConnected() == 0) {
+  if (record.link.connected == 0) {
     Disconnect(device);
     return nullptr;
   }
-  StartUp(*device);
+  StartUp(record);
   return device;
 }
 
 void Disconnect(Smoothieboard* device) noexcept {
-  if (device->Record() != nullptr) EndWorkers(*device->Record());
-  device->EnableMotors(0);
-  const std::uint32_t linkType = device->GetLinkType();
-  const LinkHandle link = device->GetLinkHandle();
-  device->AttachLink(nullptr, kLinkNone, nullptr);
-  CloseLink(linkType, link);
-  device->DeleteSelf(1);
+  if (DeviceState* const record = device->Record()) {
+    EndWorkers(*record);
+    SetMotorPower(record->link, 0);
+    const std::uint32_t linkType = record->link.linkType;
+    const LinkHandle link = record->link.linkHandle;
+    DetachLink(*record, kLinkNone);
+    CloseLink(linkType, link);
+  }
+  delete device;
 }
 
 }  // namespace k7

@@ -24,8 +24,8 @@ struct ControllerTable {
 
   // Empties every entry.
   void Clear() noexcept;
-  // The first of the first `count` entries whose identity equals `id` exactly, letter case
-  // included; null when there is none or `id` is null.
+  // Among the first `count` entries, the first whose identity equals `id` exactly, letter case
+  // included. Null when there is none or `id` is null.
   const ControllerEntry* Find(const wchar_t* id, int count) const noexcept;
 };
 

@@ -28,16 +28,16 @@ void PortPath(wchar_t (&path)[kAddressCapacity], int number) noexcept {
 
 bool ProbePort(DeviceState& record, LinkHandle port, const wchar_t* path,
                ControllerEntry& entry) noexcept {
-  // One record serves every port: what the last controller said must not speak for this one.
+  // One record serves every port, so the answer of the controller before has to be forgotten.
   record.link.connected = 0;
   AttachLink(record, port, kLinkSerial, path);
-  CheckAlive(record.link);  // asks; its result says nothing yet
+  CheckAlive(record.link);  // asks; the answer sets `connected`
   Pause(kAnswerMs);
 
   bool found = false;
   if (record.link.connected != 0) {
-    ResetControllerId(record.link);
-    found = QueryControllerId(record, entry.id, kIdCapacity) == kIdCapacity;
+    ForgetIdentity(record.link);
+    found = SettleIdentity(record, entry.id, kIdCapacity) == kIdCapacity;
     if (found) {
       CopyText(entry.name, record.link.friendlyName);
       CopyText(entry.address, path);

@@ -1,12 +1,11 @@
-// The switchboard. No logic lives here: a slot tests the record and makes one call.
+// The switchboard. A slot tests the record and then makes one call, or reads or writes one field of
+// the record; the decisions are made in the functions that it calls. tests/lint/operations.py holds
+// the slots to that form.
 #include "module/smoothieboard.h"
 
 #include <new>
 #include <utility>
 
-#include "base/bounded_copy.h"
-#include "device/module_state.h"
-#include "device/worker.h"
 #include "job/go_to.h"
 #include "job/job.h"
 #include "job/jog.h"
@@ -17,6 +16,7 @@
 #include "link/link.h"
 #include "motion/axes.h"
 #include "motion/cutter.h"
+#include "motion/cutter_mode.h"
 #include "motion/homing.h"
 #include "motion/move.h"
 #include "motion/position.h"
@@ -24,26 +24,17 @@
 #include "motion/spindle.h"
 #include "motion/spindle_ramp.h"
 #include "motion/strokes.h"
+#include "session/attachment.h"
+#include "session/host_values.h"
 #include "session/identity.h"
 #include "session/library_folders.h"
 #include "session/load.h"
 #include "settings/camera_id.h"
-#include "settings/current_location.h"
 #include "settings/paths.h"
 #include "ui/settings/settings_dialog.h"
 #include "ui/table_home.h"
 
 namespace k7 {
-
-namespace {
-
-// Copies a text of the record into the host's buffer, cut; 0, the result of a copying operation.
-std::int32_t CopyOut(wchar_t* buffer, std::int32_t size, const wchar_t* text) noexcept {
-  CopyText(buffer, size, text);
-  return 0;
-}
-
-}  // namespace
 
 Smoothieboard* Smoothieboard::Create() noexcept {
   std::unique_ptr<DeviceState> record{new (std::nothrow) DeviceState};
@@ -54,12 +45,8 @@ Smoothieboard* Smoothieboard::Create() noexcept {
 Smoothieboard::Smoothieboard(std::unique_ptr<DeviceState> record) noexcept
     : record_(std::move(record)) {}
 
-// Workers and reader go first: both move the position that is about to be kept.
 Smoothieboard::~Smoothieboard() {
-  if (record_ == nullptr) return;
-  EndWorkers(*record_);
-  if (record_->link.linkHandle != nullptr) DetachLink(*record_, kLinkNone);
-  SavePosition(*record_);
+  if (record_) EndSession(*record_);
 }
 
 void* Smoothieboard::DeleteSelf(std::uint32_t flags) noexcept {
@@ -117,15 +104,15 @@ std::uint32_t Smoothieboard::LowerCutterContinue() noexcept {
 }
 
 std::int32_t Smoothieboard::QueryControllerId(wchar_t* buffer, std::int32_t size) noexcept {
-  return record_ ? k7::QueryControllerId(*record_, buffer, size) : kIdCapacity;
+  return record_ ? SettleIdentity(*record_, buffer, size) : kIdCapacity;
 }
 
 std::int32_t Smoothieboard::GetFriendlyName(wchar_t* buffer, std::int32_t size) noexcept {
-  return record_ ? CopyOut(buffer, size, record_->link.friendlyName) : size;
+  return record_ ? CopyFriendlyName(record_->link, buffer, size) : size;
 }
 
 void Smoothieboard::SetFriendlyName(const wchar_t* name) noexcept {
-  if (record_ && name) CopyText(record_->link.friendlyName, name);
+  if (record_) RenameController(record_->link, name);
 }
 
 std::int32_t Smoothieboard::CheckAlive() noexcept {
@@ -140,9 +127,7 @@ std::int64_t Smoothieboard::ShowSettingsDialog(WindowHandle parent, std::uint32_
 }
 
 void Smoothieboard::SetConnectNotify(WindowHandle window, std::uint32_t message) noexcept {
-  if (record_ == nullptr) return;
-  record_->notify.connectNotifyMessage = message;
-  record_->notify.connectNotifyWindow = window;
+  if (record_) NotifyOfConnection(record_->notify, window, message);
 }
 
 std::uint32_t Smoothieboard::GetTableWidth() noexcept {
@@ -166,37 +151,28 @@ float Smoothieboard::GetZStepsPerInch() noexcept {
 }
 
 void Smoothieboard::EnableMotors(std::uint8_t on) noexcept {
-  if (record_) SetMotors(record_->link, on);
+  if (record_) SetMotorPower(record_->link, on);
 }
 
 void Smoothieboard::SetNotifyWindow(WindowHandle window, std::uint32_t msgQueued,
                                     std::uint32_t msgStarted, std::uint32_t msgFinished,
                                     std::uint32_t msgPosition, std::uint32_t msgSurface,
                                     std::uint32_t msgJogZ) noexcept {
-  if (record_ == nullptr) return;
-  record_->notify.msgQueued = msgQueued;
-  record_->notify.msgStarted = msgStarted;
-  record_->notify.msgFinished = msgFinished;
-  record_->notify.msgExtra1 = msgPosition;
-  record_->notify.msgExtra2 = msgSurface;
-  record_->notify.msgExtra3 = msgJogZ;
-  record_->notify.ownerWindow = window;
+  if (record_)
+    NotifyByWindow(record_->notify, window,
+                   {msgQueued, msgStarted, msgFinished, msgPosition, msgSurface, msgJogZ});
 }
 
 void Smoothieboard::SetNotifyCallback(NotifyCallback callback, std::uint64_t context,
                                       std::uint32_t msgQueued, std::uint32_t msgStarted,
                                       std::uint32_t msgFinished) noexcept {
-  if (record_ == nullptr) return;
-  record_->notify.notifyContext = context;
-  record_->notify.msgQueued = msgQueued;
-  record_->notify.msgStarted = msgStarted;
-  record_->notify.msgFinished = msgFinished;
-  record_->notify.notifyCallback = callback;
+  if (record_)
+    NotifyByCallback(record_->notify, callback, {context, msgQueued, msgStarted, msgFinished});
 }
 
 void Smoothieboard::SyncCurrentLocation(std::uint32_t xSteps, std::uint32_t ySteps,
-                                        std::uint8_t flag) noexcept {
-  if (record_) GoTo(*record_, xSteps, ySteps, flag);
+                                        std::uint8_t) noexcept {
+  if (record_) GoTo(*record_, xSteps, ySteps);
 }
 
 void Smoothieboard::GoToAsJob(std::uint32_t xSteps, std::uint32_t ySteps,
@@ -209,7 +185,7 @@ void Smoothieboard::GetCurrentPosition(std::int32_t* x, std::int32_t* y) noexcep
 }
 
 void Smoothieboard::HomeCutter() noexcept {
-  if (record_) ReportSurface(*record_);
+  if (record_) ReportSurface(record_->notify, record_->position);
 }
 
 void Smoothieboard::StartJog(std::uint32_t direction, std::uint32_t speedMode, std::uint32_t key,
@@ -218,21 +194,21 @@ void Smoothieboard::StartJog(std::uint32_t direction, std::uint32_t speedMode, s
 }
 
 void Smoothieboard::SetPlungeHold(std::uint8_t hold) noexcept {
-  if (record_) DrainQueue(*record_, hold);
+  if (record_) DrainAndSetHold(record_->job, record_->link, hold);
 }
 
 std::uint32_t Smoothieboard::HomeTable() noexcept {
-  if (record_) MechanicalHome(*record_);
+  if (record_) HomeToSwitches(*record_);
   return 0;
 }
 
 void Smoothieboard::GetMachinePosition(std::int32_t* x, std::int32_t* y,
                                        std::int32_t* round) noexcept {
-  if (record_) GetCurrentLocation(*record_, x, y, round);
+  if (record_) GetPositionFromHome(*record_, x, y, round);
 }
 
 void Smoothieboard::GetTableHome(std::int32_t* x, std::int32_t* y, std::int32_t* third) noexcept {
-  if (record_) GetDisplayLocation(*record_, x, y, third);
+  if (record_) GetDisplayPosition(record_->mechanics, record_->position, x, y, third);
 }
 
 bool Smoothieboard::FindCutterHome() noexcept {
@@ -254,9 +230,7 @@ bool Smoothieboard::StartSpindleRamp(std::int32_t direction, WindowHandle window
 }
 
 std::uint32_t Smoothieboard::GetSpindleValue() noexcept {
-  return record_ && record_->spindle.spindlePresent == 1
-             ? static_cast<std::uint32_t>(record_->spindle.spindleValue)
-             : 0;
+  return record_ ? CommandedRpm(record_->spindle) : 0;
 }
 
 float Smoothieboard::GetScissors() noexcept {
@@ -296,7 +270,7 @@ std::int32_t Smoothieboard::GetBeadToolOffsetY() noexcept {
 }
 
 std::uint32_t Smoothieboard::SetBeadToolOffset(std::uint32_t x, std::uint32_t y) noexcept {
-  return record_ ? k7::SetBeadToolOffset(*record_, x, y) : 0;
+  return record_ ? ProposeBeadToolOffset(*record_, x, y) : 0;
 }
 
 std::uint32_t Smoothieboard::MoveBeadToolTo(std::uint32_t xSteps, std::uint32_t ySteps) noexcept {
@@ -305,10 +279,7 @@ std::uint32_t Smoothieboard::MoveBeadToolTo(std::uint32_t xSteps, std::uint32_t 
 
 void Smoothieboard::AttachLink(LinkHandle link, std::uint32_t linkType,
                                const wchar_t* portName) noexcept {
-  if (record_ == nullptr) return;
-  EndWorkers(*record_);  // a jog uses the mutexes that are closed and made anew here
-  if (link == nullptr) return DetachLink(*record_, linkType);
-  k7::AttachLink(*record_, link, linkType, portName);
+  if (record_) ExchangeLink(*record_, link, linkType, portName);
 }
 
 std::uint8_t Smoothieboard::IsConnected() noexcept {
@@ -316,7 +287,7 @@ std::uint8_t Smoothieboard::IsConnected() noexcept {
 }
 
 void Smoothieboard::ResetControllerId() noexcept {
-  if (record_) k7::ResetControllerId(record_->link);
+  if (record_) ForgetIdentity(record_->link);
 }
 
 void Smoothieboard::SendLine(const char* line) noexcept {
@@ -362,7 +333,7 @@ std::int32_t Smoothieboard::GetDiodeOffsetY() noexcept {
 }
 
 std::uint32_t Smoothieboard::SetDiodeOffset(std::uint32_t x, std::uint32_t y) noexcept {
-  return record_ ? k7::SetDiodeOffset(*record_, x, y) : 0;
+  return record_ ? ProposeDiodeOffset(*record_, x, y) : 0;
 }
 
 std::uint32_t Smoothieboard::MoveDiodeTo(std::uint32_t xSteps, std::uint32_t ySteps) noexcept {
@@ -382,11 +353,11 @@ std::uint32_t Smoothieboard::GetCurrentPass() noexcept {
 }
 
 std::uint32_t Smoothieboard::GetRoundMode() noexcept {
-  return record_ && hasRoundAttachment == 1 ? record_->mechanics.roundAxisMode : kRoundOff;
+  return record_ ? ConfiguredRoundMode(record_->mechanics) : kRoundOff;
 }
 
 void Smoothieboard::SetRoundMode(std::uint32_t mode) noexcept {
-  if (record_ && hasRoundAttachment == 1) record_->mechanics.roundAxisMode = mode;
+  if (record_) KeepRoundMode(record_->mechanics, mode);
 }
 
 void Smoothieboard::SetGridMode(std::uint32_t mode) noexcept {
@@ -402,15 +373,15 @@ std::uint64_t Smoothieboard::GetRecordReserved() noexcept {
 }
 
 std::int32_t Smoothieboard::IsRoundModeActive() noexcept {
-  return record_ && record_->mechanics.roundAxisMode != kRoundOff ? 1 : 0;
+  return record_ && IsRoundFixtureActive(record_->mechanics) ? 1 : 0;
 }
 
 void Smoothieboard::SetHostText(const wchar_t* text) noexcept {
-  if (record_ && text) CopyText(record_->host.hostText, text);
+  if (record_) KeepHostText(record_->host, text);
 }
 
 std::int32_t Smoothieboard::GetHostText(wchar_t* buffer, std::int32_t size) noexcept {
-  return record_ && buffer && size >= 1 ? CopyOut(buffer, size, record_->host.hostText) : size;
+  return record_ ? CopyHostText(record_->host, buffer, size) : size;
 }
 
 std::uint32_t Smoothieboard::TravelTo(std::uint32_t xSteps, std::uint32_t ySteps) noexcept {
@@ -418,7 +389,7 @@ std::uint32_t Smoothieboard::TravelTo(std::uint32_t xSteps, std::uint32_t ySteps
 }
 
 std::int32_t Smoothieboard::IsAirZ() noexcept {
-  return record_ && record_->tools.cutterMode == kCutterAirZ ? 1 : 0;
+  return record_ && HasPneumaticHead(record_->tools) ? 1 : 0;
 }
 
 std::uint32_t Smoothieboard::EstimateJobTime(const std::uint32_t* triples,
@@ -439,8 +410,7 @@ std::uint32_t Smoothieboard::GetLinkType() noexcept {
 }
 
 std::int32_t Smoothieboard::GetPortName(wchar_t* buffer, std::int32_t size) noexcept {
-  if (record_ == nullptr) return 0;
-  return buffer && size >= 1 ? CopyOut(buffer, size, record_->link.portName) : size;
+  return record_ ? CopyPortName(record_->link, buffer, size) : 0;
 }
 
 LinkHandle Smoothieboard::GetLinkHandle() noexcept {

@@ -1,4 +1,4 @@
-// The switchboard: the device object that the host holds, one call for each of the 126 operations.
+// The switchboard: the device object that the host holds, with its 126 operations.
 #pragma once
 
 #include <cstdint>
@@ -9,10 +9,11 @@
 
 namespace k7 {
 
-// The operation table and one record pointer, nothing else: the host may look at the object's two
-// words. Each slot tests the record and makes one call; what a slot does, its units and its value
-// without a record stand in k7/surface.h and k7/engraver.h, the work in the folder of its subject.
-// Slot order is the interface: never insert, remove or move one.
+// The object is two words, the pointer to the operation table and the pointer to the record,
+// because hosts may look at them. What a slot does, its units and its value without a record stand
+// in k7/surface.h and k7/engraver.h; the function that does the work stands in the folder of its
+// subject (docs/operations.md). The order of the slots is the interface: never insert, remove or
+// move one.
 class Smoothieboard final : public IEngraver {
  public:
   // A device with a fresh record and no link; nothing is sent. Null when memory is short. Ends with
@@ -23,9 +24,8 @@ class Smoothieboard final : public IEngraver {
   // return their neutral values. [host]
   explicit Smoothieboard(std::unique_ptr<DeviceState> record) noexcept;
 
-  // Ends a jog or ramp, detaches a link that is still attached (its reader uses the record; the
-  // link itself stays open) and keeps the present location in the settings file. Without a record:
-  // nothing. [host]
+  // Ends a jog or ramp, detaches a link that is still attached (the link itself stays open) and
+  // keeps the position in the settings file. Without a record: nothing. [host]
   ~Smoothieboard();
 
   Smoothieboard(const Smoothieboard&) = delete;
@@ -175,7 +175,7 @@ class Smoothieboard final : public IEngraver {
   void* DeleteSelf(std::uint32_t flags) noexcept override;
 
  private:
-  // The bodies that the placeholders share.
+  // The bodies that the placeholder slots share.
   static void DoNothing() noexcept {}
   static std::uint32_t Zero() noexcept { return 0; }
   static bool False() noexcept { return false; }

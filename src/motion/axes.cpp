@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/arithmetic.h"
+#include "motion/cutter_mode.h"
 
 namespace k7 {
 
@@ -65,17 +66,17 @@ std::uint32_t TableHeightSteps(const Mechanics& mechanics) noexcept {
   return TableSteps(mechanics, Axis::Y, mechanics.tableHeight);
 }
 
-MachinePlace MachinePosition(const DeviceState& record, std::uint32_t hostX,
-                             std::uint32_t hostY) noexcept {
-  return PlusTableHome(record.position, WithoutTableHome(record.mechanics, hostX, hostY));
+MachinePlace MachinePlaceOf(const Mechanics& mechanics, const Positions& position,
+                            std::uint32_t hostX, std::uint32_t hostY) noexcept {
+  return PlusTableHome(position, WithoutTableHome(mechanics, hostX, hostY));
 }
 
-MachinePlace GoToPlace(const DeviceState& record, std::uint32_t hostX,
+MachinePlace GoToPlace(const Mechanics& mechanics, const Positions& position, std::uint32_t hostX,
                        std::uint32_t hostY) noexcept {
-  const MachinePlace place = WithoutTableHome(record.mechanics, hostX, hostY);
+  const MachinePlace place = WithoutTableHome(mechanics, hostX, hostY);
   // KEEP: (0, 0) is machine zero, not the table home.
   if (place.x <= 0 && place.y <= 0) return place;
-  return PlusTableHome(record.position, place);
+  return PlusTableHome(position, place);
 }
 
 std::int32_t InchesToSteps(float inches, float stepsPerInch) noexcept {
@@ -99,9 +100,9 @@ std::int32_t LiftZ(const DeviceState& record) noexcept {
 
 std::int32_t PlungeZ(const DeviceState& record) noexcept {
   const float stepsPerInch = StepsPerInch(record.mechanics, Axis::Z);
-  // The pneumatic head has no passes.
+  // A pneumatic head has one depth for all passes.
   const float depthInches =
-      record.tools.cutterMode == kCutterAirZ ? record.tools.engraveDepth : record.passes.passDepth;
+      HasPneumaticHead(record.tools) ? record.tools.engraveDepth : record.passes.passDepth;
   const std::int32_t depthSteps = InchesToSteps(depthInches, stepsPerInch);
   const std::int32_t leastSteps = InchesToSteps(kLeastDepthInches, stepsPerInch);
   return WrapAdd(record.position.cutterHome, depthSteps < leastSteps ? leastSteps : depthSteps);

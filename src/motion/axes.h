@@ -1,4 +1,4 @@
-// Axes in steps and inches: every conversion that depends on the machine, written once.
+// Axes in steps and inches: the conversions that depend on how the machine is built.
 #pragma once
 
 #include <cstdint>
@@ -7,33 +7,34 @@
 
 namespace k7 {
 
-// Machine steps per inch. X and Y take the round fixture's figure while it replaces them. [any]
+// Machine steps per inch of an axis. X and Y take the round fixture's figure while the fixture
+// replaces them. [any]
 float StepsPerInch(const Mechanics& mechanics, Axis axis) noexcept;
-// The same by the axis's screw, whatever the round mode.
+// The same by the axis's own screw, whatever the round mode. [any]
 float LinearStepsPerInch(const Mechanics& mechanics, Axis axis) noexcept;
-// Of the round fixture, per inch of circumference.
+// Of the round fixture, per inch of circumference. [any]
 float RoundStepsPerInch(const Mechanics& mechanics) noexcept;
 
-// Host steps per inch of X or Y (slots 44 and 45). [any]
+// Host steps per inch of X or Y: machine steps divided by the axis factor (slots 44 and 45). [any]
 float HostStepsPerInch(const Mechanics& mechanics, Axis axis) noexcept;
 
 // Table size in host steps (slots 1 and 2). [any]
 std::uint32_t TableWidthSteps(const Mechanics& mechanics) noexcept;
 std::uint32_t TableHeightSteps(const Mechanics& mechanics) noexcept;
 
-// A place on the table, machine steps.
+// A point of the table where the head is to go, machine steps. Where the head is, is a position.
 struct MachinePlace {
   std::int32_t x, y;
 };
 
-// Machine position of a host position: steps times the axis factors, plus the table homes. [any]
-MachinePlace MachinePosition(const DeviceState& record, std::uint32_t hostX,
-                             std::uint32_t hostY) noexcept;
+// The place of a point in host steps: steps times the axis factors, plus the table home. [any]
+MachinePlace MachinePlaceOf(const Mechanics& mechanics, const Positions& position,
+                            std::uint32_t hostX, std::uint32_t hostY) noexcept;
 
-// Machine position of a go-to or travel: host steps times the axis factors, plus the table homes
-// when either is above zero (signed); without them (0, 0) is machine zero, the place of the
-// switches. [any]
-MachinePlace GoToPlace(const DeviceState& record, std::uint32_t hostX,
+// The place of a go-to or of a travel: as above, but without the table home when neither X nor Y is
+// above zero, taken as signed numbers. (0, 0) is therefore machine zero, where the limit switches
+// are. [any]
+MachinePlace GoToPlace(const Mechanics& mechanics, const Positions& position, std::uint32_t hostX,
                        std::uint32_t hostY) noexcept;
 
 // Inches to whole steps: trunc(stepsPerInch * inches + 0.5). [any]
@@ -44,9 +45,9 @@ std::int32_t StepsToThousandths(std::int32_t steps, float stepsPerInch) noexcept
 // Steps as inches, as the settings file keeps homes; 0 for an axis without a resolution. [any]
 float StepsToInches(std::int32_t steps, float stepsPerInch) noexcept;
 
-// Machine Z of a lifted cutter: cutterHome minus the lift. [any]
+// Machine Z of a lifted cutter: the cutter home less the lift. [any]
 std::int32_t LiftZ(const DeviceState& record) noexcept;
-// Machine Z of a plunge of the stroke operations: cutterHome plus the pass depth (in cutter mode 4
+// Machine Z to which a stroke plunges: the cutter home plus the pass depth (with a pneumatic head
 // the engrave depth), at least 0.001 inch. [any]
 std::int32_t PlungeZ(const DeviceState& record) noexcept;
 

@@ -12,18 +12,18 @@ namespace k7 {
 
 namespace {
 
-// The reader carries out tool actions, and ends a wait, only for a host that listens, outside quiet
-// moves and jogs, and while block messages are on. Without them a wait would never end.
+// Whether the reader will carry out the tool action and clear waitFlag. It does so only in an open
+// job, for a host that has registered a window or a callback, and neither during quiet moves nor
+// during a jog. In any other case a wait would never end.
 bool ReaderWillAct(const DeviceState& record) noexcept {
   return HasListener(record.notify) && !IsSilent(record) && record.link.readerRun == 1 &&
          JobOpen(record.job) != 0;
 }
 
-// Waits, without bound, until the reader clears the flag; a reader that has been stopped by a
-// broken link never will.
-void WaitForTool(DeviceState& record) noexcept {
-  AwaitReader(record,
-              [&] { return record.job.waitFlag.ValueOr(0) != 1 || record.link.readerRun != 1; });
+// Waits, without bound, until the reader clears the flag. A write that fails stops the reader,
+// which ends the wait, too.
+void WaitForTool(LinkState& link, JobState& job) noexcept {
+  AwaitReader(link, job, [&] { return job.waitFlag.ValueOr(0) != 1 || link.readerRun != 1; });
 }
 
 }  // namespace
@@ -31,7 +31,7 @@ void WaitForTool(DeviceState& record) noexcept {
 std::uint32_t MoveCutter(DeviceState& record, std::int32_t z, CommandTag tag,
                          std::uint32_t cutterStateAfter, bool wait) noexcept {
   const bool waits = wait && ReaderWillAct(record);
-  // Raised before the line goes out: its end can be answered before SendMove returns.
+  // Before the line goes out, because the controller may report its end before SendMove returns.
   if (waits) record.job.waitFlag.Set(1);
   const std::uint32_t status = SendMove(record, {.z = z}, tag);
   if (status != kStatusSent) {
@@ -40,14 +40,14 @@ std::uint32_t MoveCutter(DeviceState& record, std::int32_t z, CommandTag tag,
   }
   record.job.zMoveCount = WrapAdd(record.job.zMoveCount, 1);
   record.tools.cutterState = cutterStateAfter;
-  if (waits) WaitForTool(record);
+  if (waits) WaitForTool(record.link, record.job);
   return status;
 }
 
-void DrainQueue(DeviceState& record, std::uint8_t hold) noexcept {
-  AwaitNoMoves(record);
-  ClearAliveTicks(record.link);
-  record.job.plungeHold = hold;
+void DrainAndSetHold(JobState& job, LinkState& link, std::uint8_t hold) noexcept {
+  AwaitNoMoves(link, job);
+  ClearAliveTicks(link);
+  job.plungeHold = hold;
 }
 
 void LiftFromProximity(DeviceState& record) noexcept {

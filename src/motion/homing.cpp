@@ -11,6 +11,7 @@
 #include "link/commands.h"
 #include "link/link.h"
 #include "motion/axes.h"
+#include "motion/cutter_mode.h"
 #include "motion/move.h"
 #include "motion/position.h"
 #include "motion/probing.h"
@@ -22,28 +23,28 @@ namespace k7 {
 
 namespace {
 
-void WarnOfRoundFixture(const DeviceState& record) noexcept {
-  const auto owner = static_cast<HWND>(record.notify.ownerWindow.Get());
-  if (record.mechanics.roundAxisMode == kRoundOff || owner == nullptr) return;
+void WarnOfRoundFixture(const Mechanics& mechanics, const NotifyState& notify) noexcept {
+  const auto owner = static_cast<HWND>(notify.ownerWindow.Get());
+  if (!IsRoundFixtureActive(mechanics) || owner == nullptr) return;
   MessageBoxW(owner, L"Cannot mechanical home while roundy is activated.", L"Roundy is activated",
               MB_OK);
 }
 
-// Moves a pneumatic head off whatever it may be standing at.
+// Moves a pneumatic head an eighth of an inch along X, away from a switch that it may be closing.
 void StepAside(DeviceState& record) noexcept {
-  // KEEP: by the screw of X, whatever the round mode.
+  // KEEP: the screw of X measures the distance, also while a round fixture replaces X.
   const std::int32_t aside =
       TruncateToInt32(LinearStepsPerInch(record.mechanics, Axis::X) * -0.125f);
   SendMove(record, {.x = WrapSubtract(record.position.last.x, aside)});
   Pause(record.link, 1000);
 }
 
-// KEEP: without a time-out; a table may be long and slow.
-void HomeAxis(DeviceState& record, Axis axis) noexcept {
-  Polled<std::uint8_t>& reached = record.switches.closed[axis];
+// KEEP: there is no time-out, because a table may be long and slow.
+void HomeAxis(LinkState& link, JobState& job, SwitchStates& switches, Axis axis) noexcept {
+  Polled<std::uint8_t>& reached = switches.closed[axis];
   reached = 0;
-  SendLine(record.link, commands::kHomeAxis[axis]);
-  AwaitReader(record, [&] { return reached != 0; });
+  SendLine(link, commands::kHomeAxis[axis]);
+  AwaitReader(link, job, [&] { return reached != 0; });
 }
 
 }  // namespace
@@ -53,14 +54,14 @@ bool HasAllSwitches(const Mechanics& mechanics) noexcept {
          mechanics.axis.z.limitSwitch == 1 && mechanics.proxSwitch == 1;
 }
 
-void MechanicalHome(DeviceState& record) noexcept {
+void HomeToSwitches(DeviceState& record) noexcept {
   if (!HasAllSwitches(record.mechanics)) {
-    WarnOfRoundFixture(record);
+    WarnOfRoundFixture(record.mechanics, record.notify);
     return;
   }
   if (!IsIdle(record)) return;
   ClearAliveTicks(record.link);
-  const bool airZ = record.tools.cutterMode == kCutterAirZ;
+  const bool airZ = HasPneumaticHead(record.tools);
   if (airZ) StepAside(record);
   QuerySwitches(record, nullptr, nullptr, nullptr, nullptr);
   SetFeedRate(record, 5.0f);
@@ -68,33 +69,35 @@ void MechanicalHome(DeviceState& record) noexcept {
   const bool switchOff = hasRoundAttachment != 0;
   if (switchOff) SwitchRoundMode(record, kRoundOff);
 
-  // Z first: nothing may move sideways with the cutter down.
+  // Z first, so that no axis moves sideways while the cutter is in the work.
   if (!airZ) {
     SetSpindle(record, kSpindleFull);
-    HomeAxis(record, Axis::Z);
+    HomeAxis(record.link, record.job, record.switches, Axis::Z);
     SetSpindle(record, kSpindleOff);
   }
-  HomeAxis(record, Axis::Y);
-  HomeAxis(record, Axis::X);
+  HomeAxis(record.link, record.job, record.switches, Axis::Y);
+  HomeAxis(record.link, record.job, record.switches, Axis::X);
 
-  // KEEP: the fixture comes back before the position is declared, so it is what becomes 0.
+  // KEEP: the fixture is switched on again before the position is declared, so the declared 0 is
+  // that of the fixture.
   if (switchOff) SwitchRoundMode(record, roundMode);
   // The head did not get to its switches: where it stands is not 0, and the file is not to say so.
   if (record.link.lost != 0) return;
   SendLine(record.link, commands::kTableHomed);
   Pause(record.link, 200);
-  SetPosition(record, {.x = 0, .y = 0, .z = 0});
-  WriteCurrentLocation(record);
+  DeclarePosition(record.link, record.position, {.x = 0, .y = 0, .z = 0});
+  KeepXyPosition(record);
   ReportPosition(record, nullptr, nullptr);
-  ReportSurface(record);
+  ReportSurface(record.notify, record.position);
 }
 
 void QuerySwitches(DeviceState& record, std::uint8_t* x, std::uint8_t* y, std::uint8_t* z,
                    std::uint8_t* prox) noexcept {
   if (!HasAllSwitches(record.mechanics) || !IsIdle(record)) return;
   SendLine(record.link, commands::kAskSwitches);
-  // KEEP: never cleared, so that after the first report ever the states are those of the last.
-  AwaitReader(record, [&] { return record.switches.switchesRead != 0; });
+  // KEEP: switchesRead is never cleared, so only the first query waits. Later queries give the
+  // states of the last report received.
+  AwaitReader(record.link, record.job, [&] { return record.switches.switchesRead != 0; });
   if (x != nullptr) *x = record.switches.closed.x;
   if (y != nullptr) *y = record.switches.closed.y;
   if (z != nullptr) *z = record.switches.closed.z;
@@ -103,12 +106,12 @@ void QuerySwitches(DeviceState& record, std::uint8_t* x, std::uint8_t* y, std::u
 
 bool SetCutterHomeHere(DeviceState& record) noexcept {
   if (!IsIdle(record)) return false;
-  // KEEP: truncated, not rounded, here alone.
+  // KEEP: this conversion truncates, where all others round.
   const std::int32_t least =
       TruncateToInt32(StepsPerInch(record.mechanics, Axis::Z) *
                       std::max(record.tools.cutterLift, record.tools.engraveDepth));
   record.position.cutterHome = std::max(least, record.position.last.z.Get());
-  WriteCutterHome(record);
+  KeepCutterHome(record);
   const std::int32_t lift = LiftZ(record);
   if (lift < 1) return false;
   SetFeedRate(record, record.tools.cutterUpSpeed);

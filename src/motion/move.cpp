@@ -15,7 +15,7 @@ namespace k7 {
 
 namespace {
 
-constexpr std::int32_t kQueueLines = 32;  // lines that the controller takes before it holds us up
+constexpr std::int32_t kQueueLines = 32;  // what the controller's queue takes
 
 // Tells the user by how much the cutter would have gone too deep.
 void ShowSurfaceViolation(const NotifyState& notify, const NumberText& excessInches) noexcept {
@@ -36,7 +36,7 @@ bool NamesNoAxis(const AxisTargets& targets) noexcept {
   return !targets.x && !targets.y && !targets.z;
 }
 
-// What a plan amounts to; a refusal is shown.
+// The status of a plan; a refusal is shown to the user.
 std::uint32_t StatusOf(const MovePlan& plan, const NotifyState& notify) noexcept {
   if (plan.violatesSurface) {
     ShowSurfaceViolation(notify, plan.excessInches);
@@ -56,7 +56,7 @@ std::uint32_t SendMove(DeviceState& record, const AxisTargets& targets, CommandT
   if (record.link.connected != 1 || NamesNoAxis(targets)) return kStatusNothing;
 
   const MovePlan plan = PlanMove(record, targets);
-  // KEEP: a refused plunge leaves the target in lastX and lastY, although no line goes out.
+  // KEEP: a refused plunge leaves the target in last.x and last.y, although no line is sent.
   record.position.last.x = plan.lastX;
   record.position.last.y = plan.lastY;
   if (const std::uint32_t status = StatusOf(plan, record.notify); status != kStatusSent) {
@@ -64,12 +64,12 @@ std::uint32_t SendMove(DeviceState& record, const AxisTargets& targets, CommandT
   }
   record.position.last.z = plan.lastZ;
 
-  AwaitFewerInFlight(record, kQueueLines);
+  AwaitFewerInFlight(record.link, record.job, kQueueLines);
   if (tag != CommandTag::None) PushTag(record.job, tag);
   SendLine(record.link, plan.line.c_str());
   // Of a line on a lost link nothing will be reported.
   if (record.link.lost != 0) return kStatusSent;
-  // The answer may have come first: the count is then -1 for a moment, which is why it is signed.
+  // The reader may have counted the line off already; the count is then -1 until this statement.
   if (const auto lines = record.job.linesInFlight.Lock()) *lines = WrapAdd(*lines, 1);
   return kStatusSent;
 }
@@ -87,25 +87,26 @@ void SetMaxSpeeds(LinkState& link, float x, float y, float z) noexcept {
   SendLine(link, MaxSpeedsLine(x, y, z).c_str());
 }
 
-void SetAxisStepsPerMm(DeviceState& record, const char* axis, float stepsPerMm) noexcept {
-  if (record.link.connected != 1 || axis == nullptr) return;
+void SetAxisStepsPerMm(LinkState& link, Positions& position, const char* axis,
+                       float stepsPerMm) noexcept {
+  if (link.connected != 1 || axis == nullptr) return;
   switch (axis[0]) {
     case 'X':
-      record.position.stepsPerMm.x = stepsPerMm;
+      position.stepsPerMm.x = stepsPerMm;
       break;
     case 'Y':
-      record.position.stepsPerMm.y = stepsPerMm;
+      position.stepsPerMm.y = stepsPerMm;
       break;
     case 'Z':
-      record.position.stepsPerMm.z = stepsPerMm;
+      position.stepsPerMm.z = stepsPerMm;
       break;
     default:
-      break;  // KEEP: no field of ours, but the controller is told all the same
+      break;  // KEEP: the record has no field for another letter, but the line is sent.
   }
-  SendLine(record.link, StepsPerMmLine(axis, stepsPerMm).c_str());
+  SendLine(link, StepsPerMmLine(axis, stepsPerMm).c_str());
 }
 
-void SetMotors(LinkState& link, std::uint8_t on) noexcept {
+void SetMotorPower(LinkState& link, std::uint8_t on) noexcept {
   if (link.connected != 1 || link.linkHandle.Get() == nullptr) return;
   SendLine(link, on == 1 ? commands::kMotorsOn : commands::kMotorsOff);
 }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/arithmetic.h"
+#include "base/parse_number.h"
 #include "motion/axes.h"
 
 namespace k7 {
@@ -16,8 +17,8 @@ void PlanAxis(AxisLine& line, Axis axis, const AxisTarget& target, std::int32_t&
   last = target.steps;
 }
 
-// KEEP: asked even when Z does not change. A jog looks for the surface and the automatic mode has
-// just probed it: neither is held up.
+// KEEP: also a target whose Z does not change is refused. A jog and the automatic mode never are:
+// the user jogs to find the surface, and the automatic mode has just probed it.
 bool ViolatesSurface(const DeviceState& record, const AxisTarget& z) noexcept {
   return z.expressible && record.jog.jogActive == 0 &&
          record.tools.cutterMode != kCutterAutomatic && z.steps > record.position.tableSurface;

@@ -17,18 +17,19 @@ namespace k7 {
 
 void ProbeSurface(DeviceState& record) noexcept {
   if (record.link.connected != 1) return;
-  AwaitFewerInFlight(record, 1);
+  AwaitFewerInFlight(record.link, record.job, 1);
   record.tools.probePending = 1;
   const bool semiAutomatic = record.tools.cutterMode == kCutterSemiAutomatic;
-  // KEEP: millimetres per second in a line whose feed is per minute: a probe goes down slowly.
+  // KEEP: the number is in millimetres per second although a feed is per minute, which makes the
+  // probe go down slowly.
   const float speed = semiAutomatic ? 12.7f : record.tools.cutterDownSpeed * kMmPerInch;
-  // KEEP: the feed of the down speed counts as sent, although the line says another.
+  // KEEP: the feed of the down speed is noted as sent, although the probe line says another.
   const float feed = semiAutomatic ? 762.0f : SpeedToFeed(record.tools.cutterDownSpeed);
   CopyText(record.position.lastFeedText, FormatFixed(feed, 3).c_str());
   SendLine(record.link, ProbeLine(speed).c_str());
   // Without a touch there is no surface to declare.
-  if (!AwaitReader(record, [&] { return record.tools.probePending != 1; })) return;
-  SetPosition(record, {.z = record.position.cutterHome});
+  if (!AwaitReader(record.link, record.job, [&] { return record.tools.probePending != 1; })) return;
+  DeclarePosition(record.link, record.position, {.z = record.position.cutterHome});
 }
 
 void SubtractProbeOffset(DeviceState& record) noexcept {
@@ -39,7 +40,7 @@ void SubtractProbeOffset(DeviceState& record) noexcept {
       InchesToSteps(record.tools.probeOffset, StepsPerInch(record.mechanics, Axis::Z)));
 }
 
-void WriteCutterHome(const DeviceState& record) noexcept {
+void KeepCutterHome(const DeviceState& record) noexcept {
   SettingsFile{record.link}.WriteFloat(
       settings::kCutterHome,
       StepsToInches(record.position.cutterHome, StepsPerInch(record.mechanics, Axis::Z)));
@@ -53,9 +54,9 @@ void ProbeAndLift(DeviceState& record, std::int32_t liftThousandths) noexcept {
                                       RoundToSteps(static_cast<float>(liftThousandths) / 1000.0f *
                                                    StepsPerInch(record.mechanics, Axis::Z)));
   SetFeedRate(record, record.tools.cutterUpSpeed);
-  // KEEP: counted as down although it went up, so that the next travel lifts it once more.
+  // KEEP: the cutter counts as down although it went up, so that the next travel lifts it again.
   if (SendMove(record, {.z = z}) == kStatusSent) record.tools.cutterState = kCutterDown;
-  // With no job open no reply takes the lift off the counts again.
+  // With no job open the controller does not report the lift, so the counts would keep it.
   ForgetMoves(record.job);
 }
 
@@ -64,7 +65,7 @@ void SetTableSurface(DeviceState& record, float bufferInches, std::int32_t metho
   const float stepsPerInch = StepsPerInch(record.mechanics, Axis::Z);
   switch (method) {
     case 0:
-      // KEEP: rounded in thousandths of a step, then divided as a whole number.
+      // KEEP: the product is rounded in thousandths of a step and then divided as a whole number.
       record.position.tableSurface =
           RoundToSteps(static_cast<float>(record.mechanics.tableDepth) * stepsPerInch) / 1000;
       break;
@@ -78,7 +79,7 @@ void SetTableSurface(DeviceState& record, float bufferInches, std::int32_t metho
       record.position.tableSurface = record.position.last.z;
       break;
     default:
-      // KEEP: a mode list without a selection. The surface stays, less the buffer once more.
+      // KEEP: a list without a selection leaves the surface, which still loses the buffer below.
       break;
   }
   record.position.tableSurface =
@@ -87,7 +88,7 @@ void SetTableSurface(DeviceState& record, float bufferInches, std::int32_t metho
   SetFeedRate(record, record.tools.cutterUpSpeed);
   if (SendMove(record, {.z = 0}) == kStatusSent) record.tools.cutterState = kCutterUp;
   ForgetMoves(record.job);
-  ReportSurface(record);
+  ReportSurface(record.notify, record.position);
 }
 
 }  // namespace k7

@@ -7,20 +7,21 @@
 
 namespace k7 {
 
-// Probes downwards at the present place and declares the touch point to be cutterHome. Waits, in a
-// job, until every line has begun, and for the answer, both without bound. Without a connection:
-// nothing. [host]
+// Probes downwards at the present position and declares the touch point to be the cutter home.
+// Waits without bound, in a job until every line has begun, and always for the answer. Without a
+// connection: nothing. [host]
 void ProbeSurface(DeviceState& record) noexcept;
-// cutterHome -= probeOffset in steps. [host]
+// Takes the probe offset off the cutter home: the probe touches before the cutter would. [host]
 void SubtractProbeOffset(DeviceState& record) noexcept;
-// Writes cutterHome, in inches, to the settings file. [host]
-void WriteCutterHome(const DeviceState& record) noexcept;
+// Writes the cutter home, in inches, to the settings file. [host]
+void KeepCutterHome(const DeviceState& record) noexcept;
 // Probes, then lifts the cutter by thousandths of an inch above the surface. Nothing below 1,
-// without a connection, in a job. [host]
+// without a connection or in a job. [host]
 void ProbeAndLift(DeviceState& record, std::int32_t liftThousandths) noexcept;
-// Sets tableSurface by method 0 table depth, 1 present Z, 2 probe, any other the surface as it
-// stands; less the buffer. Then lifts the cutter to the top of Z. Nothing without a connection, in
-// a job. [host]
+// Sets the table surface: by method 0 from the table depth, by 1 from the present Z, by 2 from a
+// probe; any other method starts from the surface as it is. Then takes the buffer off it, keeps it
+// in the settings file and lifts the cutter to the top of Z. Nothing without a connection or in a
+// job. [host]
 void SetTableSurface(DeviceState& record, float bufferInches, std::int32_t method) noexcept;
 
 }  // namespace k7

@@ -18,11 +18,10 @@ void SwapWithParked(Positions& position, Axis axis) noexcept {
   position.parkedPosition = position.last[axis].Exchange(position.parkedPosition);
 }
 
-// KEEP: the table home stays in force beside its kept copy.
-void TakeOver(DeviceState& record, Axis axis) noexcept {
-  Positions& position = record.position;
+// KEEP: the table home of the axis stays in force beside the copy that is kept of it.
+void TakeOver(const Mechanics& mechanics, Positions& position, Axis axis) noexcept {
   position.saved[axis] = position.last[axis];
-  position.roundStepsPerInch = LinearStepsPerInch(record.mechanics, axis);
+  position.roundStepsPerInch = LinearStepsPerInch(mechanics, axis);
   SwapWithParked(position, axis);
   position.tableHomeRound = position.tableHome[axis];
 }
@@ -33,28 +32,28 @@ void GiveBack(Positions& position, Axis axis) noexcept {
   position.tableHome[axis] = position.tableHomeRound;
 }
 
-// KEEP: the two live positions change places while the parked one and the kept home stay, so that
-// a way round over both axes brings back the linear positions of X and Y exchanged.
-void MoveAcross(DeviceState& record, Axis from, Axis to) noexcept {
-  Positions& position = record.position;
+// KEEP: the positions of X and Y are exchanged while the parked one and the kept home stay. A
+// fixture that goes from one axis to the other and then off leaves X and Y exchanged.
+void MoveAcross(const Mechanics& mechanics, Positions& position, Axis from, Axis to) noexcept {
   position.saved[from] = position.parkedPosition;
-  position.roundStepsPerInch = LinearStepsPerInch(record.mechanics, to);
+  position.roundStepsPerInch = LinearStepsPerInch(mechanics, to);
   position.last.y = position.last.x.Exchange(position.last.y);
 }
 
 }  // namespace
 
-void ExchangeRoundPositions(DeviceState& record, std::uint32_t mode) noexcept {
-  const std::uint32_t before = record.mechanics.roundAxisMode;
+void ExchangeRoundPositions(Mechanics& mechanics, Positions& position,
+                            std::uint32_t mode) noexcept {
+  const std::uint32_t before = mechanics.roundAxisMode;
   if (before == mode) return;
   if (before == kRoundOff && ReplacesAnAxis(mode)) {
-    TakeOver(record, AxisReplacedIn(mode));
+    TakeOver(mechanics, position, AxisReplacedIn(mode));
   } else if (ReplacesAnAxis(before) && mode == kRoundOff) {
-    GiveBack(record.position, AxisReplacedIn(before));
+    GiveBack(position, AxisReplacedIn(before));
   } else if (ReplacesAnAxis(before) && ReplacesAnAxis(mode)) {
-    MoveAcross(record, AxisReplacedIn(before), AxisReplacedIn(mode));
+    MoveAcross(mechanics, position, AxisReplacedIn(before), AxisReplacedIn(mode));
   }
-  record.mechanics.roundAxisMode = mode;
+  mechanics.roundAxisMode = mode;
 }
 
 void SwapAxisPositions(Positions& position, std::uint32_t mode, std::uint32_t newMode) noexcept {
@@ -63,24 +62,23 @@ void SwapAxisPositions(Positions& position, std::uint32_t mode, std::uint32_t ne
   if (ReplacesAnAxis(newMode)) SwapWithParked(position, AxisReplacedIn(newMode));
 }
 
-void TakeLoadedPositions(DeviceState& record, const LoadedPositions& loaded,
-                         std::uint32_t mode) noexcept {
-  Positions& position = record.position;
+void TakeLoadedPositions(const Mechanics& mechanics, Positions& position,
+                         const LoadedPositions& loaded, std::uint32_t mode) noexcept {
   position.saved = {loaded.x, loaded.y};
   const auto homeBy = [&](float stepsPerInch, Axis axis) {
     return InchesToSteps(loaded.tableHomeInches[axis], stepsPerInch);
   };
   for (const Axis axis : {Axis::X, Axis::Y}) {
-    position.tableHome[axis] = homeBy(StepsPerInch(record.mechanics, axis), axis);
+    position.tableHome[axis] = homeBy(StepsPerInch(mechanics, axis), axis);
   }
-  // KEEP: with an unknown mode the live position stays as it is.
+  // KEEP: an unknown mode leaves the position of the record as it is.
   if (mode != kRoundOff && !ReplacesAnAxis(mode)) return;
   position.last.x = loaded.x;
   position.last.y = loaded.y;
   if (mode == kRoundOff) return;
 
   const Axis axis = AxisReplacedIn(mode);
-  const float stepsPerInch = LinearStepsPerInch(record.mechanics, axis);
+  const float stepsPerInch = LinearStepsPerInch(mechanics, axis);
   position.parkedPosition = position.saved[axis];
   position.last[axis] = loaded.round;
   position.tableHomeRound = homeBy(stepsPerInch, axis);

@@ -1,5 +1,6 @@
-// The bookkeeping of positions and homes as the round fixture takes an axis or gives it back. Three
-// occasions, three rules, all of them in force on installed machines.
+// What becomes of positions and homes when the round fixture takes an axis or gives it back. There
+// is one rule for each of three occasions; installed machines and their settings files depend on
+// all three.
 #pragma once
 
 #include <cstdint>
@@ -8,14 +9,14 @@
 
 namespace k7 {
 
-// The full change, of a machine that is being run: exchanges positions and homes for a change from
-// the record's roundAxisMode to `mode`, which the record takes. A mode of neither axis exchanges
-// nothing. Touches no file and sends nothing. [host]
-void ExchangeRoundPositions(DeviceState& record, std::uint32_t mode) noexcept;
+// On a running machine: exchanges positions and homes for a change from the mode that `mechanics`
+// holds to `mode`, and stores `mode` there. A mode that replaces neither axis exchanges nothing.
+// Touches no file and sends nothing. [host]
+void ExchangeRoundPositions(Mechanics& mechanics, Positions& position, std::uint32_t mode) noexcept;
 
-// The change by the settings dialog: moves the three axis positions alone, the fixture's to the
-// axis that it replaces. The mode itself is left to the next settings load, so that KEEP: a second
-// save before it swaps back. [host]
+// On a change by the settings dialog: exchanges the position of the replaced axis with the parked
+// one; homes stay. The mode itself changes with the next settings load. KEEP: a second save before
+// that load exchanges the positions back. [host]
 void SwapAxisPositions(Positions& position, std::uint32_t mode, std::uint32_t newMode) noexcept;
 
 // What a settings file holds of positions and homes.
@@ -24,9 +25,10 @@ struct LoadedPositions {
   PerTableAxis<float> tableHomeInches = {};  // from the switch of the axis
 };
 
-// The start from a settings file: with the fixture in the place of an axis (`mode`, a kRound
-// number), that axis's own position and home are put aside, in steps of its screw. [host]
-void TakeLoadedPositions(DeviceState& record, const LoadedPositions& loaded,
-                         std::uint32_t mode) noexcept;
+// On a settings load: takes the positions and homes of the file. While the fixture replaces an axis
+// (`mode`, a kRound number), the position of that axis is parked and its home kept aside, both in
+// steps of its screw. [host]
+void TakeLoadedPositions(const Mechanics& mechanics, Positions& position,
+                         const LoadedPositions& loaded, std::uint32_t mode) noexcept;
 
 }  // namespace k7

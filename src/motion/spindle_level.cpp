@@ -15,7 +15,7 @@ std::int32_t WithinLevels(std::int32_t level) noexcept {
 }  // namespace
 
 std::int32_t SpindleLevel(std::int32_t rpm, std::int32_t maxRpm) noexcept {
-  // KEEP: the factor 0.99 holds full speed at level 252; 255 is never sent.
+  // KEEP: the factor 0.99 limits full speed to level 252; 255 is never sent.
   return WithinLevels(
       RoundToSteps(static_cast<float>(rpm) / static_cast<float>(maxRpm) * 0.99f * 255.0f));
 }

@@ -14,19 +14,19 @@ namespace k7 {
 
 namespace {
 
-constexpr std::uint32_t kRoundMs = 10;  // far below the time of one level in any sensible ramp
+constexpr std::uint32_t kRoundMs = 10;  // well below the time that a ramp spends on one level
 
-RampPlan PlanRamp(const DeviceState& record, const SettingsFile& file) noexcept {
+RampPlan PlanRamp(const SpindleState& spindle, const SettingsFile& file) noexcept {
   const std::int32_t seconds = file.ReadInt(settings::kRampTime);
-  return {.startRpm = record.spindle.spindleValue,
-          .maxRpm = record.spindle.spindleMaxRpm,
+  return {.startRpm = spindle.spindleValue,
+          .maxRpm = spindle.spindleMaxRpm,
           .fullRangeMs = static_cast<float>(seconds) * 1000.0f,
-          .down = record.spindle.rampDirection == kRampDown};
+          .down = spindle.rampDirection == kRampDown};
 }
 
 void RampSpindle(DeviceState& record) noexcept {
   const SettingsFile file{record.link};
-  const RampPlan plan = PlanRamp(record, file);
+  const RampPlan plan = PlanRamp(record.spindle, file);
   const std::uint32_t start = TickMs();
   std::int32_t lastLevel = -1;
   bool changed = false;
@@ -45,21 +45,20 @@ void RampSpindle(DeviceState& record) noexcept {
   }
   const std::int32_t reached = record.spindle.spindleValue;
   if (changed) file.WriteInt(settings::kSpindleRpm, reached);
-  // The host may answer the message with the next ramp: nothing of this one may be needed any more.
+  // The host may start the next ramp while it handles the message, so everything that belongs to
+  // this ramp is read before the ramp counts as ended.
   const WindowHandle window = record.spindle.rampWindow;
   const std::uint32_t message = record.spindle.rampMessage;
   record.spindle.rampDirection = kRampIdle;
   SendToHost(window, message, reached, 0);
 }
 
-bool CanRamp(const DeviceState& record, std::int32_t direction) noexcept {
-  if (record.spindle.spindlePresent != 1 || record.spindle.spindleOn != 1 ||
-      JobOpen(record.job) != 0)
-    return false;
+bool CanRamp(const SpindleState& spindle, std::int32_t direction) noexcept {
+  if (spindle.spindlePresent != 1 || spindle.spindleOn != 1) return false;
   if (direction == static_cast<std::int32_t>(kRampUp)) {
-    return record.spindle.spindleValue < record.spindle.spindleMaxRpm;
+    return spindle.spindleValue < spindle.spindleMaxRpm;
   }
-  return direction == static_cast<std::int32_t>(kRampDown) && record.spindle.spindleValue >= 1;
+  return direction == static_cast<std::int32_t>(kRampDown) && spindle.spindleValue >= 1;
 }
 
 }  // namespace
@@ -67,7 +66,7 @@ bool CanRamp(const DeviceState& record, std::int32_t direction) noexcept {
 bool StartSpindleRamp(DeviceState& record, std::int32_t direction, WindowHandle window,
                       std::uint32_t message, std::uint32_t key) noexcept {
   if (record.stopWorkers != 0 || record.spindle.rampDirection != kRampIdle) return false;
-  if (!CanRamp(record, direction)) return false;
+  if (!CanRamp(record.spindle, direction) || JobOpen(record.job) != 0) return false;
   record.spindle.rampWindow = window;
   record.spindle.rampMessage = message;
   record.spindle.rampKey = key;

@@ -3,6 +3,7 @@
 #include "device/progress.h"
 #include "motion/axes.h"
 #include "motion/cutter.h"
+#include "motion/cutter_mode.h"
 #include "motion/move.h"
 #include "motion/plunge.h"
 #include "settings/file.h"
@@ -12,8 +13,8 @@ namespace k7 {
 
 namespace {
 
-bool InJob(const DeviceState& record) noexcept {
-  return record.link.connected == 1 && JobOpen(record.job) == 1;
+bool InJob(const LinkState& link, const JobState& job) noexcept {
+  return link.connected == 1 && JobOpen(job) == 1;
 }
 
 std::uint32_t Traverse(DeviceState& record, const MachinePlace& place) noexcept {
@@ -21,18 +22,18 @@ std::uint32_t Traverse(DeviceState& record, const MachinePlace& place) noexcept 
   return SendMove(record, {.x = place.x, .y = place.y}, CommandTag::Move);
 }
 
-// The first traverse of a job: the modes that need the user or a probe stop here, with the head
-// standing still over the place.
+// The first travel of a job. In the modes that need the user or a probe before the first plunge it
+// waits until the head stands still.
 std::uint32_t FirstTraverse(DeviceState& record, const MachinePlace& place) noexcept {
   record.job.firstMove = 0;
   const std::uint32_t status = Traverse(record, place);
   if (record.tools.cutterMode == kCutterSemiAutomatic) {
-    DrainQueue(record, 1);
+    DrainAndSetHold(record.job, record.link, 1);
     record.tools.probeOnNextPlunge = 1;
     return kStatusArmed;
   }
   if (record.tools.cutterMode == kCutterManual) {
-    DrainQueue(record, 1);
+    DrainAndSetHold(record.job, record.link, 1);
     record.tools.cutterMode = kCutterNone;
     SettingsFile{record.link}.WriteInt(settings::kCutterMode,
                                        static_cast<std::int32_t>(kCutterNone));
@@ -44,24 +45,24 @@ std::uint32_t FirstTraverse(DeviceState& record, const MachinePlace& place) noex
 }  // namespace
 
 std::uint32_t MoveTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) noexcept {
-  if (!InJob(record)) return kStatusNothing;
-  const MachinePlace place = MachinePosition(record, hostX, hostY);
+  if (!InJob(record.link, record.job)) return kStatusNothing;
+  const MachinePlace place = MachinePlaceOf(record.mechanics, record.position, hostX, hostY);
   if (record.job.firstMove == 1) return FirstTraverse(record, place);
 
   if (CheckMove(record, {.x = place.x, .y = place.y}) != kStatusSent) return kStatusNothing;
   if (record.tools.cutterState == kCutterDown) {
     SetFeedRate(record, record.tools.cutterUpSpeed);
     const std::uint32_t status = MoveCutter(record, LiftZ(record), CommandTag::Lift, kCutterUp,
-                                            record.tools.cutterMode == kCutterAirZ);
-    // A traverse with the cutter down would cut across the work.
+                                            HasPneumaticHead(record.tools));
+    // To travel with the cutter down would cut across the work.
     if (status == kStatusRefused) return status;
   }
   return Traverse(record, place);
 }
 
 std::uint32_t EngraveTo(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) noexcept {
-  if (!InJob(record)) return kStatusNothing;
-  const MachinePlace place = MachinePosition(record, hostX, hostY);
+  if (!InJob(record.link, record.job)) return kStatusNothing;
+  const MachinePlace place = MachinePlaceOf(record.mechanics, record.position, hostX, hostY);
   const std::uint32_t dryRun = CheckMove(record, {.x = place.x, .y = place.y});
   if (dryRun != kStatusSent) return dryRun;
 
@@ -69,11 +70,11 @@ std::uint32_t EngraveTo(DeviceState& record, std::uint32_t hostX, std::uint32_t 
     const std::uint32_t status = PlungeForCut(record);
     if (status != kStatusSent) return status;
   }
-  if (record.tools.cutterState == kCutterDown && record.tools.cutterMode != kCutterAirZ) {
-    // Nothing is sent while Z is where it should be; a new pass depth takes effect here.
-    // KEEP: at the feed in force.
+  if (record.tools.cutterState == kCutterDown && !HasPneumaticHead(record.tools)) {
+    // A new pass depth takes effect here; nothing is sent while Z is at that depth.
+    // KEEP: no feed is set for this plunge; it goes at the feed in force.
     const std::uint32_t status = MoveCutter(record, PlungeZ(record), CommandTag::Plunge,
-                                            kCutterDown, HasEngraveDelay(record));
+                                            kCutterDown, HasEngraveDelay(record.tools));
     if (status == kStatusRefused) return status;
   }
   SetFeedRate(record, record.host.gridMode == kRunGrid ? record.tools.gridSpeed
@@ -82,12 +83,14 @@ std::uint32_t EngraveTo(DeviceState& record, std::uint32_t hostX, std::uint32_t 
 }
 
 std::uint32_t LowerCutter(DeviceState& record) noexcept {
-  if (!InJob(record) || record.tools.cutterState != kCutterUp) return kStatusNothing;
+  if (!InJob(record.link, record.job) || record.tools.cutterState != kCutterUp)
+    return kStatusNothing;
   return PlungeForHost(record, true);
 }
 
 std::uint32_t LowerCutterContinue(DeviceState& record) noexcept {
-  if (!InJob(record) || record.tools.cutterState != kCutterUp) return kStatusNothing;
+  if (!InJob(record.link, record.job) || record.tools.cutterState != kCutterUp)
+    return kStatusNothing;
   return PlungeForHost(record, false);
 }
 

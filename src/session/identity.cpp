@@ -18,7 +18,7 @@ namespace {
 constexpr std::uint32_t kPollMs = 200;
 constexpr int kMostMisses = 3;
 
-// A fresh identity. A host may run each of its devices on a thread of its own.
+// A fresh identity. Locked, because a host may run each of its devices on a thread of its own.
 GeneratedId FreshIdentity() noexcept {
   static constinit ShortLock guard;
   static constinit std::optional<IdentityNumbers> kept;
@@ -36,7 +36,7 @@ void GiveIdentity(LinkState& link) noexcept {
   SendLine(link, StoreIdentityLine(id.text).c_str());
 }
 
-// The end of every successful query: the settings are those of this controller from here on.
+// The end of every successful query: loads the settings of this controller.
 std::int32_t Settle(DeviceState& record, wchar_t* buffer, std::int32_t size) noexcept {
   LoadSettings(record);
   CopyText(buffer, size, record.link.controllerId.Get().text);
@@ -45,7 +45,7 @@ std::int32_t Settle(DeviceState& record, wchar_t* buffer, std::int32_t size) noe
 
 }  // namespace
 
-std::int32_t QueryControllerId(DeviceState& record, wchar_t* buffer, std::int32_t size) noexcept {
+std::int32_t SettleIdentity(DeviceState& record, wchar_t* buffer, std::int32_t size) noexcept {
   if (!record.link.controllerId.Is(kUnsetControllerId) || record.link.linkHandle == nullptr) {
     return Settle(record, buffer, size);
   }
@@ -57,12 +57,12 @@ std::int32_t QueryControllerId(DeviceState& record, wchar_t* buffer, std::int32_
     if (record.link.controllerId.Is(kUnsetControllerId)) GiveIdentity(record.link);
     return Settle(record, buffer, size);
   }
-  // KEEP: the mark stays, and the next query takes it for an identity; callers that want to ask
-  // again reset it first, as discovery does.
+  // KEEP: the pending mark stays, and the next query takes it for an identity. A caller that wants
+  // to ask again forgets the identity first, as discovery does.
   return 0;
 }
 
-void ResetControllerId(LinkState& link) noexcept {
+void ForgetIdentity(LinkState& link) noexcept {
   link.controllerId.Set(kUnsetControllerId);
 }
 

@@ -1,4 +1,4 @@
-// The rule by which a controller without an identity gets one.
+// Making an identity for a controller that has none.
 #pragma once
 
 #include <cstdint>
@@ -17,8 +17,7 @@ constexpr bool IsIdentityCode(unsigned code) noexcept {
 }
 
 // Draws numbers until sixteen of them, taken modulo 256, have been codes of that alphabet; the rest
-// are dropped, so that every character is equally likely. Ends with probability one for any
-// generator that reaches the alphabet. [any]
+// are dropped, so that every character is equally likely. [any]
 template <typename Draw>
 constexpr GeneratedId GenerateControllerId(Draw draw) noexcept {
   GeneratedId id{};
@@ -32,8 +31,8 @@ constexpr GeneratedId GenerateControllerId(Draw draw) noexcept {
 // The numbers behind fresh identities. Not for two threads at once. [host]
 class IdentityNumbers {
  public:
-  // Seeds them with the calendar time in seconds. Within one second they go on instead, so that two
-  // controllers that are met in the same second do not become one.
+  // Seeds them with the calendar time in seconds. A second call within the same second continues
+  // the sequence instead, so that two controllers do not get the same identity.
   void SeedAt(std::uint64_t calendarSeconds) noexcept {
     if (calendarSeconds == seed_) return;
     seed_ = calendarSeconds;

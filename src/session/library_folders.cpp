@@ -11,9 +11,9 @@ namespace {
 // "\Controllers\" + identity + "\" + library, created level by level.
 std::uint32_t LibraryFolder(DeviceState& record, const wchar_t* library, wchar_t* buffer,
                             std::int32_t size) {
-  // A controller that does not answer leaves its mark in the field; the folder is named after
-  // whatever stands there, as the settings file is.
-  QueryControllerId(record, nullptr, 0);
+  // Without an answer the pending mark stays in the field. The folder is named after the text that
+  // stands there, as the settings file is.
+  SettleIdentity(record, nullptr, 0);
   SettingsPath path = ControllersFolder();
   AppendFolder(path, record.link.controllerId.Get().text);
   const std::uint32_t created = AppendFolder(path, library);

@@ -7,8 +7,9 @@
 
 namespace k7 {
 
-// Slot 92: folder of material profiles, created on the way; result of the last CreateDirectoryW.
-// Asks for the identity first, which reloads the settings. [host]
+// Slot 92: copies the path of the folder of material profiles and creates the folder. Result: that
+// of the last CreateDirectoryW, 1 when the folder was not there before. Asks for the identity
+// first, which reloads the settings. [host]
 std::uint32_t GetMaterialLibraryFolder(DeviceState& record, wchar_t* buffer,
                                        std::int32_t size) noexcept;
 // Slot 93: the same for the folder of temporary homes. [host]

@@ -65,9 +65,12 @@ bool LoadRoundMode(DeviceState& record, const SettingsFile& file) {
 }
 
 void SendStepsPerMm(DeviceState& record) {
-  SetAxisStepsPerMm(record, "X", StepsPerInch(record.mechanics, Axis::X) / kMmPerInch);
-  SetAxisStepsPerMm(record, "Y", StepsPerInch(record.mechanics, Axis::Y) / kMmPerInch);
-  SetAxisStepsPerMm(record, "Z", StepsPerInch(record.mechanics, Axis::Z) / kMmPerInch);
+  SetAxisStepsPerMm(record.link, record.position, "X",
+                    StepsPerInch(record.mechanics, Axis::X) / kMmPerInch);
+  SetAxisStepsPerMm(record.link, record.position, "Y",
+                    StepsPerInch(record.mechanics, Axis::Y) / kMmPerInch);
+  SetAxisStepsPerMm(record.link, record.position, "Z",
+                    StepsPerInch(record.mechanics, Axis::Z) / kMmPerInch);
 }
 
 void LoadEngraving(DeviceState& record, const SettingsFile& file) {
@@ -98,7 +101,7 @@ void LoadPositions(DeviceState& record, const SettingsFile& file, bool modeChang
       .round = modeChanged ? 0 : file.ReadInt(kLocationRound, Reader::Load),
       .tableHomeInches = {file.ReadFloat(kTableHomeX, Reader::Load),
                           file.ReadFloat(kTableHomeY, Reader::Load)}};
-  TakeLoadedPositions(record, loaded,
+  TakeLoadedPositions(record.mechanics, record.position, loaded,
                       hasRoundAttachment != 0 ? record.mechanics.roundAxisMode : kRoundOff);
 }
 
@@ -165,8 +168,9 @@ void LoadPassTable(DeviceState& record, const SettingsFile& file) {
 }
 
 void SendMappingAndPosition(DeviceState& record) {
-  SendAxisMapping(record);
-  SetPosition(record, {.x = record.position.last.x, .y = record.position.last.y});
+  SendAxisMapping(record.link, record.mechanics);
+  DeclarePosition(record.link, record.position,
+                  {.x = record.position.last.x, .y = record.position.last.y});
 }
 
 }  // namespace

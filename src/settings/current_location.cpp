@@ -6,7 +6,7 @@
 
 namespace k7 {
 
-void SavePosition(const DeviceState& record) noexcept {
+void KeepPosition(const DeviceState& record) noexcept {
   const SettingsFile file{record.link};  // makes the folders, also when no key is written below
   const std::uint32_t mode = hasRoundAttachment == 1 ? record.mechanics.roundAxisMode : kRoundOff;
   if (mode > kRoundReplacesY) return;
@@ -17,7 +17,7 @@ void SavePosition(const DeviceState& record) noexcept {
                 record.position.last.y);
 }
 
-void WriteCurrentLocation(const DeviceState& record) noexcept {
+void KeepXyPosition(const DeviceState& record) noexcept {
   const SettingsFile file{record.link};
   file.WriteInt(settings::kLocationX, record.position.last.x);
   file.WriteInt(settings::kLocationY, record.position.last.y);

@@ -48,7 +48,7 @@ void OnInit(HWND dialog) noexcept {
     ShowControl(dialog, IDC_TH_Z_LABEL, false);
     ShowControl(dialog, IDC_TH_Z, false);
   }
-  SetMotors(record.link, 0);
+  SetMotorPower(record.link, 0);
 }
 
 // KEEP: unchecking disables the fields on a machine without switches as well.
@@ -73,7 +73,7 @@ void KeepHome(HWND dialog, DeviceState& record, const SettingsFile& file, bool a
 
 void DeclarePosition(DeviceState& record, AxisTargets place, bool airZ) noexcept {
   if (airZ) place.z.reset();
-  SetPosition(record, place);
+  k7::DeclarePosition(record.link, record.position, place);
 }
 
 // The user has pushed the table to its home by hand, so where it stands is declared as the home.
@@ -103,12 +103,12 @@ INT_PTR Settle(HWND dialog, DeviceState& record) noexcept {
   const SettingsFile file{record.link};
   const bool allSwitches = FileHasAllSwitches(file);
   KeepHome(dialog, record, file, airZ);
-  SetMotors(record.link, 1);
+  SetMotorPower(record.link, 1);
   if (literal) {
     // KEEP: the controller is not told here that the home is set. Homing tells it; with air Z
     // nothing does.
     if (airZ) return IDOK;
-    MechanicalHome(record);
+    HomeToSwitches(record);
     return IDCANCEL;  // KEEP: counts as cancelled, so that a prompt does not home a second time
   }
   if (allSwitches) {
@@ -126,7 +126,7 @@ void OnOk(HWND dialog) noexcept {
 
 void OnCancel(HWND dialog) noexcept {
   if (dialogDevice != nullptr) {
-    SetMotors(dialogDevice->link, 1);
+    SetMotorPower(dialogDevice->link, 1);
     TellThatHomeIsSet(dialogDevice->link);
   }
   EndDialog(dialog, IDCANCEL);

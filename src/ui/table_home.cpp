@@ -43,7 +43,7 @@ void HomeBySwitches(DeviceState& record) noexcept {
   record.position.cutterHome = -1;
   std::uint8_t x = 0, y = 0, z = 0;
   QuerySwitches(record, &x, &y, &z, nullptr);
-  MechanicalHome(record);
+  HomeToSwitches(record);
   const float perInchX = StepsPerInch(record.mechanics, Axis::X);
   const float perInchY = StepsPerInch(record.mechanics, Axis::Y);
   const float perInchZ = StepsPerInch(record.mechanics, Axis::Z);
@@ -66,7 +66,7 @@ void HomeBySwitches(DeviceState& record) noexcept {
 std::uint64_t EnsureTableHome(DeviceState& record, WindowHandle parent) noexcept {
   if (record.position.tableHomed != 0) return 0;
   if (HasAllSwitches(record.mechanics)) {
-    MechanicalHome(record);
+    HomeToSwitches(record);
     return 0;
   }
   const DialogDeviceScope scope{record};

@@ -3,9 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <cstdlib>
 #include <limits>
 #include <string>
+
+#include "base/parse_number.h"
 
 namespace k7 {
 namespace {
@@ -84,19 +85,6 @@ TEST(FormatFixed, HoldsANumberBeyondTheRangeAtItsEnd) {
 
 TEST(FormatFixed, TakesADecimalCountOutsideItsRangeToTheNearestEnd) {
   ExpectTexts({{0.25, 0, "0.3"}, {0.25, -7, "0.3"}, {0.25, 40, "0.250000000"}});
-}
-
-TEST(ParseFixed, ReadsTheTextBackAsStrtodDoes) {
-  for (const char* text : {"12.700000", "-0.250", "0.0100", "0.1000000", "9223372036854775807.000",
-                           "157.48032", "0.000001", "-0.000"}) {
-    EXPECT_EQ(ParseFixed(text), std::strtod(text, nullptr)) << text;
-  }
-}
-
-TEST(ParseFixed, GivesZeroWhenThereIsNoNumber) {
-  EXPECT_EQ(ParseFixed(""), 0.0);
-  EXPECT_EQ(ParseFixed("X"), 0.0);
-  EXPECT_EQ(ParseFixed(nullptr), 0.0);
 }
 
 TEST(NumberText, KeepsThePointWhateverTheLocale) {

@@ -16,7 +16,7 @@ TEST(Counts, AreZeroAndStayWithoutALink) {
   EXPECT_EQ(BlocksRunning(record.job), 0);
   EXPECT_EQ(JobOpen(record.job), 0);
   EXPECT_FALSE(MovesRemain(record.job));
-  AwaitFewerInFlight(record, 1);  // does not wait
+  AwaitFewerInFlight(record.link, record.job, 1);  // does not wait
   ForgetMoves(record.job);
   EXPECT_EQ(record.job.linesInFlight.Alone(), 5);
 }

@@ -20,7 +20,7 @@ class GoToTest : public k7test::MachineTest {
 
 TEST_F(GoToTest, LiftsTraversesAndKeepsThePlace) {
   record_.mechanics.xAxisFactor = 2;
-  GoTo(record_, 1800, 0, 0);
+  GoTo(record_, 1800, 0);
   EXPECT_EQ(machine_.Sent(), "G0 F381.000\nG0 Z22.225000\nG0 F1524.000\nG0 X25.400000 Y5.080000\n");
   EXPECT_EQ(record_.position.last.x, 4000);
   EXPECT_EQ(record_.position.last.y, 800);
@@ -32,36 +32,36 @@ TEST_F(GoToTest, LiftsTraversesAndKeepsThePlace) {
 
 // KEEP: (0, 0) is the place of the switches, not the table home.
 TEST_F(GoToTest, ZeroZeroIsMachineZero) {
-  GoTo(record_, 0, 0, 1);
+  GoTo(record_, 0, 0);
   EXPECT_EQ(record_.position.last.x, 0);
   EXPECT_EQ(record_.position.last.y, 0);
   EXPECT_EQ(machine_.Sent(), "G0 F381.000\nG0 Z22.225000\nG0 F1524.000\nG0 X0.000000 Y0.000000\n");
 }
 
 TEST_F(GoToTest, NegativePlacesAreSignedAndWithoutTheHome) {
-  GoTo(record_, static_cast<std::uint32_t>(-4000), 0, 0);
+  GoTo(record_, static_cast<std::uint32_t>(-4000), 0);
   EXPECT_EQ(record_.position.last.x, -3999);  // the steps that the text stands for
   EXPECT_EQ(record_.position.last.y, 0);
-  GoTo(record_, static_cast<std::uint32_t>(-4000), 1, 0);
+  GoTo(record_, static_cast<std::uint32_t>(-4000), 1);
   EXPECT_EQ(record_.position.last.y, 801);  // one positive axis brings both homes
 }
 
 TEST_F(GoToTest, AHeldPlungeLiftsToTheTop) {
   record_.job.plungeHold = 1;
-  GoTo(record_, 0, 0, 0);
+  GoTo(record_, 0, 0);
   EXPECT_EQ(machine_.Sent(), "G0 F381.000\nG0 Z0.000000\nG0 F1524.000\nG0 X0.000000 Y0.000000\n");
 }
 
 TEST_F(GoToTest, AHoldIsExactlyOne) {
   record_.job.plungeHold = 2;
-  GoTo(record_, 0, 0, 0);
+  GoTo(record_, 0, 0);
   EXPECT_EQ(record_.position.last.z, 3500);
 }
 
 TEST_F(GoToTest, AnAirZHeadIsWaitedForInAJob) {
   machine_.OpenJob();
   record_.tools.cutterMode = kCutterAirZ;
-  GoTo(record_, 0, 0, 0);
+  GoTo(record_, 0, 0);
   // The lift has ended, and the reader has let the air out, before the head travels.
   EXPECT_EQ(machine_.Sent(),
             "G0 F381.000\nG0 Z22.225000\nM43\nG0 F1524.000\nG0 X0.000000 Y0.000000\n");
@@ -69,7 +69,7 @@ TEST_F(GoToTest, AnAirZHeadIsWaitedForInAJob) {
 
 TEST_F(GoToTest, IsNothingWithoutAConnection) {
   record_.link.connected = 0;
-  GoTo(record_, 5, 5, 0);
+  GoTo(record_, 5, 5);
   GoToAsJob(record_, 5, 5, 0);
   EXPECT_EQ(machine_.Sent(), "");
   EXPECT_EQ(File(), L"");

@@ -84,8 +84,8 @@ const WaitCase kWaits[] = {
        InAJobThatIsNotAnswered(machine);
        machine->job.linesInFlight.Set(1);
      },
-     [](DeviceState& record) { DrainQueue(record, 1); }, ""},
-    {"AnAxisToFindItsSwitch", WithSwitches, [](DeviceState& record) { MechanicalHome(record); },
+     [](DeviceState& record) { DrainAndSetHold(record.job, record.link, 1); }, ""},
+    {"AnAxisToFindItsSwitch", WithSwitches, [](DeviceState& record) { HomeToSwitches(record); },
      "G28 Z0\n"},
     {"TheSwitches",
      [](TestMachine& machine) {
@@ -143,7 +143,7 @@ TEST_P(WaitOnALostLink, EndsForThisAndWithIt) {
   row.call(*machine);
   EXPECT_LT(TickMs() - start, 1000u + kSlackMs);
   const std::uint32_t release = TickMs();
-  SetMotors(machine->link, 0);
+  SetMotorPower(machine->link, 0);
   DetachLink(*machine, kLinkNone);
   EXPECT_LT(TickMs() - release, 1000u + kSlackMs);
 }
@@ -191,7 +191,7 @@ TEST(LostLink, EndsAJogWhoseKeyIsHeld) {
 TEST(LostLink, ASilentControllerOnALinkThatWorksIsWaitedFor) {
   TestMachine machine;
   machine.FitSwitches();
-  const HostCall host{[&] { MechanicalHome(*machine); }};
+  const HostCall host{[&] { HomeToSwitches(*machine); }};
   ASSERT_TRUE(machine.controller.WaitForLine("G28 Z0\n"));
   EXPECT_TRUE(host.Waits(std::chrono::milliseconds{3500}));
   for (const char* axis : {"Z", "Y", "X"}) {
@@ -206,7 +206,7 @@ TEST(LostLink, WhileHomingDeclaresNothingAndKeepsTheLocation) {
   TestMachine machine;
   machine.FitSwitches();
   machine.StandAt(111, 222, 333, kCutterUp);
-  const HostCall host{[&] { MechanicalHome(*machine); }};
+  const HostCall host{[&] { HomeToSwitches(*machine); }};
   ASSERT_TRUE(machine.controller.WaitForLine("G28 Z0\n"));
   machine.controller.HangUp();
   EXPECT_TRUE(host.Returns());
@@ -290,7 +290,7 @@ TEST(QueueOutsideAJob, DrainingEndsAfterTwoSecondsWithBothCountsZero) {
   machine->job.linesInFlight.Set(1);
   machine->job.blocksRunning.Set(1);
   const std::uint32_t start = TickMs();
-  DrainQueue(*machine, 1);
+  DrainAndSetHold(machine->job, machine->link, 1);
   EXPECT_GE(TickMs() - start, 1900u);
   EXPECT_EQ(LinesInFlight(machine->job), 0);
   EXPECT_EQ(BlocksRunning(machine->job), 0);

@@ -65,7 +65,7 @@ void ProposeTheHostsPoint() {
   ASSERT_TRUE(k7test::InstalledHelper{"whole"}.Works());
   Bench bench;
   k7test::MessageBoxAnswer user{kBeadCaption, IDYES};
-  EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 1u);
+  EXPECT_EQ(ProposeBeadToolOffset(*bench, 1250, 500), 1u);
   ASSERT_TRUE(user.Appeared());
   EXPECT_EQ(
       user.Text(),
@@ -89,7 +89,7 @@ void ProposeTheDistance() {
   bench->position.last.x = 4000 + 8000;  // 2 in from the home
   bench->position.last.y = 8000 + 2;     // half a thousandth: rounded up
   k7test::MessageBoxAnswer user{kDiodeCaption, IDYES};
-  EXPECT_EQ(SetDiodeOffset(*bench, 1250, 500), 1u);
+  EXPECT_EQ(ProposeDiodeOffset(*bench, 1250, 500), 1u);
   ASSERT_TRUE(user.Appeared());
   EXPECT_EQ(user.Text(),
             L"Would you like to set your Diode Pointer offset?\n\nX: -0.750 in\nY: 0.499 in");
@@ -119,7 +119,7 @@ void ProposeFromBelowTheHome() {
     bench->position.last.x = 4000 + c.x;
     bench->position.last.y = 8000 + c.y;
     k7test::MessageBoxAnswer user{kDiodeCaption, IDYES};
-    EXPECT_EQ(SetDiodeOffset(*bench, 1250, 500), 1u);
+    EXPECT_EQ(ProposeDiodeOffset(*bench, 1250, 500), 1u);
     EXPECT_TRUE(user.Appeared());
     EXPECT_EQ(bench->tools.diodeOffsetX, c.wantX);
     EXPECT_EQ(bench->tools.diodeOffsetY, c.wantY);
@@ -136,7 +136,7 @@ void AnswerNoInABoxOfTheHosts() {
   bench->notify.ownerWindow = window.Handle();
   bench->tools.beadToolOffsetX = 7;
   k7test::MessageBoxAnswer user{kBeadCaption, IDNO};
-  EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 0u);
+  EXPECT_EQ(ProposeBeadToolOffset(*bench, 1250, 500), 0u);
   EXPECT_TRUE(user.Appeared());
   EXPECT_EQ(user.Owner(), window.Handle());
   EXPECT_EQ(bench->tools.beadToolOffsetX, 7);
@@ -152,7 +152,7 @@ void MakeAnObjectForEachPrompt() {
   Bench bench;
   for (int prompt = 1; prompt <= 2; ++prompt) {
     k7test::MessageBoxAnswer user{kBeadCaption, IDNO};
-    SetBeadToolOffset(*bench, 0, 0);
+    ProposeBeadToolOffset(*bench, 0, 0);
     EXPECT_TRUE(user.Appeared());
     EXPECT_EQ(k7test::HelperCount("ObjectsMade"), prompt);
     EXPECT_EQ(k7test::HelperCount("ObjectsDestroyed"), prompt);
@@ -166,7 +166,7 @@ void UseALibraryThatTakesNothingBack() {
   ASSERT_TRUE(k7test::InstalledHelper{"no_destroy"}.Works());
   Bench bench;
   k7test::MessageBoxAnswer user{kBeadCaption, IDYES};
-  EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 1u);
+  EXPECT_EQ(ProposeBeadToolOffset(*bench, 1250, 500), 1u);
   EXPECT_TRUE(user.Appeared());
   EXPECT_EQ(bench->tools.beadToolOffsetX, 1250);
   EXPECT_EQ(k7test::HelperCount("ObjectsMade"), 1);
@@ -179,9 +179,9 @@ TEST_F(ToolOffsetPrompt, ALibraryWithoutTSDestroyLeaksTheObjectSilently) {
 void UseALibraryThatMakesNothing() {
   ASSERT_TRUE(k7test::InstalledHelper{"no_librarian"}.Works());
   Bench bench;
-  EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 0u);  // no box: nobody answers one here
-  EXPECT_EQ(k7test::HelperCount("ObjectsMade"), 0);     // loaded all the same, and kept
-  EXPECT_EQ(SetDiodeOffset(*bench, 1250, 500), 0u);
+  EXPECT_EQ(ProposeBeadToolOffset(*bench, 1250, 500), 0u);  // no box: nobody answers one here
+  EXPECT_EQ(k7test::HelperCount("ObjectsMade"), 0);         // loaded all the same, and kept
+  EXPECT_EQ(ProposeDiodeOffset(*bench, 1250, 500), 0u);
 }
 TEST_F(ToolOffsetPrompt, ALibraryWithoutTSLibrarianPromptsNothing) {
   K7_ALONE(UseALibraryThatMakesNothing);
@@ -190,7 +190,7 @@ TEST_F(ToolOffsetPrompt, ALibraryWithoutTSLibrarianPromptsNothing) {
 void UseALibraryThatMakesNull() {
   ASSERT_TRUE(k7test::InstalledHelper{"no_object"}.Works());
   Bench bench;
-  EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 0u);
+  EXPECT_EQ(ProposeBeadToolOffset(*bench, 1250, 500), 0u);
   EXPECT_EQ(k7test::HelperCount("ObjectsMade"), 1);
   EXPECT_EQ(k7test::HelperCount("ObjectsDestroyed"), 0);
 }
@@ -201,13 +201,13 @@ TEST_F(ToolOffsetPrompt, ALibrarianThatMakesNoObjectPromptsNothing) {
 void FindNoLibraryThenOne() {
   k7test::RemoveHelper();
   Bench bench;
-  EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 0u);  // no box: nobody answers one here
-  EXPECT_EQ(SetDiodeOffset(*bench, 1250, 500), 0u);
+  EXPECT_EQ(ProposeBeadToolOffset(*bench, 1250, 500), 0u);  // no box: nobody answers one here
+  EXPECT_EQ(ProposeDiodeOffset(*bench, 1250, 500), 0u);
   EXPECT_EQ(bench.File(), "");
   EXPECT_TRUE(std::filesystem::is_directory(k7test::HelperFolder().parent_path()));
   ASSERT_TRUE(k7test::InstalledHelper{"whole"}.Works());
   k7test::MessageBoxAnswer user{kBeadCaption, IDYES};
-  EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 1u);
+  EXPECT_EQ(ProposeBeadToolOffset(*bench, 1250, 500), 1u);
   EXPECT_TRUE(user.Appeared());
 }
 TEST_F(ToolOffsetPrompt, WithTheLibraryMissingEachPromptTriesToLoadItAgain) {
@@ -218,11 +218,11 @@ void AskDuringAJob() {
   ASSERT_TRUE(k7test::InstalledHelper{"whole"}.Works());
   Bench bench;
   bench->job.jobOpen.Alone() = 1;
-  EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 0u);
-  EXPECT_EQ(SetDiodeOffset(*bench, 1250, 500), 0u);
+  EXPECT_EQ(ProposeBeadToolOffset(*bench, 1250, 500), 0u);
+  EXPECT_EQ(ProposeDiodeOffset(*bench, 1250, 500), 0u);
   bench->job.jobOpen.Alone() = 0;
   bench->link.connected = 0;
-  EXPECT_EQ(SetBeadToolOffset(*bench, 1250, 500), 0u);
+  EXPECT_EQ(ProposeBeadToolOffset(*bench, 1250, 500), 0u);
   EXPECT_EQ(k7test::HelperCount("ObjectsMade"), -1);  // not even loaded
 }
 TEST_F(ToolOffsetPrompt, InAJobOrWithoutAConnectionAsksNothingAndLoadsNothing) {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <string>
 
 namespace k7 {
@@ -71,38 +70,6 @@ TEST(ClassifyReply, KeepsTheFirstOccurrenceOfTheText) {
   EXPECT_EQ(reply.kind, ReplyKind::LimitZ);
   EXPECT_EQ(reply.from, "Z_Limit 5 Z_Limit 6\r\n");
   EXPECT_EQ(reply.after, " 5 Z_Limit 6\r\n");
-}
-
-TEST(ParseInteger, ReadsWhatTheControllerWrites) {
-  constexpr auto kMax = std::numeric_limits<std::int32_t>::max();
-  constexpr auto kMin = std::numeric_limits<std::int32_t>::min();
-  constexpr struct {
-    const char* text;
-    std::int32_t want;
-  } kCases[] = {
-      {" 1234\r\n", 1234},
-      {"1234", 1234},
-      {"  \t\v\f\r\n7", 7},
-      {" -12\r\n", -12},
-      {"+5", 5},
-      {"12.75", 12},
-      {"12a34", 12},
-      {"", 0},
-      {" \r\n", 0},
-      {"abc", 0},
-      {"- 5", 0},
-      {"--5", 0},
-      {"-", 0},
-      {"007", 7},
-      {"2147483647", kMax},
-      {"2147483648", kMax},
-      {"99999999999999999999999999999999", kMax},
-      {"-2147483648", kMin},
-      {"-2147483649", kMin},
-      {"-99999999999999999999999999999999", kMin},
-      {"\xb2", 0},
-  };
-  for (const auto& c : kCases) EXPECT_EQ(ParseInteger(c.text), c.want) << c.text;
 }
 
 TEST(ReadIdentity, TakesTheSixteenCharactersBeforeTheLineEnd) {

@@ -90,26 +90,26 @@ TEST(TableSteps, AreHostStepsRoundedHalfUp) {
   EXPECT_EQ(TableHeightSteps(machine.mechanics), 8001u);
 }
 
-TEST(MachinePosition, IsHostStepsTimesTheFactorPlusTheTableHome) {
+TEST(MachinePlaceOf, IsHostStepsTimesTheFactorPlusTheTableHome) {
   Machine machine;
   machine.position.tableHome.x = 500;
   machine.position.tableHome.y = -40;
-  EXPECT_EQ(MachinePosition(machine, 1000, 0).x, 1500);
-  EXPECT_EQ(MachinePosition(machine, 0, 1000).y, 960);
+  EXPECT_EQ(MachinePlaceOf(machine.mechanics, machine.position, 1000, 0).x, 1500);
+  EXPECT_EQ(MachinePlaceOf(machine.mechanics, machine.position, 0, 1000).y, 960);
   machine.mechanics.xAxisFactor = 2;
   machine.mechanics.yAxisFactor = 3;
-  EXPECT_EQ(MachinePosition(machine, 1000, 0).x, 2500);
-  EXPECT_EQ(MachinePosition(machine, 0, 1000).y, 2960);
+  EXPECT_EQ(MachinePlaceOf(machine.mechanics, machine.position, 1000, 0).x, 2500);
+  EXPECT_EQ(MachinePlaceOf(machine.mechanics, machine.position, 0, 1000).y, 2960);
 }
 
-TEST(MachinePosition, WrapsAtThirtyTwoBits) {
+TEST(MachinePlaceOf, WrapsAtThirtyTwoBits) {
   Machine machine;
   machine.mechanics.xAxisFactor = 2;
   machine.position.tableHome.x = 10;
-  EXPECT_EQ(MachinePosition(machine, 0x80000001u, 0).x, 12);
-  EXPECT_EQ(MachinePosition(machine, 0xFFFFFFFFu, 0).x, 8);
+  EXPECT_EQ(MachinePlaceOf(machine.mechanics, machine.position, 0x80000001u, 0).x, 12);
+  EXPECT_EQ(MachinePlaceOf(machine.mechanics, machine.position, 0xFFFFFFFFu, 0).x, 8);
   machine.position.tableHome.y = 1;
-  EXPECT_EQ(MachinePosition(machine, 0, 0x7FFFFFFFu).y, INT32_MIN);
+  EXPECT_EQ(MachinePlaceOf(machine.mechanics, machine.position, 0, 0x7FFFFFFFu).y, INT32_MIN);
 }
 
 TEST(GoToPlace, OfZeroZeroIsMachineZeroAndElsewhereCountsFromTheTableHome) {
@@ -125,8 +125,9 @@ TEST(GoToPlace, OfZeroZeroIsMachineZeroAndElsewhereCountsFromTheTableHome) {
       {-10, -1, -20, -3}, {-10, 1, 480, -37},  // one axis above zero brings both homes
   };
   for (const auto& c : kCases) {
-    const MachinePlace place = GoToPlace(machine, static_cast<std::uint32_t>(c.hostX),
-                                         static_cast<std::uint32_t>(c.hostY));
+    const MachinePlace place =
+        GoToPlace(machine.mechanics, machine.position, static_cast<std::uint32_t>(c.hostX),
+                  static_cast<std::uint32_t>(c.hostY));
     EXPECT_EQ(place.x, c.x) << c.hostX << ' ' << c.hostY;
     EXPECT_EQ(place.y, c.y) << c.hostX << ' ' << c.hostY;
   }

@@ -43,7 +43,7 @@ TEST_F(Homing, SendsZThenYThenXEachOnlyAfterThePreviousHasReported) {
   // Every switch is closed when asked: that says nothing of the homing to come.
   machine_.controller.Answer("M119\n", "min_x:1 min_y:1 min_z:1 Probe: 0\r\n");
   machine_.StandAt(11, 22, 33, kCutterUp);
-  const HostCall host{[&] { MechanicalHome(record_); }};
+  const HostCall host{[&] { HomeToSwitches(record_); }};
   Reach("G28 Z0\n", "Z_Limit 1\r\n");
   Reach("G28 Y0\n", "Y_Limit 1\r\n");
   Reach("G28 X0\n", "X_Limit 1\r\n");
@@ -68,7 +68,7 @@ TEST_F(Homing, AnAirZHeadStepsAsideAndIsNotHomedAlongZ) {
   record_.mechanics.roundAxisMode = kRoundReplacesX;  // KEEP: by the screw all the same
   record_.mechanics.roundCircumference = 1.0f;
   machine_.StandAt(3000, 0, 0, kCutterUp);
-  EXPECT_GE(k7test::Duration([&] { MechanicalHome(record_); }), 1200u);
+  EXPECT_GE(k7test::Duration([&] { HomeToSwitches(record_); }), 1200u);
   EXPECT_EQ(machine_.Sent(),
             "G0 X25.400000\nM119\nG0 F7620.000\nG28 Y0\nG28 X0\nSetTableHomed\n"
             "G92 X0.000000 Y0.000000 Z0.000000\n");
@@ -80,7 +80,7 @@ TEST_F(Homing, ARoundFixtureIsSwitchedOffAndBack) {
   record_.mechanics.roundAxisMode = kRoundReplacesY;
   record_.position.parkedPosition = 4000;
   machine_.StandAt(0, 8000, 0, kCutterUp);
-  MechanicalHome(record_);
+  HomeToSwitches(record_);
   EXPECT_EQ(machine_.Sent(),
             "M119\nG0 F7620.000\n"
             "M92 X157.48032\nM92 Y157.48032\nM800 X1 Y2\nG92 X0.000000 Y25.400000\n"
@@ -96,7 +96,7 @@ TEST_F(Homing, WithoutAllSwitchesNothingIsHomed) {
         &record_.mechanics.axis.z.limitSwitch, &record_.mechanics.proxSwitch}) {
     *fitted = 2;
     EXPECT_FALSE(HasAllSwitches(record_.mechanics));
-    MechanicalHome(record_);
+    HomeToSwitches(record_);
     *fitted = 1;
   }
   EXPECT_TRUE(HasAllSwitches(record_.mechanics));
@@ -107,10 +107,10 @@ TEST_F(Homing, WithoutAllSwitchesAnActiveRoundFixtureIsTheReasonGiven) {
   const HostWindow window;
   record_.mechanics.axis.x.limitSwitch = 0;
   record_.mechanics.roundAxisMode = kRoundReplacesX;
-  MechanicalHome(record_);  // no window, no box
+  HomeToSwitches(record_);  // no window, no box
   Tell(window);
   MessageBoxAnswer box{L"Roundy is activated"};
-  MechanicalHome(record_);
+  HomeToSwitches(record_);
   ASSERT_TRUE(box.Appeared());
   EXPECT_EQ(box.Text(), L"Cannot mechanical home while roundy is activated.");
   EXPECT_EQ(box.Owner(), window.Handle());
@@ -120,7 +120,7 @@ TEST_F(Homing, WithoutAllSwitchesAnActiveRoundFixtureIsTheReasonGiven) {
 TEST_F(Homing, IsQuietInAJobOrWithoutAConnection) {
   machine_.OpenJob();
   std::uint8_t x = 9;
-  MechanicalHome(record_);
+  HomeToSwitches(record_);
   QuerySwitches(record_, &x, nullptr, nullptr, nullptr);
   EXPECT_FALSE(SetCutterHomeHere(record_));
   EXPECT_EQ(machine_.Sent(), "");
@@ -129,7 +129,7 @@ TEST_F(Homing, IsQuietInAJobOrWithoutAConnection) {
     record_.job.jobOpen.Alone() = 0;
   }
   record_.link.connected = 0;
-  MechanicalHome(record_);
+  HomeToSwitches(record_);
   QuerySwitches(record_, &x, nullptr, nullptr, nullptr);
   EXPECT_FALSE(SetCutterHomeHere(record_));
   EXPECT_EQ(machine_.Sent(), "");
@@ -146,7 +146,7 @@ TEST_F(Homing, DeclaresThePositionTwoHundredMillisecondsAfterTheHome) {
   });
   machine_.controller.OnPrefix(
       "G92 ", [&](k7test::FakeController&, const std::string&) { declared = GetTickCount(); });
-  MechanicalHome(record_);
+  HomeToSwitches(record_);
   EXPECT_TRUE(WaitUntil([&] { return declared != 0; }));
   EXPECT_GE(declared - homed, 150u);  // less what the fake was late for the first
 }
@@ -158,7 +158,7 @@ TEST_F(Homing, LetsSentMessagesThroughWhileItPolls) {
   record_.notify.connectNotifyMessage = WM_APP + 9;
   AnswerEveryAxis();
   machine_.controller.Answer("G28 Y0\n", "SmoothieIsConnected\r\nY_Limit 2\r\n");
-  MechanicalHome(record_);
+  HomeToSwitches(record_);
   EXPECT_EQ(window.Count(WM_APP + 9), 1);
 }
 

@@ -48,7 +48,7 @@ class RoundPositions : public testing::Test {
             record_.position.tableHomeRound, record_.position.roundStepsPerInch};
   }
   Books After(std::uint32_t mode) {
-    ExchangeRoundPositions(record_, mode);
+    ExchangeRoundPositions(record_.mechanics, record_.position, mode);
     return Now();
   }
   DeviceState record_;

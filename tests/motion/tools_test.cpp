@@ -17,12 +17,12 @@ using k7test::HostCall;
 class Tools : public k7test::MachineTest {};
 
 TEST_F(Tools, MotorsGoOnWithOneAndOffWithAnythingElse) {
-  SetMotors(record_.link, 1);
-  SetMotors(record_.link, 0);
-  SetMotors(record_.link, 2);
+  SetMotorPower(record_.link, 1);
+  SetMotorPower(record_.link, 0);
+  SetMotorPower(record_.link, 2);
   EXPECT_EQ(machine_.Sent(), "M17\nM18\nM18\n");
   record_.link.connected = 0;
-  SetMotors(record_.link, 1);
+  SetMotorPower(record_.link, 1);
   EXPECT_EQ(machine_.Sent(), "");
 }
 
@@ -81,7 +81,7 @@ TEST_F(Tools, WithoutASpindleOrWithAirZTheSpindleIsIgnored) {
   EXPECT_EQ(record_.spindle.spindleValue, 0);
 }
 
-TEST_F(Tools, DrainQueueWaitsForBegunAndEndedMovesThenHolds) {
+TEST_F(Tools, DrainAndSetHoldWaitsForBegunAndEndedMovesThenHolds) {
   machine_.OpenJob();
   machine_.controller.AnswerMoves(false);
   record_.link.alive.Alone().lastCheckTick = record_.link.alive.Alone().lastAnswerTick = 5;
@@ -92,7 +92,7 @@ TEST_F(Tools, DrainQueueWaitsForBegunAndEndedMovesThenHolds) {
       EXPECT_TRUE(k7test::WaitUntil([&] { return BlocksRunning(record_.job) == 1; }));
     }
     record_.job.plungeHold = 0;
-    const HostCall host{[&] { DrainQueue(record_, 1); }};
+    const HostCall host{[&] { DrainAndSetHold(record_.job, record_.link, 1); }};
     EXPECT_TRUE(host.Waits()) << begun;
     EXPECT_EQ(record_.job.plungeHold, 0) << begun;
     machine_.controller.Say(begun ? "EX\r\n" : "QX\r\nBX\r\nEX\r\n");
@@ -102,7 +102,7 @@ TEST_F(Tools, DrainQueueWaitsForBegunAndEndedMovesThenHolds) {
   }
   EXPECT_EQ(record_.link.alive.Alone().lastCheckTick, 0u);
   EXPECT_EQ(record_.link.alive.Alone().lastAnswerTick, 0u);
-  DrainQueue(record_, 0);
+  DrainAndSetHold(record_.job, record_.link, 0);
   EXPECT_EQ(record_.job.plungeHold, 0);
 }
 
@@ -110,7 +110,7 @@ TEST_F(Tools, DrainQueueWaitsForBegunAndEndedMovesThenHolds) {
 TEST_F(Tools, WithNoJobOpenDrainQueueWaitsTwoSecondsForAReportAndHolds) {
   record_.job.linesInFlight.Alone() = 3;
   record_.job.blocksRunning.Alone() = 2;
-  const HostCall host{[&] { DrainQueue(record_, 1); }};
+  const HostCall host{[&] { DrainAndSetHold(record_.job, record_.link, 1); }};
   EXPECT_TRUE(host.Waits(std::chrono::milliseconds{1500}));
   EXPECT_TRUE(host.Returns());
   EXPECT_EQ(record_.job.plungeHold, 1);
@@ -122,7 +122,7 @@ TEST_F(Tools, WithoutMutexesTheDrainEndsAndTheFlagIsStored) {
   DeviceState detached;
   detached.job.linesInFlight.Alone() = 3;
   detached.link.alive.Alone().lastCheckTick = 9;
-  DrainQueue(detached, 7);
+  DrainAndSetHold(detached.job, detached.link, 7);
   EXPECT_EQ(detached.job.plungeHold, 7);
   EXPECT_EQ(detached.link.alive.Alone().lastCheckTick, 0u);
 }
@@ -195,7 +195,7 @@ TEST_F(Tools, TheAxisMappingOfEachMode) {
   for (const auto& c : kCases) {
     hasRoundAttachment = c.attachment;
     record_.mechanics.roundAxisMode = c.mode;
-    SendAxisMapping(record_);
+    SendAxisMapping(record_.link, record_.mechanics);
     EXPECT_EQ(machine_.Sent(), c.want) << int{c.attachment} << ' ' << c.mode;
   }
 }

@@ -55,7 +55,7 @@ class Identity : public ::testing::Test {
 TEST_F(Identity, AKnownOneIsAnsweredAtOnceAndSendsNothingOfTheHandshake) {
   device_->link.controllerId.Set(id_.c_str());
   wchar_t copy[24] = L"";
-  EXPECT_EQ(QueryControllerId(*device_, copy, 24), 24);
+  EXPECT_EQ(SettleIdentity(*device_, copy, 24), 24);
   EXPECT_EQ(copy, id_);
   SendLine(device_->link, "END\n");
   ASSERT_TRUE(controller_.WaitForLine("END\n"));
@@ -65,10 +65,10 @@ TEST_F(Identity, AKnownOneIsAnsweredAtOnceAndSendsNothingOfTheHandshake) {
 TEST_F(Identity, EveryQueryLoadsTheSettingsAgain) {
   device_->link.controllerId.Set(id_.c_str());
   NameController(id_, L"First");
-  QueryControllerId(*device_, nullptr, 0);
+  SettleIdentity(*device_, nullptr, 0);
   EXPECT_STREQ(device_->link.friendlyName, L"First");
   NameController(id_, L"Second");
-  QueryControllerId(*device_, nullptr, 0);
+  SettleIdentity(*device_, nullptr, 0);
   EXPECT_STREQ(device_->link.friendlyName, L"Second");
 }
 
@@ -76,7 +76,7 @@ TEST_F(Identity, TheControllerIsAskedWhenItIsUnknown) {
   NameController(id_, L"Asked");
   controller_.Answer(kQuestion, "sd: controller_id is set to " + Narrow(id_) + "\r\n");
   wchar_t copy[8] = L"";
-  EXPECT_EQ(QueryControllerId(*device_, copy, 8), 24);
+  EXPECT_EQ(SettleIdentity(*device_, copy, 8), 24);
   EXPECT_EQ(copy, id_.substr(0, 7));  // cut to the buffer, and still 24
   EXPECT_TRUE(device_->link.controllerId.Is(id_.c_str()));
   EXPECT_STREQ(device_->link.friendlyName, L"Asked");
@@ -86,7 +86,7 @@ TEST_F(Identity, TheControllerIsAskedWhenItIsUnknown) {
 TEST_F(Identity, AnUnsetOneIsReplacedByAFreshOneWithoutWaitingForTheConfirmation) {
   controller_.Answer(kQuestion, "sd: controller_id is set to 0000000000000000\r\n");
   wchar_t copy[24] = L"";
-  EXPECT_EQ(QueryControllerId(*device_, copy, 24), 24);
+  EXPECT_EQ(SettleIdentity(*device_, copy, 24), 24);
   const std::wstring generated = copy;
   ASSERT_EQ(generated.size(), 16u);
   for (const wchar_t c : generated) EXPECT_TRUE(IsIdentityCode(c)) << Narrow(generated);
@@ -100,7 +100,7 @@ TEST_F(Identity, AFreshOneIsDrawnFromTheCalendarTimeInSeconds) {
   controller_.Answer(kQuestion, "sd: controller_id is set to 0000000000000000\r\n");
   const std::time_t before = std::time(nullptr);
   wchar_t copy[24] = L"";
-  ASSERT_EQ(QueryControllerId(*device_, copy, 24), 24);
+  ASSERT_EQ(SettleIdentity(*device_, copy, 24), 24);
   const std::time_t after = std::time(nullptr);
   DeleteFileW(SettingsFileOf(copy).c_str());
   bool found = false;
@@ -119,9 +119,9 @@ TEST_F(Identity, TwoUnsetControllersInARowGetDifferentOnes) {
   controller_.Answer(kQuestion, "sd: controller_id is set to 0000000000000000\r\n");
   std::set<std::wstring> seen;
   for (int i = 0; i < 4; ++i) {
-    ResetControllerId(device_->link);
+    ForgetIdentity(device_->link);
     wchar_t copy[24] = L"";
-    EXPECT_EQ(QueryControllerId(*device_, copy, 24), 24);
+    EXPECT_EQ(SettleIdentity(*device_, copy, 24), 24);
     seen.insert(copy);
   }
   EXPECT_EQ(seen.size(), 4u);
@@ -130,7 +130,7 @@ TEST_F(Identity, TwoUnsetControllersInARowGetDifferentOnes) {
 TEST_F(Identity, ASilentControllerGivesZeroAfterThreePollsAndLeavesTheMark) {
   wchar_t copy[24] = L"untouched";
   const std::uint32_t start = TickMs();
-  EXPECT_EQ(QueryControllerId(*device_, copy, 24), 0);
+  EXPECT_EQ(SettleIdentity(*device_, copy, 24), 0);
   const std::uint32_t took = TickMs() - start;
   EXPECT_GE(took, 600u);
   EXPECT_LT(took, 3000u);
@@ -144,7 +144,7 @@ TEST_F(Identity, ASilentControllerGivesZeroAfterThreePollsAndLeavesTheMark) {
 TEST_F(Identity, TheMarkOfAFailedQueryIsTakenForAnIdentityByTheNext) {
   device_->link.controllerId.Set(kPendingControllerId);
   wchar_t copy[24] = L"";
-  EXPECT_EQ(QueryControllerId(*device_, copy, 24), 24);
+  EXPECT_EQ(SettleIdentity(*device_, copy, 24), 24);
   EXPECT_STREQ(copy, L"Monkey Magic");
   EXPECT_EQ(HandshakeOf(controller_), "");
 }
@@ -154,20 +154,20 @@ TEST_F(Identity, AnAnswerDuringTheSecondPollIsTaken) {
     Sleep(250);
     fake.Say("sd: controller_id is set to " + Narrow(id_) + "\r\n");
   });
-  EXPECT_EQ(QueryControllerId(*device_, nullptr, 0), 24);
+  EXPECT_EQ(SettleIdentity(*device_, nullptr, 0), 24);
   EXPECT_TRUE(device_->link.controllerId.Is(id_.c_str()));
 }
 
 TEST_F(Identity, ResetMakesItSixteenZeros) {
   device_->link.controllerId.Set(id_.c_str());
-  ResetControllerId(device_->link);
+  ForgetIdentity(device_->link);
   EXPECT_TRUE(device_->link.controllerId.Is(L"0000000000000000"));
 }
 
 TEST(IdentityWithoutALink, StaysSixteenZerosAndAnswers24) {
   DeviceState record;
   wchar_t copy[24] = L"";
-  EXPECT_EQ(QueryControllerId(record, copy, 24), 24);
+  EXPECT_EQ(SettleIdentity(record, copy, 24), 24);
   EXPECT_STREQ(copy, L"0000000000000000");
 }
 

@@ -104,10 +104,10 @@ TEST_F(LoadTest, TheHomeOfAReplacedAxisIsPutAsideInTheStepsOfItsScrew) {
 TEST_F(LoadTest, TheLocationOfAReplacedAxisIsShownByItsScrew) {
   std::int32_t x = 0, y = 0, third = 0;
   Load(Fixture(1));
-  GetDisplayLocation(record_, &x, &y, &third);
+  GetDisplayPosition(record_.mechanics, record_.position, &x, &y, &third);
   EXPECT_EQ(x, -1471);  // 111 steps less a home of 1.5 in, at 4000 steps per inch
   Load(Fixture(2));
-  GetDisplayLocation(record_, &x, &y, &third);
+  GetDisplayPosition(record_.mechanics, record_.position, &x, &y, &third);
   EXPECT_EQ(y, -2485);  // 222 steps less a home of 2.5 in, at 16000 steps per inch
 }
 
@@ -118,7 +118,7 @@ TEST_F(LoadTest, SwitchingTheFixtureOffBringsTheHomeBackThatAMachineWithoutItHas
     Expect({K7_FIELD(position.tableHome.x, 6000), K7_FIELD(position.tableHome.y, 40000),
             K7_FIELD(position.last.x, 111), K7_FIELD(position.last.y, 222)});
     std::int32_t x = 0, y = 0;
-    GetCurrentLocation(record_, &x, &y, nullptr);
+    GetPositionFromHome(record_, &x, &y, nullptr);
     EXPECT_EQ(x, -1471);
     EXPECT_EQ(y, -2485);
   }

@@ -38,31 +38,31 @@ class CurrentLocationTest : public testing::Test {
 };
 
 TEST_F(CurrentLocationTest, WithoutAFixtureBothLinearAxesAreSaved) {
-  SavePosition(record_);
+  KeepPosition(record_);
   EXPECT_EQ(Contents(), "[Current Location]\r\nX Axis=-111\r\nY Axis=222\r\n");
 }
 
 TEST_F(CurrentLocationTest, AModeWithoutTheAttachmentCountsAsNone) {
   Round(0, kRoundReplacesX);
-  SavePosition(record_);
+  KeepPosition(record_);
   EXPECT_EQ(Contents(), "[Current Location]\r\nX Axis=-111\r\nY Axis=222\r\n");
 }
 
 TEST_F(CurrentLocationTest, AFixtureInPlaceOfXIsSavedUnderR) {
   Round(1, kRoundReplacesX);
-  SavePosition(record_);
+  KeepPosition(record_);
   EXPECT_EQ(Contents(), "[Current Location]\r\nR Axis=-111\r\nY Axis=222\r\n");
 }
 
 TEST_F(CurrentLocationTest, AFixtureInPlaceOfYIsSavedUnderR) {
   Round(1, kRoundReplacesY);
-  SavePosition(record_);
+  KeepPosition(record_);
   EXPECT_EQ(Contents(), "[Current Location]\r\nX Axis=-111\r\nR Axis=222\r\n");
 }
 
 TEST_F(CurrentLocationTest, AnUnknownModeSavesNothing) {
   Round(1, 3);
-  SavePosition(record_);
+  KeepPosition(record_);
   EXPECT_FALSE(std::filesystem::exists(k7test::SettingsFileOf(id_)));
 }
 
@@ -70,7 +70,7 @@ TEST_F(CurrentLocationTest, AGoToWritesXAndYWhateverTheMode) {
   for (const std::uint32_t mode : {0u, 1u, 2u, 3u}) {
     Round(1, mode);
     record_.position.last.x = static_cast<std::int32_t>(mode);
-    WriteCurrentLocation(record_);
+    KeepXyPosition(record_);
     EXPECT_EQ(Contents(),
               "[Current Location]\r\nX Axis=" + std::to_string(mode) + "\r\nY Axis=222\r\n");
   }

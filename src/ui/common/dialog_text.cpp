@@ -2,7 +2,7 @@
 
 #include "base/bounded_copy.h"
 #include "base/format_decimal.h"
-#include "base/typed_number.h"
+#include "base/parse_number.h"
 
 namespace k7 {
 namespace {
@@ -39,7 +39,7 @@ void SetLabelledDecimal(HWND dialog, int id, const wchar_t* label, float value,
 }
 
 float ReadDecimal(HWND dialog, int id) noexcept {
-  return ParseDecimal(ReadText(dialog, id).text);
+  return ParseTypedDecimal(ReadText(dialog, id).text);
 }
 
 std::int32_t ReadWhole(HWND dialog, int id) noexcept {

@@ -23,7 +23,7 @@ void SetDecimal(HWND dialog, int id, float value, int decimals) noexcept;
 // The same after a fixed text: "Last Cutter: 0.125".
 void SetLabelledDecimal(HWND dialog, int id, const wchar_t* label, float value,
                         int decimals) noexcept;
-// The number at the start of a field's text (base/typed_number.h); 0 when there is none.
+// The number at the start of a field's text (base/parse_number.h); 0 when there is none.
 float ReadDecimal(HWND dialog, int id) noexcept;
 std::int32_t ReadWhole(HWND dialog, int id) noexcept;
 

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include "base/arithmetic.h"
-#include "base/typed_number.h"
 #include "device/progress.h"
 #include "link/link.h"
 #include "motion/homing.h"
@@ -87,7 +86,7 @@ void OnColorSettings(HWND dialog) noexcept {
 }
 
 void OnMechanicalHome(HWND) noexcept {
-  if (dialogDevice != nullptr) MechanicalHome(*dialogDevice);
+  if (dialogDevice != nullptr) HomeToSwitches(*dialogDevice);
 }
 
 void OnTableSetup(HWND dialog) noexcept {

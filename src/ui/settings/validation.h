@@ -34,7 +34,7 @@ struct ValidationRule {
 // In the order in which they are checked.
 std::span<const ValidationRule> ValidationRules() noexcept;
 
-// What is checked. `valueOf` gives the number in a control's text (ParseDecimal).
+// What is checked. `valueOf` gives the number in a control's text (ParseTypedDecimal).
 struct ValidationInput {
   float (*valueOf)(const void* context, int control);
   const void* context;

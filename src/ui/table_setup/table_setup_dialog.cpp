@@ -101,8 +101,8 @@ std::uint32_t SignExtended(std::int16_t word) noexcept {
 
 void OnSetBeadOffset(HWND dialog) noexcept {
   if (dialogDevice == nullptr) return;
-  if (SetBeadToolOffset(*dialogDevice, SignExtended(dialogState.hostWordLow),
-                        SignExtended(dialogState.hostWordHigh)) != 1) {
+  if (ProposeBeadToolOffset(*dialogDevice, SignExtended(dialogState.hostWordLow),
+                            SignExtended(dialogState.hostWordHigh)) != 1) {
     return;
   }
   ShowBeadToolOffsets(dialog, SettingsFile{dialogDevice->link});
@@ -110,8 +110,8 @@ void OnSetBeadOffset(HWND dialog) noexcept {
 
 void OnSetDiodeOffset(HWND dialog) noexcept {
   if (dialogDevice == nullptr) return;
-  if (SetDiodeOffset(*dialogDevice, SignExtended(dialogState.hostWordLow),
-                     SignExtended(dialogState.hostWordHigh)) != 1) {
+  if (ProposeDiodeOffset(*dialogDevice, SignExtended(dialogState.hostWordLow),
+                         SignExtended(dialogState.hostWordHigh)) != 1) {
     return;
   }
   ShowDiodeOffsets(dialog, SettingsFile{dialogDevice->link});
@@ -165,7 +165,7 @@ constexpr CommandRow kCommands[] = {
 
 void ShowIdentity(HWND dialog) noexcept {
   wchar_t identity[kIdCapacity] = L"";
-  QueryControllerId(*dialogDevice, identity, kIdCapacity);
+  SettleIdentity(*dialogDevice, identity, kIdCapacity);
   wchar_t text[2 * kIdCapacity];
   CopyText(text, L"K7 Controller ID: ");
   AppendText(text, identity);

@@ -1,7 +1,6 @@
 #include "ui/table_setup/table_setup_fields.h"
 
 #include "base/arithmetic.h"
-#include "base/typed_number.h"
 #include "settings/schema.h"
 #include "ui/common/dialog_state.h"
 #include "ui/common/dialog_text.h"

@@ -1,7 +1,7 @@
 #include "ui/table_setup/table_setup_resolution.h"
 
 #include "base/arithmetic.h"
-#include "base/typed_number.h"
+#include "base/parse_number.h"
 #include "ui/common/dialog_text.h"
 #include "ui/resource_ids.h"
 #include "ui/table_setup/table_setup_fields.h"
@@ -25,7 +25,7 @@ constexpr AxisRow kAxes[] = {
 float ReadShortDecimal(HWND dialog, int id) noexcept {
   wchar_t text[16] = L"";
   GetDlgItemTextW(dialog, id, text, 16);
-  return ParseDecimal(text);
+  return ParseTypedDecimal(text);
 }
 
 float ReadRounded(HWND dialog, int id) noexcept {

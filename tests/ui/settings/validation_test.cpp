@@ -7,8 +7,8 @@
 #include <map>
 #include <string>
 
+#include "base/parse_number.h"
 #include "ui/resource_ids.h"
-#include "base/typed_number.h"
 
 namespace k7 {
 namespace {
@@ -30,7 +30,7 @@ class ValidationTest : public testing::Test {
   static float ValueOf(const void* context, int control) {
     const auto& texts = static_cast<const ValidationTest*>(context)->texts_;
     const auto found = texts.find(control);
-    return found == texts.end() ? 0.0f : ParseDecimal(found->second.c_str());
+    return found == texts.end() ? 0.0f : ParseTypedDecimal(found->second.c_str());
   }
   const ValidationRule* Broken() const {
     return FirstBrokenRule({.valueOf = &ValueOf,
