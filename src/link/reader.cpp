@@ -138,8 +138,8 @@ class ReadSide {
     const bool closed = start == IoStart::Completed && count == 0 && !io_.IsSerial();
     if (start == IoStart::Failed || closed) {
       OnFailure(error);
-    } else {
-      failing_ = false;
+    } else if (start == IoStart::Completed) {
+      OnSuccess();
     }
     return start;
   }
@@ -149,6 +149,7 @@ class ReadSide {
     const bool bounded = silent_ && assembler_.IsBegun();
     const DWORD wait = bounded ? MsLeftOfBegunLine() : kReadWaitMs;
     if (!AwaitEvent(read_->event.Get(), wait)) {
+      if (timedOut_) OnSuccess();  // it stays pending, as on a link that works
       if (!bounded || MsLeftOfBegunLine() > 0) return assembler_.StillPending(Run());
       silent_ = false;
       return Step::Line;
@@ -163,7 +164,7 @@ class ReadSide {
     }
     read_->outstanding = false;
     if (count > 0) {
-      failing_ = false;
+      OnSuccess();
       Take(count);
       *assembler_.Target() = read_->bytes[next_++];
       return assembler_.WaitCompleted(1, Run());
@@ -177,7 +178,7 @@ class ReadSide {
       OnFailure(ERROR_SUCCESS);
       return assembler_.WaitCompleted(0, Run());
     }
-    failing_ = false;
+    OnSuccess();
     const DWORD wait = assembler_.IsBegun() ? MsLeftOfBegunLine() : kReadWaitMs;
     if (wait > 0) AwaitArrival(wait);
     if (!Run() || wait == 0 || !assembler_.IsBegun()) {
@@ -212,6 +213,12 @@ class ReadSide {
     silent_ = true;
     const std::uint32_t silentMs = now - silentSinceMs_;
     return silentMs < kBegunLineMs ? kBegunLineMs - silentMs : 0;
+  }
+
+  // A link that works again is no longer lost, unless a failed write has stopped this reader.
+  void OnSuccess() noexcept {
+    failing_ = false;
+    if (record_.link.lost != 0 && Run()) record_.link.lost = 0;
   }
 
   void OnFailure(DWORD error) noexcept {
@@ -254,6 +261,7 @@ class ReadSide {
       events[count++] = queue->DoneEvent();
     }
     const DWORD result = WaitForMultipleObjects(count, events, FALSE, ms);
+    timedOut_ = result == WAIT_TIMEOUT;
     return event != nullptr && result == WAIT_OBJECT_0;
   }
 
@@ -263,6 +271,7 @@ class ReadSide {
   DWORD next_ = 0, have_ = 0;  // of the bytes read ahead: the next to hand out, and their end
   bool silent_ = false;        // a read has brought nothing since the last byte
   std::uint32_t silentSinceMs_ = 0;
+  bool timedOut_ = false;  // the last wait
   bool failing_ = false;
   std::uint32_t failingSinceMs_ = 0;
   LineAssembler assembler_;

@@ -227,6 +227,14 @@ TEST(LostLink, WhileProbingLeavesTheCutterHome) {
   EXPECT_EQ(machine->position.cutterHome, 4000);
 }
 
+// Without the room in the queue to wait for, lines would go out as fast as they are made.
+TEST(LostLink, IsALinkAgainWhenItBringsSomething) {
+  TestMachine machine;
+  machine->link.lost = 1;
+  machine.controller.Say("ok\r\n");
+  EXPECT_TRUE(WaitUntil([&] { return machine->link.lost == 0; }));
+}
+
 TEST(LostLink, IsForgottenByTheNextAttach) {
   k7test::FakeController first;
   DeviceState record;
