@@ -1,6 +1,7 @@
 // k7_bare_sender.exe: the least that a Windows program can do to send moves over a serial port with
 // 32 outstanding. One thread writes lines made beforehand, one reads the answers; overlapped
-// operations and nothing else. What the driver is measured against.
+// operations and nothing else. What the driver is measured against. With `window`, a window on a
+// third thread is told of each answer, as the driver tells its host.
 #include <string>
 #include <thread>
 #include <vector>
@@ -13,9 +14,11 @@ constexpr int kWindow = 32;
 
 class BareSender final : public k7bench::Sender {
  public:
-  explicit BareSender(const wchar_t* path)
+  // `window`: null for none.
+  BareSender(const wchar_t* path, HWND window)
       : port_(CreateFileW(path, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
                           FILE_FLAG_OVERLAPPED, nullptr)),
+        window_(window),
         written_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
         read_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
     DCB settings{};
@@ -40,6 +43,7 @@ class BareSender final : public k7bench::Sender {
   bool IsOpen() const { return port_ != INVALID_HANDLE_VALUE; }
 
   bool Run(int lines, int pauseMs) override {
+    k7bench::ForgetTold();
     for (int i = 0; i < lines; ++i) {
       AwaitFewer(kWindow);
       AcquireSRWLockExclusive(&lock_);
@@ -49,7 +53,7 @@ class BareSender final : public k7bench::Sender {
       if (pauseMs > 0) Sleep(static_cast<DWORD>(pauseMs));
     }
     AwaitFewer(1);
-    return true;
+    return window_ == nullptr || k7bench::WasTold(lines);
   }
 
  private:
@@ -85,6 +89,11 @@ class BareSender final : public k7bench::Sender {
           answers[0] != 'Q') {
         std::exit(4);
       }
+      if (window_ != nullptr) {
+        for (const UINT message : {k7bench::kQueued, k7bench::kStarted, k7bench::kFinished}) {
+          SendMessageW(window_, message, 0, 0);
+        }
+      }
       AcquireSRWLockExclusive(&lock_);
       --outstanding_;
       ReleaseSRWLockExclusive(&lock_);
@@ -92,7 +101,9 @@ class BareSender final : public k7bench::Sender {
     }
   }
 
-  HANDLE port_, written_, read_;
+  HANDLE port_;
+  HWND window_;
+  HANDLE written_, read_;
   std::vector<std::string> lines_;
   SRWLOCK lock_ = SRWLOCK_INIT;
   CONDITION_VARIABLE changed_ = CONDITION_VARIABLE_INIT;
@@ -101,8 +112,9 @@ class BareSender final : public k7bench::Sender {
 
 }  // namespace
 
-int main() {
-  static BareSender sender{L"\\\\.\\COM7"};
+int main(int argc, char** argv) {
+  const bool window = argc > 1 && std::strcmp(argv[1], "window") == 0;
+  static BareSender sender{L"\\\\.\\COM7", window ? k7bench::MakePumpedWindow() : nullptr};
   if (!sender.IsOpen()) {
     std::fprintf(stderr, "k7_bare_sender: COM7 cannot be opened\n");
     return 3;

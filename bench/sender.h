@@ -4,9 +4,11 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <thread>
 
 namespace k7bench {
 
@@ -17,6 +19,45 @@ class Sender {
   // A job of `lines` moves; returns when the last has ended. False: a move was refused.
   virtual bool Run(int lines, int pauseMs) = 0;
 };
+
+// What the host is told of each move: that it is queued, has begun, has ended.
+constexpr UINT kQueued = WM_APP + 1, kStarted = WM_APP + 2, kFinished = WM_APP + 3;
+
+inline std::atomic<int> told[3];
+
+inline void Count(UINT message) {
+  if (message >= kQueued && message <= kFinished) ++told[message - kQueued];
+}
+inline void ForgetTold() {
+  for (std::atomic<int>& count : told) count = 0;
+}
+// Each of `lines` moves has been told at every stage, and none twice.
+inline bool WasTold(int lines) {
+  return told[0] == lines && told[1] == lines && told[2] == lines;
+}
+
+inline LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  Count(message);
+  return DefWindowProcW(window, message, wParam, lParam);
+}
+
+// The host's window, on a thread of its own, which keeps its messages flowing.
+inline HWND MakePumpedWindow() {
+  static std::atomic<HWND> window{nullptr};
+  std::thread{[] {
+    WNDCLASSW description{};
+    description.lpfnWndProc = &WindowProcedure;
+    description.hInstance = GetModuleHandleW(nullptr);
+    description.lpszClassName = L"k7_bench";
+    RegisterClassW(&description);
+    window = CreateWindowExW(0, description.lpszClassName, L"", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100,
+                             nullptr, nullptr, description.hInstance, nullptr);
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+  }}.detach();
+  while (window == nullptr) Sleep(1);
+  return window;
+}
 
 // Where the moves go, in inches: far enough out that X and Y take three digits before the point in
 // millimetres, and never twice the same, so that each line names both.

@@ -2,7 +2,8 @@
 
 WIDTH, LEFT, RIGHT = 760, 170, 90
 BAR, GAP, HEAD = 18, 6, 34
-COLOURS = {"printcore": "#9aa5b1", "bare": "#5b7083", "window": "#c8742b", "callback": "#e0a15e"}
+COLOURS = {"printcore": "#9aa5b1", "bare": "#5b7083", "bare_window": "#8296a6",
+           "window": "#c8742b", "callback": "#e0a15e"}
 
 
 def text(x, y, words, **more):
@@ -16,7 +17,7 @@ def draw(rates, senders, conditions, limits):
     span = WIDTH - LEFT - RIGHT
     for name, title in conditions.items():
         limit = limits.get(name)
-        most = max([rates[sender][name] for sender in senders] + [limit or 0])
+        most = max([rate[name] for rate in rates.values() if name in rate] + [limit or 0])
         parts.append(text(14, y + 12, title, font_weight="bold"))
         if limit:
             parts.append(text(LEFT + span * limit / most, y + 12, f"at most {limit:.1f}",
@@ -24,6 +25,8 @@ def draw(rates, senders, conditions, limits):
         y += HEAD - 12
         top = y
         for sender, label in senders.items():
+            if name not in rates[sender]:
+                continue
             rate = rates[sender][name]
             length = span * rate / most
             parts.append(text(LEFT - 8, y + 13, label, text_anchor="end"))
