@@ -172,7 +172,7 @@ def lines_for(condition, sender, lines):
     """The slower, the fewer, so that the whole takes minutes; None: not measured."""
     if sender == "bare_window" and condition != "ideal":
         return None  # it stands beside the driver where nothing but the programs sets the pace
-    share = {"ideal": 1, "115200": 0.15}.get(condition, 0.2)
+    share = {"ideal": 1, "115200": 0.12}.get(condition, 0.2)
     if sender == "printcore":
         share = 0.1 if condition == "ideal" else 0.025
     elif sender.endswith("window") and condition == "ideal":
