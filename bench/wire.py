@@ -10,6 +10,7 @@ import os
 import pathlib
 import platform
 import re
+import select
 import signal
 import statistics
 import struct
@@ -79,14 +80,20 @@ class Talker:
             preexec_fn=(lambda: os.sched_setaffinity(0, cores)) if cores else None)
         self.expect("ready")
 
+    def answer(self):
+        if not select.select([self.process.stdout], [], [], DEADLINE_S)[0]:
+            self.process.kill()
+            raise RuntimeError(f"{self.process.args}: no answer in {DEADLINE_S} s")
+        return self.process.stdout.readline().strip()
+
     def expect(self, answer):
-        line = self.process.stdout.readline().strip()
+        line = self.answer()
         if line != answer:
             raise RuntimeError(f"{self.process.args}: {line!r} instead of {answer!r}")
 
     def ask(self, command):
         self.process.stdin.write(command + "\n")
-        return self.process.stdout.readline().strip()
+        return self.answer()
 
     def do(self, command, answer):
         self.process.stdin.write(command + "\n")
