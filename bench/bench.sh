@@ -1,21 +1,40 @@
 # shellcheck shell=bash
-# ./k7 bench measures the pure code; ./k7 bench soak sends 100,000 strokes through the driver to the
-# simulated controller. Sourced by ./k7.
+# ./k7 bench measures the pure code; ./k7 bench wire the way of a line from the host to the machine;
+# ./k7 bench soak sends 100,000 strokes through the driver to the simulated controller. Sourced by ./k7.
+
+# wire [LINES]: lines a second of the driver, beside a bare sender and printcore.
+bench_wire() {
+  need "${PACKAGES_BENCH_WIRE[@]}"
+  build native k7_responder
+  build windows k7driver k7_bare_sender k7_driver_sender
+  start_display
+  start_prefix bench-wire
+  say "measuring"
+  K7_BIN_WINDOWS=$BUILD/windows/bin K7_BIN_NATIVE=$BUILD/native/bin K7_BUILD=$BUILD \
+    /usr/bin/python3 "$ROOT/bench/wire.py" "$@"
+  say "figures: build/bench/wire.json, picture: build/bench/wire.svg"
+}
+
+# soak [STROKES]
+bench_soak() {
+  build native k7sim k7_soak
+  build windows k7driver k7_slots
+  start_display
+  start_prefix soak
+  K7_BIN_WINDOWS=$BUILD/windows/bin K7_BIN_NATIVE=$BUILD/native/bin K7_SOURCE=$ROOT \
+    K7_SOAK_STROKES=${1:-100000} "$BUILD/native/bin/k7_soak"
+}
 
 bench() {
-  case ${1:-} in
-    soak)
-      build native k7sim k7_soak
-      build windows k7driver k7_slots
-      start_display
-      start_prefix soak
-      K7_BIN_WINDOWS=$BUILD/windows/bin K7_BIN_NATIVE=$BUILD/native/bin K7_SOURCE=$ROOT \
-        "$BUILD/native/bin/k7_soak"
-      ;;
+  local what=${1:-}
+  [ $# -eq 0 ] || shift
+  [[ ${1:-1} =~ ^[1-9][0-9]*$ ]] || die "bench $what: a number above 0, or nothing"
+  case $what in
+    wire | soak) "bench_$what" "$@" ;;
     '')
       build native k7_bench
       "$BUILD/native/bin/k7_bench"
       ;;
-    *) die "bench takes nothing or soak" ;;
+    *) die "bench takes nothing, wire [LINES] or soak [STROKES]" ;;
   esac
 }

@@ -32,7 +32,9 @@ class Server {
 
   TimeUs WireNow() const;
   void Wait(TimeUs nowUs);
-  void Serve(Link& link);
+  // Both: true when a host had sent something.
+  bool ServeAll();
+  bool Serve(Link& link);
   void ServeControl(bool& quit);
   void CloseAndReopen(TimeUs nowUs);
   bool TakeSignal() const;
