@@ -33,8 +33,9 @@ class IEngraver : public ISurface {
   // file is not written. Without a record: nothing. [host]
   virtual void SetFriendlyName(const wchar_t* name) noexcept = 0;
   // 39: asks the controller for a sign of life and tells whether the last one is at most 2000 ms
-  // old: 1, else 0. The first question after an attach counts as answered. Without a record: 0;
-  // without a link: 1, nothing sent. [host]
+  // old: 1, else 0. The first question after an attach counts as answered. 0 on a link that is
+  // lost: reads have failed for 2 s, or a write has failed. IsConnected stays 1 then, so this is
+  // what to ask. Without a record: 0; without a link: 1, nothing sent. [host]
   virtual int32_t CheckAlive() noexcept = 0;
   // 40: shows the settings dialog, modal to `parent`. `mode` 1: before a job (makes sure of the
   // table home first, as slot 70); `allowRun` non-zero: the user may change settings and run;
@@ -92,8 +93,8 @@ class IEngraver : public ISurface {
   virtual void StartJog(uint32_t direction, uint32_t speedMode, uint32_t key,
                         uint32_t endMessage) noexcept = 0;
   // 55: waits, in a job without bound, until every move has been carried out, then keeps `hold` (1:
-  // the next lifts go to machine Z 0). With no job open the controller reports no moves: no wait.
-  // Without a record: nothing. [host]
+  // the next lifts go to machine Z 0). With no job open the wait ends when the controller has
+  // reported nothing for 2 s. Without a record: nothing. [host]
   virtual void SetPlungeHold(uint8_t hold) noexcept = 0;
   // 56: drives Z, Y and X to their limit switches and declares that place 0, 0, 0. Waits, without
   // bound, for each switch. Result 0. Refused with a message while a round fixture is active on a
