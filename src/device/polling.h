@@ -1,4 +1,6 @@
-// How the driver waits, and its clock. Every wait of the driver is a line that uses one of these.
+// How the driver waits for the controller, and its clock. Every wait for what the controller does
+// is a line that uses one of these. The few waits for something else are in link/ (the link itself,
+// the engrave delay); tests/lint/waits.py names them all.
 //
 // A wait blocks: it reacts at once to what ends it and takes next to no processor time meanwhile. A
 // wait that a host call can sit in lets messages *sent* to the waiting thread's windows through
