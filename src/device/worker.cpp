@@ -35,10 +35,10 @@ void AwaitWorker(void*& slot) noexcept {
   if (slot == nullptr) return;
   // The host may be releasing the device from within a message of this very worker.
   if (InSendMessage()) ReplyMessage(0);
-  do {
+  for (std::uint32_t waitMs = 0; !AwaitHandle(slot, waitMs); waitMs = kQuitMs) {
     // Closes a message box that the worker shows, now or later.
     PostThreadMessageW(GetThreadId(slot), WM_QUIT, 0, 0);
-  } while (!AwaitHandle(slot, kQuitMs));
+  }
   CloseHandle(slot);
   slot = nullptr;
 }

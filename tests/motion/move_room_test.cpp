@@ -60,7 +60,7 @@ TEST_F(MoveRoom, AfterTheEndOfTheJobTheWaitGoesOnAsOutsideOne) {
   EXPECT_EQ(machine_.Sent(), "G0 X12.700000\n");
 }
 
-TEST_F(MoveRoom, TheEndOfTheLinkEndsTheWaitAndTheLineGoesNowhere) {
+TEST_F(MoveRoom, ACountThatIsClosedEndsTheWaitAndStays) {
   machine_.OpenJob();
   machine_->job.linesInFlight.Alone() = 40;
   const HostCall host{[&] { EXPECT_EQ(MoveX(*machine_, 2000), kStatusSent); }};
