@@ -93,6 +93,10 @@ void Controller::Control(const std::string& command) {
   std::ofstream(folder_ / "control") << command << "\n" << std::flush;
 }
 
+bool Controller::HasHeard(const std::string& text) const {
+  return ReadFile(folder_ / "transcript").find(text) != std::string::npos;
+}
+
 bool Controller::WaitForTranscript(const std::string& text, int times) {
   return WaitFor([&] {
     const std::string transcript = ReadFile(folder_ / "transcript");

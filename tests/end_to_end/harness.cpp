@@ -27,6 +27,13 @@ std::string Slots::Ask(const std::string& command, int deadlineSeconds) {
   return Answer(deadlineSeconds);
 }
 
+std::string Slots::AskUntil(const std::string& wanted, const std::string& command,
+                            int deadlineSeconds) {
+  std::string answer;
+  for (int i = 0; i < 5 && answer != wanted; ++i) answer = Ask(command, deadlineSeconds);
+  return answer;
+}
+
 void Slots::Tell(const std::string& command) {
   process_.WriteLine(command);
 }
@@ -58,7 +65,7 @@ ConnectedMachine::ConnectedMachine(const std::string& id, const Settings& settin
                                    const std::vector<std::string>& arguments,
                                    const std::string& window)
     : controller(id, settings, arguments) {
-  EXPECT_EQ(slots.Ask("connect " + id), "connected");
+  EXPECT_EQ(slots.AskUntil("connected", "connect " + id), "connected");
   EXPECT_EQ(slots.Ask(window), "done");
 }
 
