@@ -165,6 +165,8 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
   app.add_flag("--homed", machine.homed, "The table counts as homed from the start");
   app.add_flag("--hard-limits", machine.hardLimits,
                "A move beyond the end of an axis halts the machine");
+  app.add_flag("--silent-zero-moves", machine.silentZeroMoves,
+               "Do not tell the host of a move that moves nothing,\nas boards of another kind do");
   app.add_option("--switch", raw.switches, "Hold a switch (x, y, z, probe) closed (1) or open (0)")
       ->allow_extra_args(false)
       ->type_name("NAME=STATE");

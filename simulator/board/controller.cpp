@@ -48,8 +48,7 @@ void Controller::Halt(TimeUs nowUs) {
     mechanics_.DriveTo(stopped);
   }
   target_ = stopped;
-  counts_.flushedLines += waiting_.size() + planner_.Size() + (action_.active ? 1 : 0);
-  planner_.Flush();
+  counts_.flushedLines += waiting_.size() + planner_.Flush() + (action_.active ? 1 : 0);
   waiting_.clear();
   action_.active = false;
   drained_ = true;

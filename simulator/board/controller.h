@@ -35,7 +35,10 @@ struct MachineSetup {
   ToolKind tool = ToolKind::Spindle;
   bool homed = false;
   bool hardLimits = false;  // a move beyond the end of an axis halts the machine
-  Vec3 positionInches{};    // of the head at power-on, from the switches
+  // The host is told nothing of a move to where the head is already. True on boards of another
+  // kind.
+  bool silentZeroMoves = false;
+  Vec3 positionInches{};  // of the head at power-on, from the switches
   double homingFeedMmPerSec = 50;
 };
 
@@ -117,6 +120,7 @@ class Controller final : private BlockListener {
 
   void OnBlockBegun(const Block& block, TimeUs nowUs) override;
   void OnBlockEnded(const Block& block, double seconds, TimeUs nowUs) override;
+  void OnNothingMoved(const Block& block, TimeUs nowUs) override;
 
   // Lines of words (controller_shell.cpp).
   void TakeWords(std::string_view line, std::uint64_t lineId, int link, TimeUs nowUs);

@@ -45,30 +45,35 @@ bool Controller::StartMove(const Waiting& line, TimeUs nowUs) {
     to[axis] = *word * line.mmPerUnit + (line.absolute ? 0 : target_[axis]);
     moves = moves || Steps(to[axis], stepsPerMm_[axis]) != Steps(target_[axis], stepsPerMm_[axis]);
   }
-  if (moves) {
-    Block block;
-    block.from = target_;
-    block.to = to;
-    block.announced = blockMessages_;
-    block.link = line.link;
-    block.lineId = line.lineId;
-    block.afterDrain = drained_;
-    drained_ = false;
-    const Vec3 delta = to - target_;
-    const double length = Length(delta);
-    block.feedMmPerSec = line.feedMmPerMin / 60;
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-      const double share = std::abs(delta[axis]) / length;
-      if (share > 0) {
-        block.feedMmPerSec = std::min(block.feedMmPerSec, maxMmPerMin_[axis] / 60 / share);
-      }
-    }
-    target_ = to;
-    motorsOn_ = true;
+  Block block;
+  block.from = target_;
+  block.to = to;
+  block.announced = blockMessages_;
+  block.link = line.link;
+  block.lineId = line.lineId;
+  if (!moves) {
+    if (setup_.silentZeroMoves) block.announced = false;
     if (block.announced) sink_.Reply(line.link, line.lineId, "QX\r\n");
-    planner_.Push(block, nowUs);
-    counts_.deepestQueue = std::max(counts_.deepestQueue, planner_.Size());
+    Ok(line);
+    planner_.PushNothing(block, nowUs);
+    return true;
   }
+  block.afterDrain = drained_;
+  drained_ = false;
+  const Vec3 delta = to - target_;
+  const double length = Length(delta);
+  block.feedMmPerSec = line.feedMmPerMin / 60;
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    const double share = std::abs(delta[axis]) / length;
+    if (share > 0) {
+      block.feedMmPerSec = std::min(block.feedMmPerSec, maxMmPerMin_[axis] / 60 / share);
+    }
+  }
+  target_ = to;
+  motorsOn_ = true;
+  if (block.announced) sink_.Reply(line.link, line.lineId, "QX\r\n");
+  planner_.Push(block, nowUs);
+  counts_.deepestQueue = std::max(counts_.deepestQueue, planner_.Size());
   Ok(line);
   return true;
 }
@@ -195,6 +200,12 @@ void Controller::MapAxes(const Waiting& line) {
 void Controller::OnBlockBegun(const Block& block, TimeUs) {
   if (block.announced) sink_.Reply(block.link, block.lineId, "BX\r\n");
   if (!homed_) recorder_.AddMistake(Mistake::MoveBeforeHoming, "move before homing");
+}
+
+void Controller::OnNothingMoved(const Block& block, TimeUs) {
+  if (!block.announced) return;
+  sink_.Reply(block.link, block.lineId, "BX\r\n");
+  sink_.Reply(block.link, block.lineId, "EX\r\n");
 }
 
 void Controller::OnBlockEnded(const Block& block, double seconds, TimeUs nowUs) {
