@@ -14,10 +14,14 @@ namespace {
 
 constexpr uint32_t kQueued = 1, kStarted = 2, kFinished = 3;  // our own numbers for the messages
 
+// Moves that the machine has carried out. It outlives the device: the last message may still be
+// under way when a job has ended.
+std::atomic<uint32_t> finished{0};
+
 // Runs on the driver's reader thread, which reads nothing from the machine until this returns. It
 // counts and goes; a call of the driver from here could wait for an answer that nobody reads.
-void OnProgress(uint32_t message, uint64_t context) {
-  if (message == kFinished) ++*reinterpret_cast<std::atomic<uint32_t>*>(context);
+void OnProgress(uint32_t message, uint64_t /*context*/) {
+  if (message == kFinished) ++finished;
 }
 
 // CheckAlive asks for a sign of life and tells whether the last one is recent. After a long call it
@@ -69,9 +73,9 @@ int Engrave(k7::IEngraver& machine) {
   // Homes by the switches. A machine without them shows a dialog instead; 2: the user cancelled it.
   if (machine.EnsureTableHome(nullptr) == 2) return 1;
 
-  std::atomic<uint32_t> finished{0};
-  machine.SetNotifyCallback(OnProgress, reinterpret_cast<uint64_t>(&finished), kQueued, kStarted,
-                            kFinished);
+  // A driver that has nobody to tell makes no engrave delays and switches no air head: a host has a
+  // callback, or a window, before its first job.
+  machine.SetNotifyCallback(OnProgress, 0, kQueued, kStarted, kFinished);
   const auto x1 = static_cast<uint32_t>(xPerInch), y1 = static_cast<uint32_t>(yPerInch);
   const Point corners[] = {{x1, y1}, {2 * x1, y1}, {2 * x1, 2 * y1}, {x1, 2 * y1}, {x1, y1}};
 
@@ -98,9 +102,8 @@ int Engrave(k7::IEngraver& machine) {
     std::this_thread::sleep_for(std::chrono::milliseconds(500));
     lost = LinkIsLost(machine);
   }
-  if (jobOpen) machine.EndJob();                   // on a lost link it returns at once
-  machine.SetSpindle(k7::kSpindleOff);             // a job of a routing tool leaves it turning
-  machine.SetNotifyCallback(nullptr, 0, 0, 0, 0);  // `finished` ends with this function
+  if (jobOpen) machine.EndJob();        // on a lost link it returns at once
+  machine.SetSpindle(k7::kSpindleOff);  // a job of a routing tool leaves it turning
 
   if (lost) return std::puts("The link was lost: home the machine before it is used again."), 3;
   if (!good) return 1;

@@ -58,7 +58,7 @@ TEST(Examples, SquareInCCutsTheSame) {
   FreshController controller{kId, FullMachine(), FullTable()};
   const HostRun run = RunExample("k7_square_c.exe");
   EXPECT_EQ(run.exitCode, 0) << run.output;
-  EXPECT_EQ(run.output, "K7 System Controller: 4000 x 4000 steps an inch\ndone\n");
+  EXPECT_EQ(run.output, "K7 System Controller: 4000 x 4000 steps an inch\ndone: 13 moves\n");
   ExpectThreePassesOfTheSquare(controller);
 }
 

@@ -107,7 +107,7 @@ class PythonModule(unittest.TestCase):
         said = io.StringIO()
         with contextlib.redirect_stdout(said):
             self.assertEqual(square.main(self.path), 0)
-        self.assertEqual(said.getvalue(), "Bench é: 4000 x 4000 steps an inch\ndone\n")
+        self.assertEqual(said.getvalue(), "Bench é: 4000 x 4000 steps an inch\n11 moves\ndone\n")
         path = (ctypes.c_uint32 * 2 * 64).in_dll(self.library, "path")
         went = [tuple(path[i]) for i in range(self.number("moves"))]
         corners = [(4000, 4000), (8000, 4000), (8000, 8000), (4000, 8000), (4000, 4000)]
