@@ -10,41 +10,20 @@ int32_t released = 0;
 uint32_t path[64][2];  // where the cuts and travels went
 int32_t moves = 0;
 
-#define SLOT(n)                   \
-  static uint64_t Slot##n(void) { \
-    called = n;                   \
-    return n;                     \
-  }
-#define TEN(t)                                                                            \
-  SLOT(t##0)                                                                              \
-  SLOT(t##1) SLOT(t##2) SLOT(t##3) SLOT(t##4) SLOT(t##5) SLOT(t##6) SLOT(t##7) SLOT(t##8) \
-      SLOT(t##9)
-#define NAMES(t)                                                                                  \
-  Slot##t##0, Slot##t##1, Slot##t##2, Slot##t##3, Slot##t##4, Slot##t##5, Slot##t##6, Slot##t##7, \
-      Slot##t##8, Slot##t##9,
-SLOT(0)
-SLOT(1) SLOT(2) SLOT(3) SLOT(4) SLOT(5) SLOT(6) SLOT(7) SLOT(8) SLOT(9) TEN(1) TEN(2) TEN(3) TEN(4)
-    TEN(5) TEN(6) TEN(7) TEN(8) TEN(9) TEN(10) TEN(11) SLOT(120) SLOT(121) SLOT(122) SLOT(123)
-        SLOT(124) SLOT(125)
+// A function for each slot: a row of ten at a time. The format would break the rows.
+// clang-format off
+#define SLOT(n) static uint64_t Slot##n(void) { called = n; return n; }
+#define TEN(t) SLOT(t##0) SLOT(t##1) SLOT(t##2) SLOT(t##3) SLOT(t##4) \
+               SLOT(t##5) SLOT(t##6) SLOT(t##7) SLOT(t##8) SLOT(t##9)
+#define NAMES(t) Slot##t##0, Slot##t##1, Slot##t##2, Slot##t##3, Slot##t##4, \
+                 Slot##t##5, Slot##t##6, Slot##t##7, Slot##t##8, Slot##t##9,
+TEN() TEN(1) TEN(2) TEN(3) TEN(4) TEN(5) TEN(6) TEN(7) TEN(8) TEN(9) TEN(10) TEN(11)
+SLOT(120) SLOT(121) SLOT(122) SLOT(123) SLOT(124) SLOT(125)
 
-            static uint64_t (*slots[126])(void) = {Slot0,
-                                                   Slot1,
-                                                   Slot2,
-                                                   Slot3,
-                                                   Slot4,
-                                                   Slot5,
-                                                   Slot6,
-                                                   Slot7,
-                                                   Slot8,
-                                                   Slot9,
-                                                   NAMES(1) NAMES(2) NAMES(3) NAMES(4) NAMES(5)
-                                                       NAMES(6) NAMES(7) NAMES(8) NAMES(9) NAMES(10)
-                                                           NAMES(11) Slot120,
-                                                   Slot121,
-                                                   Slot122,
-                                                   Slot123,
-                                                   Slot124,
-                                                   Slot125};
+static uint64_t (*slots[126])(void) = {
+  NAMES() NAMES(1) NAMES(2) NAMES(3) NAMES(4) NAMES(5) NAMES(6) NAMES(7) NAMES(8) NAMES(9) NAMES(10)
+  NAMES(11) Slot120, Slot121, Slot122, Slot123, Slot124, Slot125};
+// clang-format on
 
 static K7NotifyCallback notify;
 static uint64_t notifyContext;
