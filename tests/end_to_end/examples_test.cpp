@@ -10,6 +10,7 @@ namespace {
 
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::MatchesRegex;
 using testing::StartsWith;
 
 constexpr char kId[] = "ENDTOENDEXAMPLE1";
@@ -58,7 +59,9 @@ TEST(Examples, SquareInCCutsTheSame) {
   FreshController controller{kId, FullMachine(), FullTable()};
   const HostRun run = RunExample("k7_square_c.exe");
   EXPECT_EQ(run.exitCode, 0) << run.output;
-  EXPECT_EQ(run.output, "K7 System Controller: 4000 x 4000 steps an inch\ndone: 13 moves\n");
+  // The first travel is answered "armed" and may have been no move at all.
+  EXPECT_THAT(run.output, MatchesRegex("K7 System Controller: 4000 x 4000 steps an inch\n"
+                                       "done: 1[34] moves\n"));
   ExpectThreePassesOfTheSquare(controller);
 }
 
