@@ -9,7 +9,7 @@ package_version() { sed -nE 's/^project\(k7driver VERSION ([0-9.]+).*/\1/p' CMak
 
 # fill TEMPLATE FILE: the template with version and folders put in.
 fill() {
-  sed -e "s|@VERSION@|$VERSION|g; s|@MAJOR@|${VERSION%%.*}|g; s|@OUT@|$STAGE/docs|g; s|@WORK@|$PACKAGE_WORK|g" \
+  sed -e "s|@VERSION@|$VERSION|g; s|@MAJOR@|${VERSION%%.*}|g; s|@OUT@|$STAGE/docs|g" \
     "packaging/templates/$1" >"$2"
 }
 
@@ -27,7 +27,6 @@ stage_documents() {
   # The system's Python: the generator is a Debian package.
   /usr/bin/python3 packaging/guides.py "$VERSION" "$date" docs CHANGELOG.md "$STAGE/docs/guides" "$PACKAGE_WORK/guides.html"
   weasyprint -q "$PACKAGE_WORK/guides.html" "$STAGE/docs/guides.pdf"
-  fill api.md.in "$PACKAGE_WORK/api.md"
   fill Doxyfile.in "$PACKAGE_WORK/Doxyfile"
   doxygen "$PACKAGE_WORK/Doxyfile" >"$PACKAGE_WORK/doxygen.log" 2>&1 || { cat "$PACKAGE_WORK/doxygen.log" >&2; die "doxygen failed"; }
 }

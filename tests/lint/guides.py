@@ -22,8 +22,8 @@ def texts(*patterns):
 def programs():
     """Words and options that each program knows, from where it declares them."""
     k7 = (ROOT / "k7").read_text()
-    host = texts("host/args/*.cpp", "host/app/main.cpp")
-    simulator = texts("simulator/app/*.cpp")
+    host = texts("host/**/*.cpp")
+    simulator = texts("simulator/**/*.cpp")
     common = {"--help", "--version"}
 
     def options(text):
@@ -63,6 +63,18 @@ def check_command(page, command, known, faults):
             faults.append(f"{page}: {program} has no {option}: {command}")
 
 
+def check_build(page, text, faults):
+    """Presets and options of CMake that the pages name."""
+    presets = set(re.findall(r'"name": "([\w-]+)"', (ROOT / "CMakePresets.json").read_text()))
+    declared = texts("CMakeLists.txt", "cmake/*.cmake")
+    for preset in re.findall(r"cmake --preset ([\w-]+)", text):
+        if preset not in presets:
+            faults.append(f"{page}: no preset {preset}")
+    for option in re.findall(r"-D(K7_\w+)", text):
+        if option not in declared:
+            faults.append(f"{page}: no option {option}")
+
+
 def parts(path):
     """Names of the headings, as the links to them are written."""
     return {re.sub(r"[^\w]+", "-", title.lower()).strip("-")
@@ -90,6 +102,7 @@ def main():
         for command in commands(text):
             shown += 1
             check_command(page, command, known, faults)
+        check_build(page, text, faults)
         links(page, path, text, faults)
     guide = (ROOT / "docs" / "host_guide.md").read_text()
     if (ROOT / "examples" / "square.cpp").read_text() not in guide:
