@@ -25,7 +25,7 @@ check_symbols() {
 # C++ and C through find_package, by CMake, from a copy of the examples that knows nothing of this checkout.
 build_by_cmake() {
   cmake -G Ninja -S "$UNPACKED/examples" -B "$PACKAGE_TRY/cmake" -DCMAKE_TOOLCHAIN_FILE="$ROOT/cmake/mingw-w64.cmake" \
-    -DCMAKE_PREFIX_PATH="$UNPACKED" && cmake --build "$PACKAGE_TRY/cmake" && cp "$UNPACKED/bin/k7driver.dll" "$PACKAGE_TRY/cmake/"
+    -DCMAKE_PREFIX_PATH="$UNPACKED" && cmake --build "$PACKAGE_TRY/cmake"
 }
 
 # The same with pkg-config and a compiler's command line.

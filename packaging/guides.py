@@ -20,7 +20,7 @@ from pygments.formatters import HtmlFormatter
 GROUPS = [
     ("For programmers of hosts", ["host_guide", "operations", "settings_file", "wire_protocol",
                                   "glossary"]),
-    ("At the machine", ["users_guide", "troubleshooting", "trace"]),
+    ("At the machine", ["users_guide", "k7host", "troubleshooting", "trace"]),
     ("How the driver does it", ["architecture", "behaviour", "performance", "reliability",
                                  "building"]),
 ]
@@ -37,6 +37,7 @@ class Guide:
 def groups(folder, changelog):
     """The guides that are there, by group."""
     left = {path.stem: Guide(path.stem, path.read_text()) for path in sorted(folder.glob("*.md"))}
+    left["k7host"] = Guide("k7host", (folder.parent / "host" / "README.md").read_text())
     found = []
     for title, names in GROUPS:
         found.append((title, [left.pop(name) for name in names if name in left]))
@@ -60,6 +61,7 @@ def to_html(guide, names, one_page):
         if re.match(r"https?:|mailto:", target):
             return match[0]
         path, _, anchor = target.partition("#")
+        path = path.replace("host/README.md", "k7host.md")
         name = pathlib.PurePosixPath(path).stem.lower() if path else guide.name
         if name not in names or "src/" in path:
             return words
