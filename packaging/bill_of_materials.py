@@ -23,6 +23,7 @@ RUN_TIME = ["gcc-mingw-w64-x86-64-posix-runtime", "mingw-w64-x86-64-dev"]
 LICENCE_OF = {"gcc-mingw-w64-x86-64-posix-runtime": "GPL-3.0-or-later WITH GCC-exception-3.1",
               "mingw-w64-x86-64-dev": "ZPL-2.1", "libcli11-dev": "BSD-3-Clause",
               "nlohmann-json3-dev": "MIT", "libtomlplusplus-dev": "MIT", "libnanosvg-dev": "Zlib",
+              "librapidxml-dev": "BSL-1.0 OR MIT", "libstb-dev": "MIT OR Unlicense",
               "libcpp-httplib-dev": "MIT"}
 
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Checks what the guides and READMEs show: every listing is a piece of a file that a test compiles or runs,
-every command and option is one that the program has, and every link leads to a file or a part of one."""
+every command and option is one that the program has, every link leads to a file or a part of one, and
+docs/building.md says of each package what it is for."""
 
 import pathlib
 import re
@@ -75,6 +76,16 @@ def check_build(page, text, faults):
             faults.append(f"{page}: no option {option}")
 
 
+def packages(k7, page, faults):
+    """Each Debian package that ./k7 installs has its row, with what it is for."""
+    installed = {name for names in re.findall(r"^readonly PACKAGES_\w+=\((.*?)\)", k7, re.M | re.S)
+                 for name in names.split()}
+    explained = set(re.findall(r"`([^`]+)`", "\n".join(
+        line.split("|")[1] for line in page.splitlines() if line.startswith("| `"))))
+    faults += [f"docs/building.md: what is {name} for? ./k7 installs it" for name in
+               sorted(installed - explained)]
+
+
 def parts(path):
     """Names of the headings, as the links to them are written."""
     return {re.sub(r"[^\w]+", "-", title.lower()).strip("-")
@@ -104,6 +115,7 @@ def main():
             check_command(page, command, known, faults)
         check_build(page, text, faults)
         links(page, path, text, faults)
+    packages((ROOT / "k7").read_text(), (ROOT / "docs" / "building.md").read_text(), faults)
     guide = (ROOT / "docs" / "host_guide.md").read_text()
     if (ROOT / "examples" / "square.cpp").read_text() not in guide:
         faults.append("docs/host_guide.md: its host is not the whole of examples/square.cpp")

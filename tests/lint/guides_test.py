@@ -44,6 +44,12 @@ class Guides(unittest.TestCase):
         self.assertEqual(len(faults_of("cmake --preset msvcc -DK7_HOTS=OFF")), 2)
         self.assertEqual(len(faults_of("[g](glosary.md) [h](glossary.md#no-such-part)")), 2)
 
+    def test_each_package_has_a_row(self):
+        faults = []
+        guides.packages("readonly PACKAGES_A=(one two)\nreadonly PACKAGES_B=(three)\n",
+                        "| `one`, `three` | why |\n| two | `two` |\n", faults)
+        self.assertEqual(len(faults), 1)
+
 
 class Version(unittest.TestCase):
     def faults(self, project, changelog):
