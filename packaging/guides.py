@@ -7,6 +7,7 @@ OUT_FOLDER gets a page for each guide, the pictures and index.html; PAGE is the 
 Needs python3-markdown and python3-pygments.
 """
 
+import base64
 import html
 import pathlib
 import re
@@ -114,6 +115,16 @@ def write_site(found, version, docs, out):
                                          f"<h1>Guides to K7 Driver {version}</h1>{listing}"))
 
 
+def embed(body, docs):
+    """The pictures put into the page itself: their paths would get into the PDF."""
+    kinds = {".png": "image/png", ".svg": "image/svg+xml"}
+
+    def data(match):
+        file = docs / match[1]
+        return f'src="data:{kinds[file.suffix]};base64,{base64.b64encode(file.read_bytes()).decode()}"'
+    return re.sub(r'src="([^":]+)"', data, body)
+
+
 def write_page(found, version, date, docs, out):
     names = {guide.name for _, guides in found for guide in guides}
     contents, bodies = [], []
@@ -123,14 +134,14 @@ def write_page(found, version, date, docs, out):
         bodies += [to_html(guide, names, True) for guide in guides]
     style = ((HERE / "style.css").read_text() + (HERE / "print.css").read_text() +
              HtmlFormatter(style="default").get_style_defs(".codehilite"))
-    out.write_text(f"""<!DOCTYPE html>
+    out.write_text(embed(f"""<!DOCTYPE html>
 <html lang="en"><head><meta charset="utf-8"><title>K7 Driver {version}: guides</title>
 <meta name="dcterms.created" content="{date}"><meta name="dcterms.modified" content="{date}">
-<base href="{docs.resolve().as_uri()}/"><style>{style}</style></head>
+<style>{style}</style></head>
 <body><section class="cover"><h1>K7 Driver {version}</h1><p>Guides</p>
 <img src="images/settings-plain.png" alt=""></section>
 <section class="contents"><h1>Contents</h1>{"".join(contents)}</section>{"".join(bodies)}</body></html>
-""")
+""", docs))
 
 
 def main():

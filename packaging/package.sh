@@ -26,7 +26,7 @@ stage_documents() {
   local date; date=$(date -u -d "@$SOURCE_DATE_EPOCH" +%Y-%m-%d)
   # The system's Python: the generator is a Debian package.
   /usr/bin/python3 packaging/guides.py "$VERSION" "$date" docs CHANGELOG.md "$STAGE/docs/guides" "$PACKAGE_WORK/guides.html"
-  weasyprint -q "$PACKAGE_WORK/guides.html" "$STAGE/docs/guides.pdf"
+  PYTHONHASHSEED=0 weasyprint -q "$PACKAGE_WORK/guides.html" "$STAGE/docs/guides.pdf"
   fill Doxyfile.in "$PACKAGE_WORK/Doxyfile"
   doxygen "$PACKAGE_WORK/Doxyfile" >"$PACKAGE_WORK/doxygen.log" 2>&1 || { cat "$PACKAGE_WORK/doxygen.log" >&2; die "doxygen failed"; }
 }
