@@ -76,7 +76,7 @@ TEST(Examples, SquareAsksForTheManualCutterAndGoesOn) {
 }
 
 TEST(Examples, SquareSaysThatTheLinkWasLost) {
-  FreshController controller{kId, EngraversSettings(), With(EngraversTable(), {"--speed", "1"})};
+  FreshController controller{kId, EngraversSettings(), With(EngraversTable(), {"--speed", "0.5"})};
   Process square({"wine", "k7_square.exe", kId}, Places::Get().windowsPrograms);
   EXPECT_TRUE(controller.WaitForTranscript("> G0 X76.199997"));
   controller.Stop();
