@@ -31,7 +31,15 @@ Json Mistakes(const Recorder& record) {
   for (std::size_t i = 0; i < kMistakeKinds; ++i) {
     errors[kMistakeNames[i]] = record.MistakeCount(static_cast<Mistake>(i));
   }
-  errors["first"] = record.MistakeTexts();
+  Json first = Json::array();
+  for (const MistakeRecord& mistake : record.FirstMistakes()) {
+    first.push_back({{"error", kMistakeNames[static_cast<std::size_t>(mistake.kind)]},
+                     {"what", mistake.what},
+                     {"line", mistake.line},
+                     {"seconds", SecondsFromUs(mistake.atUs)},
+                     {"command", mistake.command}});
+  }
+  errors["first"] = first;
   return errors;
 }
 

@@ -31,6 +31,10 @@ Simulator::Simulator(const SimulatorSetup& setup, Transcript& transcript)
       config_(setup.configPath),
       controller_(setup.machine, config_, *this),
       clock_(setup.speed) {
+  controller_.Record().SetListener([this](const MistakeRecord& mistake) {
+    transcript_.Note("error: " + mistake.what + ", line " + std::to_string(mistake.line) + ": " +
+                     mistake.command);
+  });
   if (setup.id) config_.Set("controller_id", *setup.id);
   for (const Fault& fault : setup.faults) faults_.Add(fault);
 }

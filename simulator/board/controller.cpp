@@ -33,6 +33,7 @@ void Controller::TakeLine(std::string_view line, std::uint64_t lineId, int link,
   Waiting waiting;
   waiting.lineId = lineId;
   waiting.link = link;
+  waiting.text = line;
   waiting.bytes = line.size() + 1;
   for (const Gcode& code : ParseGcodeLine(line)) {
     TakeGcode(code, waiting, nowUs);

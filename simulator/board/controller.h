@@ -95,7 +95,9 @@ class Controller final : private BlockListener {
   Mechanics& Machine() { return mechanics_; }
   const Mechanics& Machine() const { return mechanics_; }
   const Recorder& Record() const { return recorder_; }
+  Recorder& Record() { return recorder_; }
   JobLog& Jobs() { return jobs_; }
+  const JobLog& Jobs() const { return jobs_; }
   const ControllerCounts& Counts() const { return counts_; }
 
  private:
@@ -104,6 +106,7 @@ class Controller final : private BlockListener {
     Gcode code;
     std::uint64_t lineId = 0;
     int link = 0;
+    std::string text;
     std::size_t bytes = 0;
     double feedMmPerMin = 0;
     double mmPerUnit = 1;

@@ -52,6 +52,7 @@ bool Controller::StartMove(const Waiting& line, TimeUs nowUs) {
   block.announced = state_.blockMessages;
   block.link = line.link;
   block.lineId = line.lineId;
+  block.command = line.text;
   if (!moves) {
     if (setup_.silentZeroMoves) block.announced = false;
     if (block.announced) sink_.Reply(line.link, line.lineId, "QX\r\n");
@@ -152,6 +153,7 @@ void Controller::FinishAction(TimeUs nowUs) {
   if (code.Is('G', 28)) {
     const std::size_t axis = action_.axis;
     if (!action_.found) {
+      recorder_.SetCause(line.lineId, line.text, nowUs);
       recorder_.AddMistake(Mistake::HomingFailed,
                            std::string("no switch found on ") + kAxisLetters[axis]);
       Alarm("ALARM: Homing fail\r\n", nowUs);
@@ -199,8 +201,9 @@ void Controller::MapAxes(const Waiting& line) {
   }
 }
 
-void Controller::OnBlockBegun(const Block& block, TimeUs) {
+void Controller::OnBlockBegun(const Block& block, TimeUs nowUs) {
   if (block.announced) sink_.Reply(block.link, block.lineId, "BX\r\n");
+  recorder_.SetCause(block.lineId, block.command, nowUs);
   if (!state_.homed) recorder_.AddMistake(Mistake::MoveBeforeHoming, "move before homing");
 }
 
@@ -212,6 +215,7 @@ void Controller::OnNothingMoved(const Block& block, TimeUs) {
 
 void Controller::OnBlockEnded(const Block& block, double seconds, TimeUs nowUs) {
   const Vec3 from = mechanics_.Logical();
+  recorder_.SetCause(block.lineId, block.command, nowUs);
   recorder_.AddMotion(from, block.to, mechanics_, state_.spindleOn, jobs_.OpenDistances());
   const std::string mark[2] = {"-", "+"};
   for (std::size_t axis = 0; axis < 3; ++axis) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <string>
 #include <vector>
 
 #include "board/trapezoid.h"
@@ -27,6 +28,7 @@ struct Block {
   bool announced = false;    // the host is told when it begins (BX) and ends (EX)
   int link = 0;              // where its line came from
   std::uint64_t lineId = 0;  // which line made it
+  std::string command;       // that line
   bool afterDrain = false;   // the queue had to be empty before it
 
   // Filled by the planner.
