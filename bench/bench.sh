@@ -1,6 +1,8 @@
 # shellcheck shell=bash
 # ./k7 bench measures the pure code; ./k7 bench wire the way of a line from the host to the machine;
-# ./k7 bench soak sends 100,000 strokes through the driver to the simulated controller. Sourced by ./k7.
+# ./k7 bench soak sends 100,000 strokes through the driver to the simulated controller; ./k7 bench peers
+# has senders that nobody here wrote stream a file to it. Sourced by ./k7.
+. "$ROOT/bench/peers.sh"
 
 # wire [LINES]: lines a second of the driver, beside a bare sender and printcore.
 bench_wire() {
@@ -30,11 +32,11 @@ bench() {
   [ $# -eq 0 ] || shift
   [[ ${1:-1} =~ ^[1-9][0-9]*$ ]] || die "bench $what: a number above 0, or nothing"
   case $what in
-    wire | soak) "bench_$what" "$@" ;;
+    wire | soak | peers) "bench_$what" "$@" ;;
     '')
       build native k7_bench
       "$BUILD/native/bin/k7_bench"
       ;;
-    *) die "bench takes nothing, wire [LINES] or soak [STROKES]" ;;
+    *) die "bench takes nothing, wire [LINES], soak [STROKES] or peers" ;;
   esac
 }

@@ -56,6 +56,7 @@ std::string WriteReport(Simulator& simulator) {
   report["lines"] = {{"received", simulator.LinesReceived()},
                      {"gcode", counts.gcodeLines},
                      {"unknown", counts.unknownLines},
+                     {"resendsAskedFor", counts.resends},
                      {"refusedWhileHalted", counts.refusedLines},
                      {"flushedByHalt", counts.flushedLines},
                      {"replies", simulator.RepliesSent()},

@@ -131,6 +131,18 @@ void Simulator::Consume(int link) {
         transcript_.In(LinkName(link), std::string_view(&kHaltByte, 1));
         controller_.Halt(machineUs_);
         break;
+      case LineReader::Event::Status:
+        transcript_.In(LinkName(link), std::string_view(&kStatusByte, 1));
+        Reply(link, 0, controller_.StatusReport(machineUs_));
+        break;
+      case LineReader::Event::Hold:
+        transcript_.In(LinkName(link), std::string_view(&kHoldByte, 1));
+        controller_.Hold(machineUs_);
+        break;
+      case LineReader::Event::Resume:
+        transcript_.In(LinkName(link), std::string_view(&kResumeByte, 1));
+        controller_.ResumeHold(machineUs_);
+        break;
       case LineReader::Event::None:
         break;
     }
