@@ -1,7 +1,9 @@
 # shellcheck shell=bash
 # ./k7 bench measures the pure code; ./k7 bench wire the way of a line from the host to the machine;
 # ./k7 bench soak sends 100,000 strokes through the driver to the simulated controller, or connects
-# 1,000 times; ./k7 bench faults tries every fault in every phase. Sourced by ./k7.
+# 1,000 times; ./k7 bench faults tries every fault in every phase; ./k7 bench peers has senders that
+# nobody here wrote stream a file to the simulated controller. Sourced by ./k7.
+. "$ROOT/bench/peers.sh"
 
 # wire [LINES]: lines a second of the driver, beside a bare sender and printcore.
 bench_wire() {
@@ -53,11 +55,11 @@ bench() {
   [ "$what $count" != 'soak connects' ] || count=${2:-1}
   [[ $count =~ ^[1-9][0-9]*$ ]] || die "bench $what: a number above 0, or nothing"
   case $what in
-    wire | soak | faults) "bench_$what" "$@" ;;
+    wire | soak | faults | peers) "bench_$what" "$@" ;;
     '')
       build native k7_bench
       "$BUILD/native/bin/k7_bench"
       ;;
-    *) die "bench takes nothing, wire [LINES], soak [STROKES], soak connects [CONNECTS] or faults" ;;
+    *) die "bench takes nothing, wire [LINES], soak [STROKES], soak connects [CONNECTS], faults or peers" ;;
   esac
 }

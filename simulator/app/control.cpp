@@ -1,10 +1,26 @@
 #include "app/control.h"
 
 #include <cstdlib>
+#include <sstream>
+#include <string>
+#include <vector>
 
+#include "common/nearest_word.h"
 #include "common/number_list.h"
 
 namespace k7sim {
+namespace {
+
+// The first word of each line of the help.
+std::vector<std::string> Verbs() {
+  std::vector<std::string> verbs;
+  std::istringstream lines{std::string(kControlHelp)};
+  for (std::string line; std::getline(lines, line);)
+    verbs.push_back(line.substr(0, line.find(' ')));
+  return verbs;
+}
+
+}  // namespace
 
 ControlResult RunControlLine(std::string_view line, Simulator& simulator, TimeUs wireUs,
                              std::string& message) {
@@ -56,7 +72,8 @@ ControlResult RunControlLine(std::string_view line, Simulator& simulator, TimeUs
     const double ms = std::strtod(rest.c_str(), nullptr);
     simulator.RequestClose(ms > 0 ? UsFromSeconds(ms / 1000) : kNever);
   } else {
-    return bad("unknown command '" + std::string(verb) + "'; help lists them");
+    return bad("unknown command '" + std::string(verb) + "'" + DidYouMean(verb, Verbs()) +
+               " (help lists all)");
   }
   return ControlResult::Done;
 }

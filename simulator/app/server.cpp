@@ -9,10 +9,13 @@
 #include <iostream>
 
 #include "app/control.h"
+#include "app/output_paths.h"
 #include "app/report.h"
+#include "app/summary.h"
 #include "common/whole_file.h"
 #include "machine/picture.h"
 #include "wire/pty_port.h"
+#include "wire/system_error.h"
 #include "wire/tcp_port.h"
 
 namespace k7sim {
@@ -50,9 +53,16 @@ bool Server::Start(std::string& error) {
   // The program that started this one may no longer read what is printed; that must not end it.
   signal(SIGPIPE, SIG_IGN);
   signals_.Reset(signalfd(-1, &stop, SFD_NONBLOCK | SFD_CLOEXEC));
-  if (!options_.transcriptPath.empty() && !transcript_.Open(options_.transcriptPath)) {
-    error = "cannot write " + options_.transcriptPath;
+  if (!CheckOutput("picture", options_.picturePath, error) ||
+      !CheckOutput("report", options_.reportPath, error) ||
+      !CheckOutput("transcript", options_.transcriptPath, error) ||
+      !CheckOutput("board's settings", options_.setup.configPath, error)) {
     return false;
+  }
+  if (options_.transcriptPath == kStandardOutput) {
+    transcript_.OpenStandardOutput();
+  } else if (!options_.transcriptPath.empty() && !transcript_.Open(options_.transcriptPath)) {
+    return FailBySystem(error, "cannot write the transcript to " + options_.transcriptPath);
   }
   if (options_.pty) {
     links_.push_back({std::make_unique<PtyPort>(options_.ptyLink),
@@ -67,9 +77,16 @@ bool Server::Start(std::string& error) {
   }
   if (!options_.controlPath.empty() && !control_.Open(options_.controlPath, error)) return false;
   startUs_ = SteadyUs();
-  for (Link& link : links_) std::cout << link.port->Where() << "\n";
-  std::cout << "ready" << std::endl;
+  for (Link& link : links_) Say() << link.port->Where() << "\n";
+  Say() << "ready" << std::endl;
   return true;
+}
+
+std::ostream& Server::Say() const {
+  const bool taken = options_.picturePath == kStandardOutput ||
+                     options_.reportPath == kStandardOutput ||
+                     options_.transcriptPath == kStandardOutput;
+  return taken ? std::cerr : std::cout;
 }
 
 bool Server::TakeSignal() const {
@@ -90,7 +107,9 @@ bool Server::Run(std::string& error) {
   // not waited for.
   constexpr int kMostRounds = 1000;
   for (int round = 0; round < kMostRounds && ServeAll(); ++round) simulator_.Run(WireNow());
-  return WriteFiles(error);
+  const bool written = WriteFiles(error);
+  Say() << Summary(simulator_) << std::flush;
+  return written;
 }
 
 bool Server::ServeAll() {
@@ -132,7 +151,7 @@ void Server::ServeControl(bool& quit) {
     } else if (result == ControlResult::Bad) {
       std::cerr << "k7sim: control: " << message << "\n";
     } else if (!message.empty()) {
-      std::cout << message << std::flush;
+      Say() << message << std::flush;
     }
   }
 }
@@ -150,7 +169,7 @@ void Server::CloseAndReopen(TimeUs nowUs) {
     link.reopenUs = kNever;
     std::string error;
     if (link.port->Open(error)) {
-      std::cout << link.port->Where() << std::endl;
+      Say() << link.port->Where() << std::endl;
     } else {
       std::cerr << "k7sim: " << error << "\n";
     }
@@ -183,9 +202,11 @@ bool Server::WriteFiles(std::string& error) {
   const Recorder& record = simulator_.Board().Record();
   bool written = true;
   const auto write = [&](const std::string& path, const std::string& content) {
-    if (WriteWholeFile(path, content)) return;
-    error = "cannot write " + path;
-    written = false;
+    if (path == kStandardOutput) {
+      std::cout << content << std::flush;
+    } else if (!WriteWholeFile(path, content)) {
+      written = FailBySystem(error, "cannot write " + path);
+    }
   };
   if (!options_.picturePath.empty()) {
     write(options_.picturePath,
