@@ -108,7 +108,7 @@ std::optional<std::int64_t> ReadSeconds(std::string_view text) {
   if (point == std::string_view::npos || text.size() != point + 7 || text[0] == '-') return {};
   std::int64_t seconds = 0;
   std::uint32_t millionths = 0;
-  constexpr std::int64_t kMostSeconds = 1000000000000;
+  constexpr std::int64_t kMostSeconds = 1000000000;  // 31 years
   if (!ReadWhole(text.substr(0, point), seconds) || seconds > kMostSeconds ||
       !ReadWhole(text.substr(point + 1), millionths)) {
     return {};

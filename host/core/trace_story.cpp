@@ -395,7 +395,8 @@ void TraceStory::TakeOther(TraceEntry& entry) {
     NoteFailure(record, entry.meaning);
   } else if (kind == "gap") {
     entry.meaning = Word(record, 0) + " records could not be written";
-    summary_.lost += std::atoll(Word(record, 0).c_str());
+    summary_.lost +=
+        std::clamp(std::strtoll(Word(record, 0).c_str(), nullptr, 10), 0LL, 1000000000000LL);
   } else if (kind == "job") {
     if (Word(record, 0) == "begun") ++summary_.jobs;
   } else if (kind == "wait" && seconds) {
