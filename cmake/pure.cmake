@@ -10,6 +10,7 @@ set(K7_PURE
     base/polled
     base/shared_text
     base/short_lock
+    base/trace_text
     device/device_state
     device/guarded
     device/per_axis

@@ -8,6 +8,7 @@
 #include "app/commands.h"
 #include "app/console.h"
 #include "app/stop_request.h"
+#include "app/trace_command.h"
 #include "core/text.h"
 
 namespace k7host {
@@ -36,6 +37,8 @@ int Run(const Arguments& arguments) {
     case Command::Settings:
     case Command::Setup:
       return RunSettings(arguments);
+    case Command::Trace:
+      return RunTrace(arguments);
   }
   return kExitUsage;
 }
@@ -62,7 +65,8 @@ int main() {
     return parsed.error.empty() ? parsed.exitCode : FailLine(parsed.exitCode, parsed.error);
   }
   InstallStopHandler();
-  const int code = Run(*parsed.arguments);
+  int code = WantTrace(parsed.arguments->trace);
+  if (code == kExitOk) code = Run(*parsed.arguments);
   StopHandled();
   return code;
 }

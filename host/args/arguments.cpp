@@ -187,6 +187,39 @@ void AddCommands(CLI::App& app, Arguments& out) {
       "Prints: settings: applied or cancelled");
 }
 
+void AddTrace(CLI::App& app, Arguments& out) {
+  CLI::App* sub = app.add_subcommand("trace", "Show what a trace says that the driver has written");
+  sub->callback([&out] { out.command = Command::Trace; });
+  sub->footer(
+      "A trace is written by --trace FILE of every other command, and for any host by the\n"
+      "environment variable K7_TRACE. FILE.1, its older part, is read first.\n"
+      "Prints a line a record: time, time since the record before, process, thread, > sent or\n"
+      "< received, the line, moves that have not begun, where the head is sent, and the meaning.");
+  sub->add_option("file", out.file, "The trace")->required()->type_name("FILE");
+  auto* summary = sub->add_flag("--summary", out.traceSummary,
+                                "Lines a second, longest waits, answers that came late or never,\n"
+                                "feeds, distances, failures");
+  auto* follow = sub->add_flag("--follow", out.traceFollow,
+                               "Go on with what is written from now on, until Ctrl-C");
+  auto* svg = sub->add_option("--svg", out.traceSvg, "Draw what was cut")->type_name("PICTURE.svg");
+  auto* json = sub->add_flag("--json", out.json, "One JSON object a record, or for the summary");
+  summary->excludes(svg);
+  svg->excludes(json);
+  follow->excludes(svg);
+}
+
+// --trace for every command that loads the driver.
+void AddTraceOption(CLI::App& app, Arguments& out) {
+  for (CLI::App* sub : app.get_subcommands({})) {
+    if (sub->get_name() == "trace") continue;
+    sub->add_option("--trace", out.trace,
+                    "Write a trace of all that is said and heard to FILE (a folder: a file in\n"
+                    "it); a path as Windows has it, under Wine Z:\\tmp\\a.txt for /tmp/a.txt")
+        ->type_name("FILE");
+    AddTraceOption(*sub, out);
+  }
+}
+
 // The help of a command and of all below it; `before` holds the words of the commands above it.
 std::string HelpOfAll(const CLI::App& app, const std::string& before) {
   const std::vector<CLI::App*> named = app.get_subcommands();
@@ -218,6 +251,8 @@ ParsedArguments ParseArguments(const std::vector<std::string>& words) {
       "input. Results go to the standard output, one \"name: value\" a line; errors to the error\n"
       "output, one line \"k7host: message\" or \"FILE:LINE:COLUMN: message\".");
   AddCommands(app, out);
+  AddTrace(app, out);
+  AddTraceOption(app, out);
   ParsedArguments parsed;
   try {
     app.parse(std::vector<std::string>(words.rbegin(), words.rend()));

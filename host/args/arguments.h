@@ -25,14 +25,16 @@ enum class Command {
   Spindle,
   Settings,
   Setup,
+  Trace,
 };
 
 enum class SpindleAction { On, Full, Off, RampUp, RampDown };
 
 struct Arguments {
   Command command = Command::List;
-  std::string id;    // controller identity; empty: the only one there is
-  std::string file;  // engrave, estimate
+  std::string id;     // controller identity; empty: the only one there is
+  std::string file;   // engrave, estimate, trace
+  std::string trace;  // file or folder for a trace of the command itself; empty: none
   // engrave
   std::uint32_t passes = 0;   // 0: all
   std::uint32_t runKind = 0;  // a k7::kRun number
@@ -55,6 +57,11 @@ struct Arguments {
   // settings
   bool beforeJob = false;
   bool readOnly = false;
+  // trace
+  bool traceSummary = false;
+  bool traceFollow = false;
+  std::string traceSvg;  // picture to write; empty: none
+  bool json = false;
 };
 
 struct ParsedArguments {

@@ -7,6 +7,7 @@
 #include "app/output_paths.h"
 #include "common/nearest_word.h"
 #include "common/number_list.h"
+#include "k7_version.h"
 
 namespace k7sim {
 namespace {

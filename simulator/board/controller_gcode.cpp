@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "board/controller.h"
+#include "k7_version.h"
 
 namespace k7sim {
 namespace {

@@ -111,8 +111,9 @@ void Pause(const LinkState& link, std::uint32_t ms) noexcept {
   }
 }
 
-void NewsWaiter::Round() const noexcept {
+void NewsWaiter::Round() noexcept {
   Block(link_.newsEvent, kSecondLookMs);
+  traced_.Look();
 }
 
 void TellNews(const LinkState& link) noexcept {

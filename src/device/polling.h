@@ -12,6 +12,7 @@
 #include <cstdint>
 
 #include "base/polled.h"
+#include "device/awaited.h"
 #include "device/device_state.h"
 
 namespace k7 {
@@ -48,18 +49,22 @@ class WorkerScope {
 // Counts the calling thread among those that wait for the reader's news, for its life.
 class NewsWaiter {
  public:
-  explicit NewsWaiter(LinkState& link) noexcept : link_(link) { link_.newsWaiters.Add(1); }
+  explicit NewsWaiter(LinkState& link, const Awaited& what = awaited::kController) noexcept
+      : link_(link), traced_(what) {
+    link_.newsWaiters.Add(1);
+  }
   ~NewsWaiter() { link_.newsWaiters.Add(-1); }
   NewsWaiter(const NewsWaiter&) = delete;
   NewsWaiter& operator=(const NewsWaiter&) = delete;
 
   // Blocks until there is news, at most kSecondLookMs.
-  void Round() const noexcept;
+  void Round() noexcept;
 
  private:
   static constexpr std::uint32_t kSecondLookMs = 10;
 
   LinkState& link_;
+  TracedWait traced_;
 };
 
 // Tells the waiting threads that a count, a flag or a report has changed; nothing while nobody
@@ -68,10 +73,11 @@ void TellNews(const LinkState& link) noexcept;
 
 // Waits, without bound, until `done()`: for what only the reader can bring. Ends as well when the
 // link is lost, and on a worker when that is asked to stop: release must not hang on a controller
-// that has fallen silent. False: it ended without `done()`. [any]
+// that has fallen silent. `what` is for the trace. False: it ended without `done()`. [any]
 template <typename Done>
-bool WaitForReader(LinkState& link, Done done) noexcept {
-  const NewsWaiter waiter{link};
+bool WaitForReader(LinkState& link, Done done,
+                   const Awaited& what = awaited::kController) noexcept {
+  NewsWaiter waiter{link, what};
   for (;;) {
     if (done()) return true;
     if (link.lost != 0 || WorkerAskedToStop()) return false;

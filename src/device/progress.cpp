@@ -14,16 +14,17 @@ std::uint32_t Later(std::uint32_t a, std::uint32_t b) noexcept {
 }
 
 template <typename Done>
-void AwaitQueue(LinkState& link, JobState& job, Done done) noexcept {
+void AwaitQueue(LinkState& link, JobState& job, Done done, const Awaited& what) noexcept {
   std::uint32_t quietSince = TickMs();
   bool quiet = false;
-  AwaitReader(link, job, [&] {
+  const auto doneOrQuiet = [&] {
     if (done()) return true;
     const std::uint32_t now = TickMs();
     quietSince = JobOpen(job) != 0 ? now : Later(quietSince, job.lastReportTick);
     quiet = now - quietSince >= kQuietMs;
     return quiet;
-  });
+  };
+  AwaitReader(link, job, doneOrQuiet, what);
   if (quiet) ForgetMoves(job);
 }
 
@@ -50,14 +51,16 @@ bool MovesRemain(const JobState& job) noexcept {
 }
 
 void AwaitFewerInFlight(LinkState& link, JobState& job, std::int32_t lines) noexcept {
-  AwaitQueue(link, job, [&] {
+  const auto fewer = [&] {
     const auto inFlight = job.linesInFlight.Lock();
     return !inFlight || *inFlight < lines;
-  });
+  };
+  AwaitQueue(link, job, fewer, awaited::kRoom);
 }
 
 void AwaitNoMoves(LinkState& link, JobState& job) noexcept {
-  AwaitQueue(link, job, [&] { return !MovesRemain(job); });
+  AwaitQueue(
+      link, job, [&] { return !MovesRemain(job); }, awaited::kNoMoves);
 }
 
 void ForgetMoves(JobState& job) noexcept {

@@ -18,10 +18,11 @@ bool IsIdle(const DeviceState& record) noexcept;
 // A line has not begun, or a begun one has not ended. [any]
 bool MovesRemain(const JobState& job) noexcept;
 // Waits, without bound, until `done()`: for what only the reader can bring. A lost link ends it,
-// with both counts 0, and a worker that is asked to stop does not go on with it. False: it ended
-// without `done()`. [any]
+// with both counts 0, and a worker that is asked to stop does not go on with it. `what` is for the
+// trace. False: it ended without `done()`. [any]
 template <typename Done>
-bool AwaitReader(LinkState& link, JobState& job, Done done) noexcept;
+bool AwaitReader(LinkState& link, JobState& job, Done done,
+                 const Awaited& what = awaited::kController) noexcept;
 
 // Waits until the controller has taken so many lines that fewer than `lines` are in flight, and
 // until it has carried out every move. Without bound in a job; outside one, where a controller need
@@ -36,8 +37,8 @@ void ForgetMoves(JobState& job) noexcept;
 void ClearAliveTicks(LinkState& link) noexcept;
 
 template <typename Done>
-bool AwaitReader(LinkState& link, JobState& job, Done done) noexcept {
-  if (WaitForReader(link, done)) return true;
+bool AwaitReader(LinkState& link, JobState& job, Done done, const Awaited& what) noexcept {
+  if (WaitForReader(link, done, what)) return true;
   if (link.lost != 0) ForgetMoves(job);
   return false;
 }

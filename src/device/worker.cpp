@@ -18,12 +18,14 @@ constexpr std::uint32_t kQuitMs = 5;  // from one request to quit to the next
 struct Start {
   DeviceState& record;
   WorkerBody body;
+  const char* role;
   UniqueHandle previous;
 };
 
 unsigned __stdcall Run(void* argument) noexcept {
   const std::unique_ptr<Start> start{static_cast<Start*>(argument)};
   const WorkerScope worker{start->record.stopWorkers};
+  const TracedThread traced{start->role, start->record.link.linkHandle};
   start->body(start->record);
   if (start->previous) WaitForSingleObject(start->previous.Get(), INFINITE);
   return 0;
@@ -35,7 +37,9 @@ void AwaitWorker(void*& slot) noexcept {
   if (slot == nullptr) return;
   // The host may be releasing the device from within a message of this very worker.
   if (InSendMessage()) ReplyMessage(0);
+  TracedWait traced{awaited::kWorker};
   for (std::uint32_t waitMs = 0; !AwaitHandle(slot, waitMs); waitMs = kQuitMs) {
+    traced.Look();
     // Closes a message box that the worker shows, now or later.
     PostThreadMessageW(GetThreadId(slot), WM_QUIT, 0, 0);
   }
@@ -45,8 +49,8 @@ void AwaitWorker(void*& slot) noexcept {
 
 }  // namespace
 
-bool StartWorker(DeviceState& record, void*& slot, WorkerBody body) noexcept {
-  std::unique_ptr<Start> start{new (std::nothrow) Start{record, body, {}}};
+bool StartWorker(DeviceState& record, void*& slot, WorkerBody body, const char* role) noexcept {
+  std::unique_ptr<Start> start{new (std::nothrow) Start{record, body, role, {}}};
   if (start == nullptr) return false;
   UniqueHandle thread{reinterpret_cast<HANDLE>(
       _beginthreadex(nullptr, 0, &Run, start.get(), CREATE_SUSPENDED, nullptr))};

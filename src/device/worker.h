@@ -10,10 +10,11 @@ namespace k7 {
 using WorkerBody = void (*)(DeviceState& record) noexcept;
 
 // Runs `body` on a new thread whose waits end when stopWorkers is set, and keeps its handle in
-// `slot`. An earlier worker of that slot may still be sitting in its last message to the host,
-// which may be what the host answers with this start: the new thread then ends only after that one.
-// False: no thread could be had. [host]
-bool StartWorker(DeviceState& record, void*& slot, WorkerBody body) noexcept;
+// `slot`; `role` names it in a trace. An earlier worker of that slot may still be sitting in its
+// last message to the host, which may be what the host answers with this start: the new thread then
+// ends only after that one. False: no thread could be had. [host]
+bool StartWorker(DeviceState& record, void*& slot, WorkerBody body,
+                 const char* role = "worker") noexcept;
 
 // Asks a running jog and ramp to end and waits for their threads; prompt also when the controller
 // is silent. Called before the link goes. [host]

@@ -54,7 +54,7 @@ void DrainMoves(LinkState& link, JobState& job, const Tools& tools) noexcept {
   const std::int64_t boundMs = kAirZDrainMs + tools.engraveDelayMs;
   std::uint32_t noted = start;
   std::uint32_t nextLook = start + kLookMs;
-  AwaitReader(link, job, [&] {
+  const auto drained = [&] {
     if (!MovesRemain(job)) return true;
     const std::uint32_t now = TickMs();
     if (!HasPneumaticHead(tools) || now - nextLook >= 0x80000000u) return false;
@@ -63,15 +63,18 @@ void DrainMoves(LinkState& link, JobState& job, const Tools& tools) noexcept {
     noted = now;
     nextLook = now + kLookMs;
     return false;
-  });
+  };
+  AwaitReader(link, job, drained, awaited::kNoMoves);
 }
 
 }  // namespace
 
 bool BeginJob(DeviceState& record) noexcept {
   if (record.link.connected != 1) return true;
+  TraceEvent(record.link.linkHandle, "job", "begin");
   if (ProximityIsTriggered(record)) {
     LiftFromProximity(record);
+    TraceEvent(record.link.linkHandle, "job", "refused");
     return false;
   }
   record.tools.cutterState = kCutterUp;
@@ -80,21 +83,26 @@ bool BeginJob(DeviceState& record) noexcept {
   SendLine(record.link, commands::kJobOutputOn);
   SendLine(record.link, commands::kBlockMessagesOn);
   // No bound: without the confirmation nothing may be sent, so the host waits here.
-  AwaitReader(record.link, record.job, [&] { return JobOpen(record.job) != 0; });
+  const auto begun = [&] { return JobOpen(record.job) != 0; };
+  AwaitReader(record.link, record.job, begun, awaited::kJobBegun);
   record.link.alive.Set({});
   jobAbortRequest = 0;
+  TraceEvent(record.link.linkHandle, "job", "begun");
   return true;
 }
 
 void EndJob(DeviceState& record) noexcept {
   if (record.link.connected != 1) return;
+  TraceEvent(record.link.linkHandle, "job", "end");
   DrainMoves(record.link, record.job, record.tools);
   SendLine(record.link, commands::kBlockMessagesOff);
   // No bound while the controller does not confirm; a lost link ends the wait.
-  AwaitReader(record.link, record.job, [&] { return JobOpen(record.job) != 1; });
+  const auto ended = [&] { return JobOpen(record.job) != 1; };
+  AwaitReader(record.link, record.job, ended, awaited::kJobEnded);
   SendLine(record.link, commands::kJobOutputOff);
   ClearAliveTicks(record.link);
   record.job.firstMove = 0;
+  TraceEvent(record.link.linkHandle, "job", "ended");
 }
 
 }  // namespace k7

@@ -92,7 +92,7 @@ void StartJog(DeviceState& record, std::uint32_t direction, std::uint32_t speedM
   record.jog.jogSpeedMode = speedMode;
   record.jog.jogKey = key;
   record.jog.jogEndMessage = endMessage;
-  if (!StartWorker(record, record.jog.jogThread, &Jog)) record.jog.jogBusy = 0;
+  if (!StartWorker(record, record.jog.jogThread, &Jog, "jog")) record.jog.jogBusy = 0;
 }
 
 }  // namespace k7

@@ -36,8 +36,10 @@ void PlungeAgain(DeviceState& record, std::uint32_t hostX, std::uint32_t hostY) 
 std::uint32_t StartPass(DeviceState& record, std::uint32_t pass, std::uint32_t hostX,
                         std::uint32_t hostY, wchar_t* status, std::int32_t size) noexcept {
   if (record.link.connected != 1) return 0;
-  AwaitReader(record.link, record.job, [&] { return !MovesRemain(record.job); });
+  const auto drained = [&] { return !MovesRemain(record.job); };
+  AwaitReader(record.link, record.job, drained, awaited::kNoMoves);
   TakePassDepth(record.passes, pass);
+  TracePass(record.link.linkHandle, pass, record.passes.passCount, record.passes.passDepth);
   if (record.tools.cutterState == kCutterDown) PlungeAgain(record, hostX, hostY);
   const PassStatus line{.pass = pass,
                         .count = record.passes.passCount,

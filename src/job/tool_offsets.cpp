@@ -60,6 +60,7 @@ bool UserAccepts(const NotifyState& notify, const Accessory& accessory, const Ho
   AppendText(question, helper.FormatLength(offsetX).text);
   AppendText(question, L"\nY: ");
   AppendText(question, helper.FormatLength(offsetY).text);
+  const TracedStandstill traced{awaited::kUser};
   return MessageBoxW(static_cast<HWND>(notify.ownerWindow.Get()), question, accessory.caption,
                      MB_YESNO) == IDYES;
 }

@@ -11,6 +11,7 @@
 #include "link/commands.h"
 #include "link/queue.h"
 #include "link/reader.h"
+#include "link/tags.h"
 
 namespace k7 {
 
@@ -29,6 +30,7 @@ void AttachLink(DeviceState& record, LinkHandle link, std::uint32_t linkType,
   CopyText(state.portName, portName);
   state.linkHandle = link;
   state.linkType = linkType;
+  TraceName(link, "attach", NameOfLink(linkType), state.portName);
   ForEachGuarded(record, [](auto& guarded) { guarded.Open(); });
   state.alive.Set({});
   state.lost = 0;
@@ -41,12 +43,13 @@ void AttachLink(DeviceState& record, LinkHandle link, std::uint32_t linkType,
 
 void DetachLink(DeviceState& record, std::uint32_t linkType) noexcept {
   LinkState& state = record.link;
+  TraceEvent(state.linkHandle, "detach");
   CopyText(state.portName, static_cast<const wchar_t*>(nullptr));
   state.readerRun = 0;
   if (state.readerWake != nullptr) SetEvent(state.readerWake);
   {
     // The host can set the mark itself (slot 120), so that there may be no reader to end it.
-    const NewsWaiter waiter{state};
+    NewsWaiter waiter{state, awaited::kReader};
     while (state.readerAlive == 1) waiter.Round();
   }
   JoinReader(record);
@@ -64,7 +67,7 @@ void DetachLink(DeviceState& record, std::uint32_t linkType) noexcept {
   }
 }
 
-void SendLine(LinkState& state, const char* line) noexcept {
+void SendLine(LinkState& state, const char* line, CommandTag tag) noexcept {
   if (line == nullptr) return;
   const auto queue = state.writeQueue.Lock();
   if (!queue || state.linkHandle == nullptr || *queue == nullptr) return;
@@ -72,9 +75,12 @@ void SendLine(LinkState& state, const char* line) noexcept {
   // Nothing is waited for any more on a lost link.
   const bool alreadyLost = state.lost != 0;
   const DWORD waitMs = alreadyLost ? 0 : WriteQueue::kWaitMs;
+  // Under the lock, so that the trace has the lines in the order in which they go out.
+  TraceSent(state.linkHandle, kTagNames[static_cast<std::size_t>(tag)], line);
   if ((*queue)->Write(line, std::strlen(line), waitMs) != WriteResult::Lost || alreadyLost) return;
   state.readerRun = 0;
   state.lost = 1;
+  TraceEvent(state.linkHandle, "lost", "write");
   SetEvent(state.readerWake);
   TellNews(state);
   Sleep(kLostLinkPauseMs);

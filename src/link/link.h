@@ -10,6 +10,11 @@ namespace k7 {
 // The network port of a controller that is reached by TCP.
 inline constexpr wchar_t kControllerService[] = L"23";
 
+// A kLink number as a trace names it. [any]
+constexpr const char* NameOfLink(std::uint32_t linkType) noexcept {
+  return linkType == kLinkSerial ? "serial" : linkType == kLinkTcp ? "tcp" : "none";
+}
+
 // Attaches an open serial handle or socket: opens the record's guarded values, makes the write
 // queue, and starts the reader thread; returns once that has announced itself or could not be
 // started. A link that is still attached is detached first. [host]
@@ -24,8 +29,8 @@ void DetachLink(DeviceState& record, std::uint32_t linkType) noexcept;
 
 // Sends the bytes of one zero-terminated line, its line feed included; null ignored. Waits up to
 // 100 ms; a write that is still outstanding then keeps its own bytes and goes out in order. A write
-// that fails stops the reader. Without a link: nothing. [any]
-void SendLine(LinkState& state, const char* line) noexcept;
+// that fails stops the reader. `tag` is for the trace. Without a link: nothing. [any]
+void SendLine(LinkState& state, const char* line, CommandTag tag = CommandTag::None) noexcept;
 
 // Goes on with writes whose senders no longer wait for them. Cheap when there are none. [reader]
 void PumpWrites(LinkState& state) noexcept;

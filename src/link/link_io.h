@@ -4,6 +4,7 @@
 #include <windows.h>
 #include <winsock2.h>
 
+#include "base/trace.h"
 #include "device/device_state.h"
 
 namespace k7 {
@@ -17,6 +18,11 @@ enum class IoStart { Completed, Pending, Failed };
 class LinkIo {
  public:
   LinkIo(LinkHandle link, std::uint32_t linkType) noexcept : link_(link), linkType_(linkType) {}
+
+  // An operation has failed: for the trace.
+  void TraceFailed(const char* what, DWORD error) const noexcept {
+    TraceFailure(link_, what, error);
+  }
 
   bool IsSerial() const noexcept { return linkType_ == kLinkSerial; }
 

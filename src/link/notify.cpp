@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "base/trace.h"
+
 namespace k7 {
 
 namespace {
@@ -25,8 +27,10 @@ bool IsSilent(const DeviceState& record) noexcept {
 
 void NotifyHost(const NotifyState& notify, std::uint32_t message) noexcept {
   if (const NotifyCallback callback = notify.notifyCallback) {
+    const TracedMessage traced{"callback", message};
     callback(message, notify.notifyContext);
   } else if (const WindowHandle window = notify.ownerWindow) {
+    const TracedMessage traced{"window", message};
     SendMessageW(static_cast<HWND>(window), message, 0, 0);
   }
 }
@@ -43,6 +47,7 @@ void SendReport(const NotifyState& notify, HostReport report, std::int32_t wPara
 void SendToHost(WindowHandle window, std::uint32_t message, std::int32_t wParam,
                 std::int32_t lParam) noexcept {
   if (window == nullptr || message == 0) return;
+  const TracedMessage traced{"window", message, wParam, lParam};
   SendMessageW(static_cast<HWND>(window), message, static_cast<WPARAM>(wParam),
                static_cast<LPARAM>(lParam));
 }

@@ -69,6 +69,7 @@ WriteResult WriteQueue::Advance(const Line* own) noexcept {
           continue;
         }
         lost = true;
+        io_.TraceFailed("write", error);
       }
     } else {
       const IoStart start =
@@ -83,6 +84,7 @@ WriteResult WriteQueue::Advance(const Line* own) noexcept {
         ++line.aborted;
         continue;
       }
+      if (start == IoStart::Failed) io_.TraceFailed("write", GetLastError());
     }
     const bool wasOwn = &line == own;
     PopFirst();

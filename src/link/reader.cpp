@@ -37,6 +37,7 @@ constexpr DWORD kArrivalMs = 10;
 // Ends the process as a broken bound does, without running any handler. What sends 256 bytes
 // without a line end is no controller, and nothing that it says may reach the machine's state.
 [[noreturn]] void EndProcess() noexcept {
+  TraceEvent(nullptr, "fail", "overlong 256");
   TerminateProcess(GetCurrentProcess(), static_cast<UINT>(STATUS_STACK_BUFFER_OVERRUN));
   for (;;) Sleep(INFINITE);
 }
@@ -217,6 +218,7 @@ class ReadSide {
 
   // A link that works again is no longer lost, unless a failed write has stopped this reader.
   void OnSuccess() noexcept {
+    if (failing_) TraceEvent(record_.link.linkHandle, "back");
     failing_ = false;
     if (record_.link.lost != 0 && Run()) record_.link.lost = 0;
   }
@@ -225,10 +227,14 @@ class ReadSide {
     // Somebody has broken off the port's operations (another program had left fAbortOnError on).
     if (error == ERROR_OPERATION_ABORTED && Run()) io_.ClearError();
     const std::uint32_t now = TickMs();
-    if (!failing_) failingSinceMs_ = now;
+    if (!failing_) {
+      io_.TraceFailed("read", error);
+      failingSinceMs_ = now;
+    }
     failing_ = true;
     if (now - failingSinceMs_ >= kLostMs && record_.link.lost == 0) {
       record_.link.lost = 1;
+      TraceEvent(record_.link.linkHandle, "lost", "read");
       TellNews(record_.link);
     }
     AwaitEvent(nullptr, kRetryMs);
@@ -284,6 +290,7 @@ struct Start {
 
 void RunReader(DeviceState& record, std::atomic<bool>& announced) noexcept {
   {
+    const TracedThread traced{"reader", record.link.linkHandle};
     ReadSide reading{record};
     record.link.readerAlive = 1;
     announced.store(true);  // from here on `announced` belongs to nobody
@@ -291,6 +298,7 @@ void RunReader(DeviceState& record, std::atomic<bool>& announced) noexcept {
     if (reading.IsReady()) {
       do {
         if (const std::string_view line = reading.ReadLine(); !line.empty()) {
+          TraceReceived(line);
           HandleLine(record, line);
         }
       } while (record.link.readerRun == 1);
@@ -314,14 +322,14 @@ void StartReader(DeviceState& record) noexcept {
       reinterpret_cast<void*>(_beginthreadex(nullptr, 0, ReaderMain, &start, 0, nullptr));
   if (record.link.readerThread == nullptr) return;
   // Not WaitForReader: `start` must outlive the announcement, whatever becomes of the link.
-  const NewsWaiter waiter{record.link};
+  NewsWaiter waiter{record.link, awaited::kReader};
   while (!start.announced.load()) waiter.Round();
 }
 
 void JoinReader(DeviceState& record) noexcept {
   if (record.link.readerThread == nullptr) return;
-  while (!AwaitHandle(record.link.readerThread, kReadWaitMs)) {
-  }
+  TracedWait traced{awaited::kReader};
+  while (!AwaitHandle(record.link.readerThread, kReadWaitMs)) traced.Look();
   CloseHandle(record.link.readerThread);
   record.link.readerThread = nullptr;
 }

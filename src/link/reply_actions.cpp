@@ -23,6 +23,7 @@ void Add(Guarded<std::int32_t>& count, std::int32_t change) noexcept {
 // A dwell of the tool where it is. KEEP: by watching the clock; a sleep would add up to a time
 // slice to every hole of a drilled job.
 void Dwell(const Tools& tools) noexcept {
+  const TracedWait traced{awaited::kEngraveDelay};
   const std::uint64_t startUs = ClockUs();
   const auto delayUs = static_cast<std::uint64_t>(tools.engraveDelayMs.Get()) * 1000;
   std::uint64_t spentUs = 0;
@@ -75,6 +76,7 @@ void ToolOn(DeviceState& record) noexcept {
     if (record.tools.dontLowerAirZ == 0) {
       SendLine(record.link, commands::kToolOn);
       if (record.tools.engraveDelayMs > 0) {
+        const TracedWait traced{awaited::kEngraveDelay};
         Sleep(static_cast<DWORD>(record.tools.engraveDelayMs.Get()));
       }
     }
@@ -137,6 +139,7 @@ void OnConnected(DeviceState& record) noexcept {
   record.link.alive.Set({.lastCheckTick = now, .lastAnswerTick = now});
   record.link.connected = 1;
   if (const WindowHandle window = record.notify.connectNotifyWindow) {
+    const TracedMessage traced{"window", record.notify.connectNotifyMessage};
     SendMessageW(static_cast<HWND>(window), record.notify.connectNotifyMessage, 0, 0);
   }
 }

@@ -1,5 +1,7 @@
 #include "link/serial.h"
 
+#include "base/trace.h"
+
 namespace k7 {
 
 namespace {
@@ -27,7 +29,12 @@ void Configure(HANDLE port) noexcept {
 UniqueFile OpenSerialPort(const wchar_t* path) noexcept {
   UniqueFile port{CreateFileW(path, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
                               FILE_FLAG_OVERLAPPED, nullptr)};
-  if (port) Configure(port.Get());
+  if (!port) {
+    TraceFailure(nullptr, "open", GetLastError(), path);
+    return port;
+  }
+  TraceName(port.Get(), "open", "serial", path);
+  Configure(port.Get());
   return port;
 }
 

@@ -5,6 +5,9 @@
 
 namespace k7 {
 
+// By tag, as a trace names them.
+inline constexpr const char* kTagNames[] = {"-", "move", "plunge", "jog", "lift", "dwell"};
+
 // Writes the tag at the ring's write index and advances the index, which wraps at 1024. Done before
 // the line goes on the wire: an answer can be faster than the sender's next statement. Nothing
 // checks for overrun. Without a link: nothing. [any]

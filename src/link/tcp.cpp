@@ -2,6 +2,8 @@
 
 #include <ws2tcpip.h>
 
+#include "base/trace.h"
+
 namespace k7 {
 
 namespace {
@@ -16,6 +18,7 @@ SOCKET ConnectToFirst(const ADDRINFOW* addresses) noexcept {
                    nullptr, nullptr) != SOCKET_ERROR) {
       return socket;
     }
+    TraceFailure(AsLink(socket), "connect", static_cast<std::uint32_t>(WSAGetLastError()));
     closesocket(socket);
   }
   return INVALID_SOCKET;
@@ -27,7 +30,10 @@ SOCKET ResolveAndConnect(const wchar_t* address, const wchar_t* service) noexcep
   hints.ai_socktype = SOCK_STREAM;
   hints.ai_protocol = IPPROTO_TCP;
   ADDRINFOW* addresses = nullptr;
-  if (GetAddrInfoW(address, service, &hints, &addresses) != 0) return INVALID_SOCKET;
+  if (const int error = GetAddrInfoW(address, service, &hints, &addresses); error != 0) {
+    TraceFailure(nullptr, "resolve", static_cast<std::uint32_t>(error), address);
+    return INVALID_SOCKET;
+  }
   const SOCKET socket = ConnectToFirst(addresses);
   FreeAddrInfoW(addresses);
   return socket;
@@ -39,12 +45,17 @@ SOCKET OpenTcp(const wchar_t* address, const wchar_t* service) noexcept {
   WSADATA ignored;
   if (WSAStartup(MAKEWORD(2, 2), &ignored) != 0) return INVALID_SOCKET;
   const SOCKET socket = ResolveAndConnect(address, service);
-  if (socket == INVALID_SOCKET) WSACleanup();
+  if (socket == INVALID_SOCKET) {
+    WSACleanup();
+    return socket;
+  }
+  TraceName(AsLink(socket), "open", "tcp", address);
   return socket;
 }
 
 void CloseLink(std::uint32_t linkType, LinkHandle link) noexcept {
   if (link == nullptr) return;
+  TraceEvent(link, "close");
   if (linkType == kLinkSerial) {
     CloseHandle(link);
   } else if (linkType == kLinkTcp) {

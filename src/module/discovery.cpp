@@ -60,6 +60,7 @@ int DiscoverControllers(ControllerTable& table, PortOpener open) noexcept {
     PortPath(path, number);
     const UniqueFile port = open(path);
     if (port && ProbePort(*temporary.Record(), port.Get(), path, table.entries[count])) ++count;
+    if (port) TraceEvent(port.Get(), "close");
   }
   return count;
 }

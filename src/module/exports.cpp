@@ -1,11 +1,13 @@
 // The four exported functions.
 #include "base/bounded_copy.h"
+#include "base/trace.h"
 #include "k7/driver.h"
 #include "module/connection.h"
 #include "module/controller_table.h"
 #include "module/discovery.h"
 
 int32_t EnumerateControllers() noexcept {
+  k7::BeginTraceIfWanted();
   return k7::DiscoverControllers(k7::Table());
 }
 
@@ -18,6 +20,7 @@ void GetControllerInfo(int32_t index, wchar_t* id, wchar_t* name, int32_t size) 
 
 k7::IEngraver* ConnectToController(const wchar_t* controllerId) noexcept {
   if (controllerId == nullptr) return nullptr;
+  k7::BeginTraceIfWanted();
   const int count = k7::DiscoverControllers(k7::Table());
   const k7::ControllerEntry* entry = k7::Table().Find(controllerId, count);
   return entry == nullptr ? nullptr : k7::ConnectTo(*entry);

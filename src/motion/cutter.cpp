@@ -23,7 +23,8 @@ bool ReaderWillAct(const DeviceState& record) noexcept {
 // Waits, without bound, until the reader clears the flag. A write that fails stops the reader,
 // which ends the wait, too.
 void WaitForTool(LinkState& link, JobState& job) noexcept {
-  AwaitReader(link, job, [&] { return job.waitFlag.ValueOr(0) != 1 || link.readerRun != 1; });
+  const auto done = [&] { return job.waitFlag.ValueOr(0) != 1 || link.readerRun != 1; };
+  AwaitReader(link, job, done, awaited::kTool);
 }
 
 }  // namespace
@@ -53,6 +54,7 @@ void DrainAndSetHold(JobState& job, LinkState& link, std::uint8_t hold) noexcept
 void LiftFromProximity(DeviceState& record) noexcept {
   SetFeedRate(record, record.tools.cutterUpSpeed);
   SendMove(record, {.z = 0});
+  const TracedStandstill traced{awaited::kUser};
   MessageBoxW(static_cast<HWND>(record.notify.ownerWindow.Get()),
               L"Prox was triggered. Close JFZ then reopen", L"Error", MB_OK);
 }

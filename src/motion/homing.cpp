@@ -26,6 +26,7 @@ namespace {
 void WarnOfRoundFixture(const Mechanics& mechanics, const NotifyState& notify) noexcept {
   const auto owner = static_cast<HWND>(notify.ownerWindow.Get());
   if (!IsRoundFixtureActive(mechanics) || owner == nullptr) return;
+  const TracedStandstill traced{awaited::kUser};
   MessageBoxW(owner, L"Cannot mechanical home while roundy is activated.", L"Roundy is activated",
               MB_OK);
 }
@@ -44,7 +45,8 @@ void HomeAxis(LinkState& link, JobState& job, SwitchStates& switches, Axis axis)
   Polled<std::uint8_t>& reached = switches.closed[axis];
   reached = 0;
   SendLine(link, commands::kHomeAxis[axis]);
-  AwaitReader(link, job, [&] { return reached != 0; });
+  AwaitReader(
+      link, job, [&] { return reached != 0; }, awaited::kSwitchReached);
 }
 
 }  // namespace
@@ -97,7 +99,8 @@ void QuerySwitches(DeviceState& record, std::uint8_t* x, std::uint8_t* y, std::u
   SendLine(record.link, commands::kAskSwitches);
   // KEEP: switchesRead is never cleared, so only the first query waits. Later queries give the
   // states of the last report received.
-  AwaitReader(record.link, record.job, [&] { return record.switches.switchesRead != 0; });
+  const auto read = [&] { return record.switches.switchesRead != 0; };
+  AwaitReader(record.link, record.job, read, awaited::kSwitches);
   if (x != nullptr) *x = record.switches.closed.x;
   if (y != nullptr) *y = record.switches.closed.y;
   if (z != nullptr) *z = record.switches.closed.z;

@@ -29,6 +29,7 @@ void ShowSurfaceViolation(const NotifyState& notify, const NumberText& excessInc
   AppendText(text, L"Current settings will violate the table zero and table buffer settings by ");
   AppendText(text, excess);
   AppendText(text, L" inches");
+  const TracedStandstill traced{awaited::kUser};
   MessageBoxW(owner, text, L"Table Surface/Buffer Violation", MB_OK);
 }
 
@@ -66,7 +67,7 @@ std::uint32_t SendMove(DeviceState& record, const AxisTargets& targets, CommandT
 
   AwaitFewerInFlight(record.link, record.job, kQueueLines);
   if (tag != CommandTag::None) PushTag(record.job, tag);
-  SendLine(record.link, plan.line.c_str());
+  SendLine(record.link, plan.line.c_str(), tag);
   // Of a line on a lost link nothing will be reported.
   if (record.link.lost != 0) return kStatusSent;
   // The reader may have counted the line off already; the count is then -1 until this statement.

@@ -28,7 +28,8 @@ void ProbeSurface(DeviceState& record) noexcept {
   CopyText(record.position.lastFeedText, FormatFixed(feed, 3).c_str());
   SendLine(record.link, ProbeLine(speed).c_str());
   // Without a touch there is no surface to declare.
-  if (!AwaitReader(record.link, record.job, [&] { return record.tools.probePending != 1; })) return;
+  const auto touched = [&] { return record.tools.probePending != 1; };
+  if (!AwaitReader(record.link, record.job, touched, awaited::kTouch)) return;
   DeclarePosition(record.link, record.position, {.z = record.position.cutterHome});
 }
 

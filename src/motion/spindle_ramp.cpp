@@ -71,7 +71,7 @@ bool StartSpindleRamp(DeviceState& record, std::int32_t direction, WindowHandle 
   record.spindle.rampMessage = message;
   record.spindle.rampKey = key;
   record.spindle.rampDirection = static_cast<std::uint32_t>(direction);
-  if (StartWorker(record, record.spindle.rampThread, &RampSpindle)) return true;
+  if (StartWorker(record, record.spindle.rampThread, &RampSpindle, "ramp")) return true;
   record.spindle.rampDirection = kRampIdle;
   return false;
 }

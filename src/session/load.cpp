@@ -179,6 +179,7 @@ void SendMappingAndPosition(DeviceState& record) {
 // between the reads.
 void LoadSettings(DeviceState& record) noexcept {
   const SettingsFile file{record.link};
+  file.TraceLoad();
   file.ReadText(kFriendlyName, record.link.friendlyName, kNameCapacity);
   LoadRows(record, file, kAxisRows);
   const bool modeChanged = LoadRoundMode(record, file);

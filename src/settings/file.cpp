@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "base/bounded_copy.h"
+#include "base/trace.h"
 #include "settings/encodings.h"
 
 namespace k7 {
@@ -11,6 +12,14 @@ using namespace settings;  // rows and readers, in every signature here
 
 SettingsFile::SettingsFile(const wchar_t* path) noexcept {
   CopyText(path_.text, path);
+}
+
+void SettingsFile::TraceLoad() const noexcept {
+  if (!Tracing()) return;
+  const DWORD error = GetLastError();
+  const bool found = GetFileAttributesW(path_.text) != INVALID_FILE_ATTRIBUTES;
+  TraceName(nullptr, "load", found ? "found" : "missing", path_.text);
+  SetLastError(error);
 }
 
 std::int32_t SettingsFile::ReadInt(const IntRow& row, Reader reader) const noexcept {

@@ -20,6 +20,8 @@ class SettingsFile {
   explicit SettingsFile(const wchar_t* path) noexcept;
 
   const wchar_t* Path() const noexcept { return path_.text; }
+  // The file is about to be loaded as a whole: for the trace.
+  void TraceLoad() const noexcept;
 
   // A missing key reads as what `reader` takes for it, one that is present but empty as 0.
   std::int32_t ReadInt(const settings::IntRow& row,

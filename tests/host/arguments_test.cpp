@@ -39,6 +39,7 @@ TEST(Arguments, KnowsEveryCommand) {
       {"spindle on", Command::Spindle},
       {"settings", Command::Settings},
       {"setup", Command::Setup},
+      {"trace f", Command::Trace},
   };
   for (const auto& c : kCases) EXPECT_EQ(Good(c.line).command, c.want) << c.line;
 }
@@ -70,6 +71,25 @@ TEST(Arguments, JogTakesADirectionAndAKey) {
   EXPECT_EQ(Good("jog --direction y-").direction, k7::kJogYMinus);
   EXPECT_EQ(Good("jog --direction up").direction, k7::kJogZUp);
   EXPECT_EQ(Good("jog --direction down").direction, k7::kJogZDown);
+}
+
+TEST(Arguments, EveryCommandThatLoadsTheDriverTakesATrace) {
+  for (const char* line : {"list", "info", "engrave f", "estimate f", "home", "switches", "jog",
+                           "goto 1 2", "spindle on", "spindle ramp up", "settings", "setup"}) {
+    EXPECT_EQ(Good(std::string(line) + " --trace a.txt").trace, "a.txt") << line;
+  }
+  EXPECT_FALSE(Parse("trace f --trace a.txt").arguments.has_value());
+}
+
+TEST(Arguments, TraceTakesWhatItIsToShow) {
+  const Arguments a = Good("trace a.txt --summary --json --follow");
+  EXPECT_EQ(a.file, "a.txt");
+  EXPECT_TRUE(a.traceSummary);
+  EXPECT_TRUE(a.json);
+  EXPECT_TRUE(a.traceFollow);
+  EXPECT_EQ(Good("trace a.txt --svg b.svg").traceSvg, "b.svg");
+  EXPECT_FALSE(Parse("trace a.txt --svg b.svg --summary").arguments.has_value());
+  EXPECT_FALSE(Parse("trace").arguments.has_value());
 }
 
 TEST(Arguments, SpindleTakesAnAction) {

@@ -5,6 +5,7 @@
 #include <psapi.h>
 
 #include <cstdint>
+#include <string>
 
 namespace {
 
@@ -42,18 +43,39 @@ void Cycle(bool search) {
   ASSERT_EQ(GetModuleHandleW(L"k7driver.dll"), nullptr);
 }
 
-class LoadCycle : public testing::TestWithParam<bool> {};
-INSTANTIATE_TEST_SUITE_P(, LoadCycle, testing::Bool(), [](const auto& search) {
-  return std::string{search.param ? "WithASearch" : "Alone"};
-});
+enum class Use { Alone, Search, TracedSearch };
+
+class LoadCycle : public testing::TestWithParam<Use> {
+ protected:
+  LoadCycle() {
+    if (GetParam() == Use::TracedSearch) SetEnvironmentVariableW(L"K7_TRACE", L"load_cycle.txt");
+  }
+  ~LoadCycle() override {
+    SetEnvironmentVariableW(L"K7_TRACE", nullptr);
+    DeleteFileW(L"load_cycle.txt");
+  }
+};
+std::string NameOf(const testing::TestParamInfo<Use>& use) {
+  switch (use.param) {
+    case Use::Alone:
+      return "Alone";
+    case Use::Search:
+      return "WithASearch";
+    default:
+      return "WithATracedSearch";
+  }
+}
+INSTANTIATE_TEST_SUITE_P(, LoadCycle, testing::Values(Use::Alone, Use::Search, Use::TracedSearch),
+                         NameOf);
 
 TEST_P(LoadCycle, LeavesNoIndexNoHandleAndNoMemoryBehind) {
-  const int cycles = GetParam() ? 100 : 500;       // a search opens fifty ports
-  for (int i = 0; i < 20; ++i) Cycle(GetParam());  // what the system keeps for itself
+  const bool search = GetParam() != Use::Alone;
+  const int cycles = GetParam() == Use::Alone ? 500 : GetParam() == Use::Search ? 100 : 15;
+  for (int i = 0; i < 20; ++i) Cycle(search);  // what the system keeps for itself
   const DWORD handles = Handles();
   const DWORD index = NextThreadLocalIndex();
   const SIZE_T bytes = PrivateBytes();
-  for (int i = 0; i < cycles; ++i) Cycle(GetParam());
+  for (int i = 0; i < cycles; ++i) Cycle(search);
   EXPECT_EQ(Handles(), handles);
   EXPECT_EQ(NextThreadLocalIndex(), index);
   EXPECT_LT(PrivateBytes(), bytes + static_cast<SIZE_T>(cycles) * 1024) << "a kilobyte a cycle";

@@ -112,6 +112,7 @@ void LoadEngraveSettings(HWND dialog, const wchar_t* path) noexcept {
   if (dialogDevice == nullptr) return;
   if (path != nullptr) SetFilling(dialog, Filling::FromProfile);
   const SettingsFile file = EngraveFile(path);
+  file.TraceLoad();
 
   SetWindowTextW(dialog, dialogDevice->link.friendlyName);
   SetFlags(file);
