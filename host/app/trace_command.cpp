@@ -81,11 +81,26 @@ class Printer {
     if (arguments_.json) return PrintLine(TraceEntryJson(*entry));
     if (!titled_) PrintLine(TraceTitles());
     titled_ = true;
+    // A search finds many; they are one line.
+    if (IsMissingPort(entry->record)) {
+      ++missingPorts_;
+      return;
+    }
+    if (missingPorts_ > 0) {
+      PrintLine(std::string(28, ' ') + "(" + std::to_string(missingPorts_) +
+                " ports of a search do not exist)");
+    }
+    missingPorts_ = 0;
     PrintLine(TraceEntryText(*entry));
+  }
+
+  static bool IsMissingPort(const TraceRecord& record) {
+    return record.kind == "fail" && record.rest.starts_with("open 2 ");
   }
 
   const Arguments& arguments_;
   TraceStory story_;
+  int missingPorts_ = 0;  // since the last line
   bool titled_ = false;
 };
 
@@ -138,7 +153,9 @@ int RunTrace(const Arguments& arguments) {
     return Fail(kExitUsage, arguments.file + " is no trace: none of its lines is a record");
   }
   if (arguments.traceSummary) {
-    PrintLine(arguments.json ? TraceSummaryJson(summary) : TraceSummaryText(summary));
+    std::string text = arguments.json ? TraceSummaryJson(summary) : TraceSummaryText(summary);
+    while (text.ends_with('\n')) text.pop_back();
+    PrintLine(text);
   }
   if (arguments.traceSvg.empty()) return kExitOk;
   std::ofstream out(fs::path(WideText(arguments.traceSvg)), std::ios::binary);
