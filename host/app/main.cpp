@@ -8,6 +8,7 @@
 #include "app/commands.h"
 #include "app/console.h"
 #include "app/stop_request.h"
+#include "app/watchdog.h"
 #include "core/text.h"
 
 namespace k7host {
@@ -62,7 +63,7 @@ int main() {
     return parsed.error.empty() ? parsed.exitCode : FailLine(parsed.exitCode, parsed.error);
   }
   InstallStopHandler();
-  const int code = Run(*parsed.arguments);
+  const int code = RunWatched([&parsed] { return Run(*parsed.arguments); });
   StopHandled();
   return code;
 }
