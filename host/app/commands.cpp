@@ -1,10 +1,15 @@
 // The commands that ask or move the machine once.
 #include "app/commands.h"
 
+#include <cmath>
 #include <optional>
+#include <vector>
 
 #include "app/console.h"
+#include "app/ports.h"
 #include "app/stop_request.h"
+#include "app/watchdog.h"
+#include "core/machine_check.h"
 #include "core/text.h"
 
 namespace k7host {
@@ -17,8 +22,9 @@ std::string LinkName(std::uint32_t type) {
   return type == k7::kLinkSerial ? "serial" : type == k7::kLinkTcp ? "tcp" : "none";
 }
 
-std::string StepsText(double stepsPerInch) {
-  return InchesText(stepsPerInch);
+// A place as the driver tells it; one that no table can have is not known.
+std::string PlaceText(std::int32_t thousandths) {
+  return SaneText(std::abs(thousandths / 1000.0) < 100000.0 ? thousandths / 1000.0 : NAN);
 }
 
 std::string Fitted(k7::IEngraver& device) {
@@ -47,17 +53,49 @@ std::optional<std::string> ReadSwitchText(k7::IEngraver& device) {
          " prox=" + std::to_string(prox);
 }
 
+std::optional<std::string> AskSwitches(Session& session) {
+  const WaitingFor waiting(Waiting::Switches);
+  return ReadSwitchText(session.Device());
+}
+
+// "COM7", of "\\\\.\\COM7".
+std::string PortName(k7::IEngraver& device) {
+  wchar_t port[k7::kNameCapacity] = {};
+  device.GetPortName(port, k7::kNameCapacity);
+  const std::string name = NarrowText(port);
+  return name.starts_with("\\\\.\\") ? name.substr(4) : name;
+}
+
+// Port and link of a controller, separated by a tab.
+std::string AskPort(const Arguments& arguments, const std::string& id) {
+  Arguments one = arguments;
+  one.id = id;
+  Session session;
+  if (session.Open(one) != kExitOk) return "-\t-";
+  return PortName(session.Device()) + "\t" + LinkName(session.Device().GetLinkType());
+}
+
 }  // namespace
 
-int RunList(const Arguments&) {
+int RunList(const Arguments& arguments) {
   Session session;
   const int code = session.Load();
   if (code != kExitOk) return code;
-  const std::int32_t count = session.Driver().enumerate();
+  const std::uint64_t start = GetTickCount64();
+  const std::int32_t count = Search(session.Driver());
+  const std::uint64_t tookMs = GetTickCount64() - start;
+  const SerialPorts ports = LookAtPorts();
+  Notice("the search took " + InchesFromThousandths(static_cast<std::int64_t>(tookMs)) +
+         " s: " + PortsText(ports));
   if (count < 1) return Fail(kExitMachine, "no controller found");
-  for (std::int32_t i = 0; i < count; ++i) {
-    const ControllerEntry entry = ReadEntry(session.Driver(), i);
-    PrintLine(std::to_string(i) + "\t" + entry.id + "\t" + entry.name);
+  std::vector<ControllerEntry> entries;
+  for (std::int32_t i = 0; i < count; ++i) entries.push_back(ReadEntry(session.Driver(), i));
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    std::string port = "-\t-";
+    // The search finds controllers on serial ports alone.
+    if (entries.size() == 1 && ports.free.size() == 1) port = ports.free[0] + "\tserial";
+    if (arguments.ports) port = AskPort(arguments, entries[i].id);
+    PrintLine(std::to_string(i) + "\t" + entries[i].id + "\t" + entries[i].name + "\t" + port);
   }
   return kExitOk;
 }
@@ -79,30 +117,45 @@ int RunInfo(const Arguments& arguments) {
   Print("link", LinkName(device.GetLinkType()));
   Print("table", InchesFromThousandths(device.GetTableWidth()) + " x " +
                      InchesFromThousandths(device.GetTableHeight()) + " inches");
-  Print("resolution", StepsText(device.GetXStepsPerUnit()) + " x " +
-                          StepsText(device.GetYStepsPerUnit()) + " x " +
-                          StepsText(device.GetZStepsPerInch()) + " steps per inch");
+  Print("resolution", SaneText(device.GetXStepsPerUnit()) + " x " +
+                          SaneText(device.GetYStepsPerUnit()) + " x " +
+                          SaneText(device.GetZStepsPerInch()) + " steps per inch");
   Print("passes", std::to_string(device.GetPassCount()));
-  std::int32_t x = 0;
-  std::int32_t y = 0;
-  device.GetMachinePosition(&x, &y, nullptr);
-  Print("location", InchesFromThousandths(x) + " " + InchesFromThousandths(y) + " inches");
+  Print("location", PositionText(session));
   Print("fitted", Fitted(device));
   Print("settings", NarrowText(path));
   return kExitOk;
 }
 
-void PrintPosition(Session& session) {
+std::string PositionText(Session& session) {
+  HostWindow& window = session.Window();
+  window.Clear();
+  // Told in steps, which are exact. The thousandths of GetMachinePosition are rounded half up, also
+  // below zero, and would differ from what a jog to the same place shows.
+  session.Device().GetCurrentPosition(nullptr, nullptr);
+  if (const auto& position = window.Reports().position) {
+    const Table table = session.MachineTable();
+    return InchesFromSteps(position->xSteps, table.xStepsPerInch) + " " +
+           InchesFromSteps(position->ySteps, table.yStepsPerInch) + " inches";
+  }
   std::int32_t x = 0;
   std::int32_t y = 0;
   session.Device().GetMachinePosition(&x, &y, nullptr);
-  Print("position", InchesFromThousandths(x) + " " + InchesFromThousandths(y));
+  return PlaceText(x) + " " + PlaceText(y) + " inches";
+}
+
+void PrintPosition(Session& session) {
+  Print("position", PositionText(session));
 }
 
 int HomeMachine(Session& session) {
   session.Window().Clear();
-  session.Device().HomeTable();
+  {
+    const WaitingFor waiting(Waiting::Homing);
+    session.Device().HomeTable();
+  }
   session.Window().Wait(0);
+  if (const int code = session.CheckLink("homing"); code != kExitOk) return code;
   // The driver reports the position at the end of a homing; without a report it has not homed.
   if (!session.Window().Reports().position) {
     return Fail(kExitMachine, "the machine did not home: it needs all four switches");
@@ -113,7 +166,8 @@ int HomeMachine(Session& session) {
 
 int RunHome(const Arguments& arguments) {
   Session session;
-  const int code = session.Open(arguments);
+  int code = session.Open(arguments);
+  if (code == kExitOk) code = session.CheckSettings();
   return code != kExitOk ? code : HomeMachine(session);
 }
 
@@ -123,12 +177,17 @@ int RunSwitches(const Arguments& arguments) {
   if (code != kExitOk) return code;
   std::string last;
   do {
-    const std::optional<std::string> now = ReadSwitchText(session.Device());
+    // The driver waits for the first report alone; a watch asks for signs of life as well.
+    const std::optional<std::string> now = AskSwitches(session);
     if (!now) {
       return Fail(kExitMachine, "the machine does not tell its switches: it needs all four");
     }
     if (*now != last) Print("switches", *now);
     last = *now;
+    if (arguments.watch && session.Device().CheckAlive() == 0) {
+      return Fail(kExitUnknown, session.IsLinkLost() ? "link lost: the machine is gone"
+                                                     : "the machine no longer answers");
+    }
     if (arguments.watch) session.Window().Wait(kWatchMs);
   } while (arguments.watch && !StopRequested());
   return kExitOk;
@@ -136,7 +195,8 @@ int RunSwitches(const Arguments& arguments) {
 
 int RunGoTo(const Arguments& arguments) {
   Session session;
-  const int code = session.Open(arguments);
+  int code = session.Open(arguments);
+  if (code == kExitOk) code = session.CheckSettings();
   if (code != kExitOk) return code;
   const Table table = session.MachineTable();
   const std::int64_t x = StepsFromInches(arguments.xInches, table.xStepsPerInch);
@@ -148,14 +208,26 @@ int RunGoTo(const Arguments& arguments) {
                                 InchesFromSteps(table.heightSteps, table.yStepsPerInch) +
                                 " inches");
   }
-  session.Device().GoToAsJob(static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y), 0);
+  {
+    const WaitingFor waiting(Waiting::GoTo);
+    session.Device().GoToAsJob(static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y), 0);
+  }
+  if (const int lost = session.CheckLink("on the way"); lost != kExitOk) return lost;
   PrintPosition(session);
   return kExitOk;
 }
 
 std::int64_t ShowSettings(Session& session, bool beforeJob, bool allowRun) {
+  const WaitingFor waiting(Waiting::Dialog);
   const std::int64_t result = session.Device().ShowSettingsDialog(
       session.Window().Handle(), beforeJob ? 1 : 0, allowRun ? 1 : 0, 0, 1);
+  // The dialog asks for signs of life all the time, so that there is a recent one.
+  if (result == k7::kSettingsCancelled && session.Device().CheckAlive() == 0) {
+    Fail(kExitUnknown,
+         std::string("the dialog was closed because ") +
+             (session.IsLinkLost() ? "the link was lost" : "the controller has fallen silent"));
+    return kSettingsSilent;
+  }
   Print("settings", result == k7::kSettingsRunJob      ? "run job"
                     : result == k7::kSettingsApplied   ? "applied"
                     : result == k7::kSettingsCancelled ? "cancelled"
@@ -167,8 +239,8 @@ int RunSettings(const Arguments& arguments) {
   Session session;
   const int code = session.Open(arguments);
   if (code != kExitOk) return code;
-  ShowSettings(session, arguments.beforeJob, !arguments.readOnly);
-  return kExitOk;
+  const std::int64_t result = ShowSettings(session, arguments.beforeJob, !arguments.readOnly);
+  return result == kSettingsSilent ? kExitUnknown : kExitOk;
 }
 
 }  // namespace k7host

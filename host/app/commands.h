@@ -22,10 +22,15 @@ int RunSettings(const Arguments& arguments);
 // Homes the machine; an exit code, explained when it is not kExitOk. [host]
 int HomeMachine(Session& session);
 
-// Shows the settings dialog and prints its result. [host]
+// Shows the settings dialog and prints its result; kSettingsSilent, explained, when it was closed
+// because the controller does not answer any more. [host]
+inline constexpr std::int64_t kSettingsSilent = -1;
 std::int64_t ShowSettings(Session& session, bool beforeJob, bool allowRun);
 
-// Prints "position: X Y" as the driver knows it. [host]
+// "X Y inches" from the table home, as the driver knows it. [host]
+std::string PositionText(Session& session);
+
+// Prints "position: X Y inches". [host]
 void PrintPosition(Session& session);
 
 // Jogs once and waits for its end; true when the machine reported a movement. [host]

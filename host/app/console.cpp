@@ -1,13 +1,42 @@
 // Console output and keys.
 #include "app/console.h"
 
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
+#include <mutex>
 
 namespace k7host {
 namespace {
 
 bool g_over = false;          // the cursor stands behind a PrintOver line
 std::size_t g_overWidth = 0;  // its length
+UINT g_codePageBefore = 0;    // 0: not changed
+
+// One line at a time. A thread that is stuck in its output does not keep another from the last
+// word.
+class OutputLock {
+ public:
+  OutputLock() : held_(Mutex().try_lock_for(std::chrono::seconds(1))) {}
+  ~OutputLock() {
+    if (held_) Mutex().unlock();
+  }
+  OutputLock(const OutputLock&) = delete;
+  OutputLock& operator=(const OutputLock&) = delete;
+
+ private:
+  static std::timed_mutex& Mutex() {
+    static std::timed_mutex mutex;
+    return mutex;
+  }
+
+  bool held_;
+};
+
+LONG WINAPI OnCrash(EXCEPTION_POINTERS*) {
+  RestoreConsole();
+  return EXCEPTION_CONTINUE_SEARCH;
+}
 
 bool OutputIsConsole() {
   DWORD mode = 0;
@@ -25,10 +54,18 @@ void EndOver() {
 }  // namespace
 
 void InitConsole() {
+  g_codePageBefore = GetConsoleOutputCP();
   SetConsoleOutputCP(CP_UTF8);
+  std::atexit(&RestoreConsole);
+  SetUnhandledExceptionFilter(&OnCrash);
+}
+
+void RestoreConsole() {
+  if (g_codePageBefore != 0) SetConsoleOutputCP(g_codePageBefore);
 }
 
 void PrintLine(const std::string& line) {
+  const OutputLock lock;
   EndOver();
   std::fputs((line + "\n").c_str(), stdout);
   std::fflush(stdout);
@@ -40,6 +77,7 @@ void Print(const std::string& name, const std::string& value) {
 
 bool PrintOver(const std::string& line) {
   if (!OutputIsConsole()) return false;
+  const OutputLock lock;
   std::string text = "\r" + line;
   if (line.size() < g_overWidth) text.append(g_overWidth - line.size(), ' ');
   std::fputs(text.c_str(), stdout);
@@ -50,6 +88,7 @@ bool PrintOver(const std::string& line) {
 }
 
 int FailLine(int exitCode, const std::string& line) {
+  const OutputLock lock;
   EndOver();
   std::fputs((line + "\n").c_str(), stderr);
   std::fflush(stderr);
@@ -58,6 +97,10 @@ int FailLine(int exitCode, const std::string& line) {
 
 int Fail(int exitCode, const std::string& message) {
   return FailLine(exitCode, "k7host: " + message);
+}
+
+void Notice(const std::string& message) {
+  FailLine(0, "k7host: " + message);
 }
 
 HANDLE ConsoleInput() {

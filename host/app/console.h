@@ -7,24 +7,30 @@
 
 namespace k7host {
 
-// Sets the output of the console to UTF-8, in which everything is printed. [host]
+// Sets the output of the console to UTF-8, in which everything is printed; RestoreConsole, the end
+// of the program and a crash put back what was set before. [host]
 void InitConsole();
+void RestoreConsole();
 
 // Prints "name: value" and a line end, and flushes, so that a program that reads the output through
-// a pipe gets each line when it is printed. [host]
+// a pipe gets each line when it is printed. [any]
 void Print(const std::string& name, const std::string& value);
 
-// Prints a line as it is. [host]
+// Prints a line as it is. [any]
 void PrintLine(const std::string& line);
 
 // On a console, writes `line` over the line that PrintOver wrote last; what the other functions
 // print next starts on a new line. On any other output it prints nothing and returns false. [host]
 bool PrintOver(const std::string& line);
 
-// Prints "k7host: message" to the error output and returns `exitCode`. [host]
+// Prints "k7host: message" to the error output and returns `exitCode`. [any]
 int Fail(int exitCode, const std::string& message);
 
-// Prints an error line as it is and returns `exitCode`. [host]
+// Prints "k7host: message" to the error output: what the user should know while a command goes on.
+// [any]
+void Notice(const std::string& message);
+
+// Prints an error line as it is and returns `exitCode`. [any]
 int FailLine(int exitCode, const std::string& line);
 
 // The console's input, null when the standard input is none. [host]

@@ -2,6 +2,7 @@
 #include "app/host_window.h"
 
 #include "app/stop_request.h"
+#include "app/watchdog.h"
 
 namespace k7host {
 namespace {
@@ -20,7 +21,8 @@ bool HostWindow::Create() {
   type.lpfnWndProc = &Procedure;
   type.hInstance = GetModuleHandleW(nullptr);
   type.lpszClassName = kClassName;
-  if (RegisterClassW(&type) == 0) return false;
+  // Another window of the program may have registered it already.
+  if (RegisterClassW(&type) == 0 && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) return false;
   moved_ = CreateEventW(nullptr, FALSE, FALSE, nullptr);
   window_ = CreateWindowExW(0, kClassName, L"K7 Host", WS_OVERLAPPED, CW_USEDEFAULT, CW_USEDEFAULT,
                             0, 0, nullptr, nullptr, type.hInstance, nullptr);
@@ -34,9 +36,11 @@ void HostWindow::Attach(k7::IEngraver& device, bool batch) {
                          kMsgPosition, kMsgSurface, kMsgJogZ);
   device.SetNotifyCallback(&OnMove, reinterpret_cast<std::uint64_t>(this), kMsgQueued, kMsgStarted,
                            kMsgFinished);
+  device.SetConnectNotify(TheWatch().Window(), Watch::kMsgAlive);
 }
 
 void HostWindow::Detach(k7::IEngraver& device) {
+  device.SetConnectNotify(nullptr, 0);
   device.SetNotifyCallback(nullptr, 0, 0, 0, 0);
   device.SetNotifyWindow(nullptr, 0, 0, 0, 0, 0, 0);
 }
@@ -56,6 +60,7 @@ void HostWindow::OnMove(uint32_t message, uint64_t context) {
     default:
       return;
   }
+  TheWatch().Progress();
   SetEvent(host.moved_);
 }
 
@@ -77,12 +82,14 @@ LRESULT CALLBACK HostWindow::Procedure(HWND window, UINT message, WPARAM first, 
 }
 
 bool HostWindow::Receive(UINT message, WPARAM first, LPARAM second) {
+  if (message >= kMsgQueued && message <= kMsgRampEnd) TheWatch().Progress();
   switch (message) {
     case kMsgPosition:
       reports_.position =
           HostPosition{static_cast<std::int32_t>(first), static_cast<std::int32_t>(second)};
       return true;
     case kMsgSurface:
+      reports_.surfaceSteps = static_cast<std::int32_t>(first);
       reports_.zSteps = static_cast<std::int32_t>(second);
       return true;
     case kMsgJogZ:

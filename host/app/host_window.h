@@ -31,7 +31,8 @@ struct HostPosition {
 // What has arrived since Clear.
 struct HostReports {
   std::optional<HostPosition> position;
-  std::optional<std::int32_t> zSteps;  // machine steps
+  std::optional<std::int32_t> zSteps;        // machine steps
+  std::optional<std::int32_t> surfaceSteps;  // the deepest that Z may go, machine steps
   bool jogEnded = false;
   std::optional<std::uint32_t> rampRpm;  // speed that a ramp reached
 };

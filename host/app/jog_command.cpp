@@ -3,6 +3,7 @@
 #include "app/commands.h"
 #include "app/console.h"
 #include "app/stop_request.h"
+#include "app/watchdog.h"
 
 namespace k7host {
 namespace {
@@ -26,9 +27,9 @@ std::string ReportText(Session& session) {
   if (reports.position) {
     const Table table = session.MachineTable();
     return "position: " + InchesFromSteps(reports.position->xSteps, table.xStepsPerInch) + " " +
-           InchesFromSteps(reports.position->ySteps, table.yStepsPerInch);
+           InchesFromSteps(reports.position->ySteps, table.yStepsPerInch) + " inches";
   }
-  return reports.zSteps ? "z: " + std::to_string(*reports.zSteps) : "";
+  return reports.zSteps ? "z: " + std::to_string(*reports.zSteps) + " steps" : "";
 }
 
 }  // namespace
@@ -38,6 +39,7 @@ bool JogOnce(Session& session, std::uint32_t direction, bool slow, std::uint32_t
   window.Clear();
   session.Device().StartJog(direction, slow ? k7::kJogSlow : k7::kJogFast, key, kMsgJogEnd);
   std::string shown;
+  const WaitingFor waiting(Waiting::Jog);
   while (!window.Reports().jogEnded) {
     window.Wait(kWaitMs);
     const std::string text = ReportText(session);
@@ -48,7 +50,7 @@ bool JogOnce(Session& session, std::uint32_t direction, bool slow, std::uint32_t
 }
 
 bool JogByKeys(Session& session, bool allAxes, bool slow) {
-  while (!StopRequested()) {
+  while (!StopRequested() && !session.IsLinkLost()) {
     bool shift = false;
     const WORD key = TakeKey(&shift);
     if (key == VK_ESCAPE) return false;
@@ -68,15 +70,18 @@ int RunJog(const Arguments& arguments) {
     return Fail(kExitUsage, "jog without --direction needs a console");
   }
   Session session;
-  const int code = session.Open(arguments);
+  int code = session.Open(arguments);
+  if (code == kExitOk) code = session.CheckSettings();
   if (code != kExitOk) return code;
   if (!arguments.direction) {
     PrintLine("Arrow keys: X and Y, Page Up and Page Down: Z, Shift: slowly, Esc: end");
     JogByKeys(session, true, arguments.slow);
+    if (const int lost = session.CheckLink("jogging"); lost != kExitOk) return lost;
     PrintPosition(session);
     return kExitOk;
   }
   if (!JogOnce(session, *arguments.direction, arguments.slow, arguments.key)) {
+    if (const int lost = session.CheckLink("jogging"); lost != kExitOk) return lost;
     return Fail(kExitMachine, "the jog was refused or stands at its limit");
   }
   PrintLine(ReportText(session));

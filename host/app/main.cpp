@@ -9,6 +9,7 @@
 #include "app/console.h"
 #include "app/stop_request.h"
 #include "app/trace_command.h"
+#include "app/watchdog.h"
 #include "core/text.h"
 
 namespace k7host {
@@ -66,7 +67,7 @@ int main() {
   }
   InstallStopHandler();
   int code = WantTrace(parsed.arguments->trace);
-  if (code == kExitOk) code = Run(*parsed.arguments);
+  if (code == kExitOk) code = RunWatched([&parsed] { return Run(*parsed.arguments); });
   StopHandled();
   return code;
 }

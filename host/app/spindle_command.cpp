@@ -3,6 +3,7 @@
 #include "app/commands.h"
 #include "app/console.h"
 #include "app/stop_request.h"
+#include "app/watchdog.h"
 
 namespace k7host {
 namespace {
@@ -10,7 +11,7 @@ namespace {
 constexpr DWORD kWaitMs = 50;
 
 void PrintSpeed(Session& session) {
-  Print("spindle", std::to_string(session.Device().GetSpindleValue()));
+  Print("spindle", std::to_string(session.Device().GetSpindleValue()) + " rpm");
 }
 
 // Waits for the time, a key or a stop request, whichever is first.
@@ -20,7 +21,7 @@ void WaitForUser(Session& session, double seconds) {
   if (ConsoleInput() != nullptr) FlushConsoleInputBuffer(ConsoleInput());
   while (!StopRequested()) {
     if (seconds > 0.0 && GetTickCount64() - start >= limitMs) return;
-    if (TakeKey(nullptr) != 0) return;
+    if (TakeKey(nullptr) != 0 || session.IsLinkLost()) return;
     session.Window().Wait(kWaitMs);
   }
 }
@@ -31,8 +32,9 @@ int Ramp(Session& session, std::int32_t direction, std::uint32_t key) {
   if (!session.Device().StartSpindleRamp(direction, window.Handle(), kMsgRampEnd, key)) {
     return Fail(kExitMachine, "the ramp was refused: the spindle is at that end already");
   }
+  const WaitingFor waiting(Waiting::Spindle);
   while (!window.Reports().rampRpm) window.Wait(kWaitMs);
-  Print("spindle", std::to_string(*window.Reports().rampRpm));
+  Print("spindle", std::to_string(*window.Reports().rampRpm) + " rpm");
   return kExitOk;
 }
 
@@ -65,6 +67,9 @@ int RunSpindle(const Arguments& arguments) {
     code = Ramp(session, action == SpindleAction::RampUp ? 0 : 1, arguments.key);
   }
   device.SetSpindle(k7::kSpindleOff);
+  if (session.IsLinkLost()) {
+    return Fail(kExitUnknown, "link lost: the spindle may still be running, switch it off by hand");
+  }
   PrintSpeed(session);
   return code;
 }

@@ -6,37 +6,56 @@
 namespace k7host {
 namespace {
 
-std::atomic<bool> g_requested{false};
+std::atomic<int> g_requests{0};
+std::atomic<void (*)()> g_onDeadline{nullptr};
 HANDLE g_event = nullptr;
+HANDLE g_second = nullptr;
 HANDLE g_handled = nullptr;
 
-// How long a closing console waits for StopHandled. Windows ends the process after 5 s.
-constexpr DWORD kCloseWaitMs = 4500;
-
 BOOL WINAPI OnControl(DWORD kind) {
-  if (g_requested.exchange(true)) return FALSE;
-  SetEvent(g_event);
   const bool closing =
       kind == CTRL_CLOSE_EVENT || kind == CTRL_LOGOFF_EVENT || kind == CTRL_SHUTDOWN_EVENT;
-  if (closing) WaitForSingleObject(g_handled, kCloseWaitMs);
-  return TRUE;
+  if (closing) {
+    RequestStop();
+    if (WaitForSingleObject(g_handled, kCloseWaitMs) == WAIT_OBJECT_0) return TRUE;
+    if (const auto onDeadline = g_onDeadline.load()) onDeadline();
+    return TRUE;
+  }
+  const int before = g_requests++;
+  SetEvent(before == 0 ? g_event : g_second);
+  return before < 2 ? TRUE : FALSE;
 }
 
 }  // namespace
 
 void InstallStopHandler() {
   g_event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  g_second = CreateEventW(nullptr, TRUE, FALSE, nullptr);
   g_handled = CreateEventW(nullptr, TRUE, FALSE, nullptr);
   SetConsoleCtrlHandler(nullptr, FALSE);  // a parent may have switched Ctrl-C off
   SetConsoleCtrlHandler(&OnControl, TRUE);
 }
 
+void RequestStop() {
+  int none = 0;
+  g_requests.compare_exchange_strong(none, 1);
+  SetEvent(g_event);
+}
+
 bool StopRequested() {
-  return g_requested;
+  return g_requests > 0;
 }
 
 HANDLE StopEvent() {
   return g_event;
+}
+
+HANDLE SecondStopEvent() {
+  return g_second;
+}
+
+void SetStopDeadline(void (*onDeadline)()) {
+  g_onDeadline = onDeadline;
 }
 
 void StopHandled() {

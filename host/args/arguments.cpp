@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 
+#include "args/nearest.h"
 #include "k7/driver.h"
 
 namespace k7host {
@@ -22,6 +23,13 @@ const std::map<std::string, std::uint32_t>& Directions() {
   return names;
 }
 
+void AddTcp(CLI::App* sub, Arguments& out) {
+  sub->add_option("--tcp", out.tcp,
+                  "Talk to the machine over TCP (port 23 unless given); some controller\n"
+                  "must answer on a serial port, too, because the driver starts from there")
+      ->type_name("HOST[:PORT]");
+}
+
 CLI::App* Add(CLI::App& app, Arguments& out, Command command, const char* name,
               const char* description, const char* footer) {
   CLI::App* sub = app.add_subcommand(name, description);
@@ -30,12 +38,13 @@ CLI::App* Add(CLI::App& app, Arguments& out, Command command, const char* name,
   if (command != Command::List) {
     sub->add_option("--id", out.id, "Identity of the controller; not needed when there is one only")
         ->type_name("ID");
+    AddTcp(sub, out);
   }
   return sub;
 }
 
-void AddFile(CLI::App* sub, Arguments& out) {
-  sub->add_option("file", out.file, "Drawing: a plotter file (HPGL) in units of 1/1016 inch")
+CLI::Option* AddFile(CLI::App* sub, Arguments& out) {
+  return sub->add_option("file", out.file, "Drawing: a plotter file (HPGL) in units of 1/1016 inch")
       ->required()
       ->type_name("FILE.plt");
 }
@@ -47,9 +56,38 @@ void AddEngrave(CLI::App& app, Arguments& out) {
       "down\n"
       "and up without moving is a dot. A file with an error, and a drawing that does not fit the\n"
       "table, moves nothing. Ctrl-C lifts the cutter and ends the job; a second Ctrl-C ends the\n"
-      "program at once, while the machine still carries out the lines that it has.\n"
+      "program at once, while the machine still carries out the lines that it has. A job that "
+      "ends\n"
+      "early keeps what is needed to go on with it, see --resume.\n"
       "Prints: job: ..., estimate: ..., pass: ..., progress: ..., done: ... or stopped: ...");
-  AddFile(sub, out);
+  // Not required: with --resume the file says which drawing.
+  CLI::Option* file = AddFile(sub, out)->required(false);
+  CLI::Option* resume =
+      sub->add_option("--resume", out.resume,
+                      "Go on with a job that ended early, from what it kept in FILE: homes,\n"
+                      "then continues after the last stroke that was reported as done")
+          ->type_name("FILE")
+          ->excludes(file);
+  CLI::Option* from =
+      sub->add_option("--from-stroke", out.fromStroke,
+                      "Home, then begin with this stroke or dot, counted through all passes")
+          ->type_name("N")
+          ->check(CLI::Range(1, 1000000000))
+          ->excludes(resume);
+  sub->add_flag("--no-home", out.noHome,
+                "With --resume or --from-stroke: do not home first, for a machine without\n"
+                "switches whose table home was set by hand");
+  sub->add_option("--resume-to", out.resumeTo,
+                  "Where to keep what --resume needs when the job ends early; else beside\n"
+                  "the drawing, as FILE.plt.resume")
+      ->type_name("FILE");
+  sub->callback([&out, file, resume, from] {
+    out.command = Command::Engrave;
+    if (file->empty() && resume->empty()) throw CLI::RequiredError("file");
+    if (out.noHome && from->empty() && resume->empty()) {
+      throw CLI::RequiresError("--no-home", "--resume or --from-stroke");
+    }
+  });
   sub->add_option("--passes", out.passes,
                   "Engrave only passes 1 to N of those that the engrave settings make;\n"
                   "never more, because the depths belong to the settings")
@@ -81,14 +119,16 @@ void AddJog(CLI::App& app, Arguments& out) {
       "Without --direction: arrow keys move X and Y, Page Up and Page Down move Z, for as long as\n"
       "they are held; with Shift slowly; Esc ends. With --direction: moves while the key given by\n"
       "--key is held, at least one step, and ends.\n"
-      "Prints: position: X Y (inches from the table home), z: STEPS (machine steps)");
+      "Prints: position: X Y inches (from the table home), z: N steps (of the machine)");
   sub->add_option_function<std::string>(
          "--direction", [&out](const std::string& name) { out.direction = Directions().at(name); },
          "x+, x-, y+, y-, up or down")
       ->type_name("DIR")
       ->check(CLI::Validator(
           [](const std::string& name) {
-            return Directions().count(name) != 0 ? std::string() : "'" + name + "' is no direction";
+            return Directions().count(name) != 0
+                       ? std::string()
+                       : "'" + name + "' is no direction: x+, x-, y+, y-, up or down";
           },
           ""));
   sub->add_option("--key", out.key, "Virtual key number that keeps the jog going; 0: one step")
@@ -101,7 +141,7 @@ void AddJog(CLI::App& app, Arguments& out) {
 void AddGoTo(CLI::App& app, Arguments& out) {
   CLI::App* sub = Add(app, out, Command::GoTo, "goto", "Lift the cutter and travel to a place",
                       "Inches from the table home. 0 0 is not the table home but the machine's own "
-                      "zero at the limit\nswitches. Prints: position: X Y");
+                      "zero at the limit\nswitches. Prints: position: X Y inches");
   const auto check = CLI::Validator(
       [](const std::string& text) {
         double inches = 0.0;
@@ -117,7 +157,7 @@ void AddGoTo(CLI::App& app, Arguments& out) {
 void AddSpindle(CLI::App& app, Arguments& out) {
   CLI::App* sub = app.add_subcommand("spindle", "Run the spindle");
   sub->require_subcommand(1);
-  sub->footer("Prints: spindle: RPM whenever the speed has changed");
+  sub->footer("Prints: spindle: N rpm whenever the speed has changed");
   const auto action = [&out](CLI::App* parent, const char* name, const char* description,
                              SpindleAction which) {
     CLI::App* leaf = parent->add_subcommand(name, description);
@@ -126,6 +166,7 @@ void AddSpindle(CLI::App& app, Arguments& out) {
       out.spindleAction = which;
     });
     leaf->add_option("--id", out.id, "Identity of the controller")->type_name("ID");
+    AddTcp(leaf, out);
     return leaf;
   };
   const auto timed = [&out](CLI::App* leaf) {
@@ -153,7 +194,10 @@ void AddSpindle(CLI::App& app, Arguments& out) {
 
 void AddCommands(CLI::App& app, Arguments& out) {
   Add(app, out, Command::List, "list", "List the controllers found",
-      "Prints a line for each: index, identity and name, separated by tabs.");
+      "Prints a line for each: index, identity, name, port and link, separated by tabs. The "
+      "driver\n"
+      "tells the port of a connected controller alone: it is \"-\" where several could be meant.")
+      ->add_flag("--ports", out.ports, "Connect to each, to learn its port for certain");
   CLI::App* info = Add(app, out, Command::Info, "info", "Show a controller and its machine",
                        "Prints lines \"name: value\": id, name, port, link, table, resolution, "
                        "passes,\nlocation, fitted, settings.");
@@ -168,7 +212,7 @@ void AddCommands(CLI::App& app, Arguments& out) {
       ->type_name("N")
       ->check(CLI::Range(1, 1000000));
   Add(app, out, Command::Home, "home", "Drive Z, Y and X to their limit switches",
-      "Needs a machine with all four switches. Prints: position: X Y (inches from the table home)");
+      "Needs a machine with all four switches. Prints: position: X Y inches (from the table home)");
   Add(app, out, Command::Switches, "switches", "Show the limit and proximity switches",
       "Prints: switches: x=0 y=0 z=0 prox=0 (1: closed)")
       ->add_flag("--watch", out.watch, "Go on, a line for each change, until Ctrl-C");
@@ -230,6 +274,13 @@ std::string HelpOfAll(const CLI::App& app, const std::string& before) {
   return text;
 }
 
+// Options of one run: their words, and the words that follow those that take a value.
+constexpr struct {
+  std::string_view name;
+  bool takesValue;
+} kOnceOnly[] = {{"--resume", true},   {"--resume-to", true}, {"--from-stroke", true},
+                 {"--no-home", false}, {"--home", false},     {"--settings", false}};
+
 std::string OneLine(std::string text) {
   for (char& c : text) {
     if (c == '\n' || c == '\r') c = ' ';
@@ -238,18 +289,90 @@ std::string OneLine(std::string text) {
   return text;
 }
 
+// "k7host", "k7host spindle".
+std::string FullName(const CLI::App& app) {
+  const CLI::App* parent = app.get_parent();
+  return (parent == nullptr ? "" : FullName(*parent) + " ") + app.get_name();
+}
+
+std::string WrongCommand(const CLI::App& app, const std::string& word) {
+  std::vector<std::string> names;
+  std::string all;
+  for (const CLI::App* sub : app.get_subcommands({})) {
+    names.push_back(sub->get_name());
+    all += (all.empty() ? "" : ", ") + names.back();
+  }
+  const std::string nearest = NearestWord(word, names);
+  return "'" + word + "' is no command of " + FullName(app) +
+         (nearest.empty() ? "; commands: " : ", did you mean '" + nearest + "'? Commands: ") + all;
+}
+
+std::string WrongOption(const CLI::App& app, const std::string& word) {
+  std::vector<std::string> names;
+  for (const CLI::Option* option : app.get_options()) {
+    for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+  }
+  const std::string nearest = NearestWord(word, names);
+  return "'" + word + "' is no option of " + FullName(app) +
+         (nearest.empty() ? "" : ", did you mean '" + nearest + "'?");
+}
+
+// What is wrong with the first command or option that does not exist; empty when all do.
+std::string WrongWord(const CLI::App& app, const std::vector<std::string>& words) {
+  const CLI::App* at = &app;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::string& word = words[i];
+    if (word.size() > 2 && word.starts_with("--")) {
+      const std::string name = word.substr(0, word.find('='));
+      const CLI::Option* option = at->get_option_no_throw(name);
+      if (option == nullptr) return WrongOption(*at, name);
+      if (option->get_items_expected_max() > 0 && name == word) ++i;
+    } else if (!at->get_subcommands({}).empty()) {
+      const auto below =
+          at->get_subcommands([&word](const CLI::App* sub) { return sub->get_name() == word; });
+      if (below.empty()) return WrongCommand(*at, word);
+      at = below.front();
+    }
+  }
+  return "";
+}
+
 }  // namespace
+
+std::vector<std::string> WordsToResume(const std::vector<std::string>& words) {
+  std::vector<std::string> kept;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::string_view word = words[i];
+    bool once = false;
+    for (const auto& option : kOnceOnly) {
+      const bool alone = word == option.name;
+      if (!alone && !(option.takesValue && word.starts_with(std::string(option.name) + "=")))
+        continue;
+      once = true;
+      if (alone && option.takesValue) ++i;
+      break;
+    }
+    if (!once) kept.emplace_back(word);
+  }
+  return kept;
+}
 
 ParsedArguments ParseArguments(const std::vector<std::string>& words) {
   Arguments out;
+  out.words = words;
   CLI::App app("Runs an engraving machine through k7driver.dll.", "k7host");
   app.require_subcommand(1);
+  app.allow_windows_style_options(false);  // a word that begins with "/" is a Unix path
   app.get_formatter()->column_width(28);
   app.set_help_all_flag("--help-all", "Help of all commands");
   app.footer(
-      "Exit codes: 0 done, 1 the machine or the driver refused or failed, 2 wrong usage or bad\n"
-      "input. Results go to the standard output, one \"name: value\" a line; errors to the error\n"
-      "output, one line \"k7host: message\" or \"FILE:LINE:COLUMN: message\".");
+      "Exit codes: 0 done, 1 the machine or the driver refused or failed, 2 wrong usage, bad\n"
+      "input or settings that make no sense, 3 ended with the machine's state unknown (its link\n"
+      "lost, or ended by a second Ctrl-C). Results go to the standard output, one \"name: value\" "
+      "a\n"
+      "line; errors and notices to the error output, one line \"k7host: message\" or\n"
+      "\"FILE:LINE:COLUMN: message\".");
+  app.set_version_flag("--version", std::string("k7host ") + K7_VERSION, "The version");
   AddCommands(app, out);
   AddTrace(app, out);
   AddTraceOption(app, out);
@@ -261,9 +384,13 @@ ParsedArguments ParseArguments(const std::vector<std::string>& words) {
     parsed.help = app.help();
   } catch (const CLI::CallForAllHelp&) {
     parsed.help = HelpOfAll(app, "");
+  } catch (const CLI::CallForVersion& version) {
+    parsed.help = std::string(version.what()) + "\n";
   } catch (const CLI::ParseError& error) {
+    const std::string wrong = WrongWord(app, words);
     parsed.exitCode = kExitUsage;
-    parsed.error = "k7host: " + OneLine(error.what()) + " (see k7host --help)";
+    parsed.error =
+        "k7host: " + (wrong.empty() ? OneLine(error.what()) : wrong) + " (see k7host --help)";
   }
   return parsed;
 }

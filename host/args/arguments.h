@@ -11,7 +11,8 @@ namespace k7host {
 // Exit codes of the program.
 inline constexpr int kExitOk = 0;
 inline constexpr int kExitMachine = 1;  // the machine or the driver refused or failed
-inline constexpr int kExitUsage = 2;    // wrong usage or bad input
+inline constexpr int kExitUsage = 2;    // wrong usage, bad input, settings that make no sense
+inline constexpr int kExitUnknown = 3;  // ended with the machine's state unknown
 
 enum class Command {
   List,
@@ -32,7 +33,9 @@ enum class SpindleAction { On, Full, Off, RampUp, RampDown };
 
 struct Arguments {
   Command command = Command::List;
-  std::string id;     // controller identity; empty: the only one there is
+  std::vector<std::string> words;  // the whole command line
+  std::string id;                  // controller identity; empty: the only one there is
+  std::string tcp;    // "HOST" or "HOST:PORT"; empty: the serial port that the controller is on
   std::string file;   // engrave, estimate, trace
   std::string trace;  // file or folder for a trace of the command itself; empty: none
   // engrave
@@ -42,6 +45,12 @@ struct Arguments {
   bool spindle = false;
   bool showSettings = false;
   bool batch = false;
+  std::uint32_t fromStroke = 0;  // 0: not given
+  std::string resume;            // file to go on from; empty: none
+  std::string resumeTo;          // where to keep what is needed to go on; empty: beside the drawing
+  bool noHome = false;
+  // list
+  bool ports = false;
   // switches
   bool watch = false;
   // jog
@@ -63,6 +72,10 @@ struct Arguments {
   std::string traceSvg;  // picture to write; empty: none
   bool json = false;
 };
+
+// The words of a command line without the options that belong to one run of a job only, as they are
+// kept for going on with it. [any]
+std::vector<std::string> WordsToResume(const std::vector<std::string>& words);
 
 struct ParsedArguments {
   std::optional<Arguments> arguments;

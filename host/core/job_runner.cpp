@@ -22,15 +22,12 @@ class Runner {
 
   JobResult Run() {
     device_.SetGridMode(options_.runKind);
+    observer_.OnCall(JobCall::Begin);
     JobEnd end = JobEnd::Refused;
     if (device_.BeginJob()) {
       end = Passes();
-      LiftCutter(end == JobEnd::Done);
-      // With a pneumatic head EndJob stops waiting for reports after some seconds; Drain has no
-      // such end.
-      if (end == JobEnd::Done && device_.IsAirZ() == 0) Drain();
-      if (jobOpen_) device_.EndJob();
-      if (device_.HasSpindle() != 0) device_.SetSpindle(k7::kSpindleOff);
+      if (end != JobEnd::LinkLost) Finish(end);
+      if (observer_.LinkLost()) end = JobEnd::LinkLost;
     }
     device_.SetGridMode(k7::kRunEngraving);
     observer_.OnProgress(progress_.View());
@@ -38,30 +35,69 @@ class Runner {
   }
 
  private:
+  void Finish(JobEnd end) {
+    observer_.OnCall(JobCall::End);
+    LiftCutter(end == JobEnd::Done);
+    // With a pneumatic head EndJob stops waiting for reports after some seconds; Drain has no
+    // such end.
+    if (end == JobEnd::Done && device_.IsAirZ() == 0) Drain();
+    if (jobOpen_) device_.EndJob();
+    if (device_.HasSpindle() != 0) device_.SetSpindle(k7::kSpindleOff);
+  }
+
   JobEnd Passes() {
     if (options_.spindle) device_.SetSpindle(k7::kSpindleEngrave);
+    std::uint32_t skip = options_.firstStroke - 1;  // strokes
     for (std::uint32_t i = 0; i < options_.passes; ++i) {
       if (observer_.StopRequested()) return JobEnd::Stopped;
-      StartPass(options_.firstPass + i);
-      for (const Move& move : plan_.moves) {
-        if (!WaitForRoom()) return JobEnd::Stopped;
+      const std::size_t first = Skip(skip);
+      if (first == plan_.moves.size()) continue;
+      observer_.OnCall(JobCall::Moves);
+      StartPass(options_.firstPass + i, plan_.moves[first]);
+      for (std::size_t k = first; k < plan_.moves.size(); ++k) {
+        Move move = plan_.moves[k];
+        // Where the first stroke starts, which the stroke before it led to.
+        if (k == first && first > 0) move.kind = MoveKind::Travel;
+        if (!WaitForRoom()) return EndedWait();
         const JobEnd end = Issue(move);
         if (end != JobEnd::Done) return end;
         observer_.OnProgress(progress_.View());
       }
-      if (device_.IsAirZ() == 0 && !Drain()) return JobEnd::Stopped;
+      if (device_.IsAirZ() == 0 && !Drain()) return EndedWait();
     }
     return JobEnd::Done;
   }
 
-  void StartPass(std::uint32_t pass) {
+  // Counts the moves of up to `strokes` strokes as done and takes them off; the index of the move
+  // to go on with. That is the travel to the next stroke, or where there is none, because it starts
+  // where the last one ends, the last move of that one.
+  std::size_t Skip(std::uint32_t& strokes) {
+    std::size_t next = 0;
+    while (strokes > 0 && next < plan_.moves.size()) {
+      if (plan_.moves[next++].endsStroke) --strokes;
+    }
+    if (next > 0 && next < plan_.moves.size() && plan_.moves[next].kind != MoveKind::Travel) --next;
+    for (std::size_t i = 0; i < next; ++i) progress_.Skipped(plan_.moves[i].endsStroke);
+    return next;
+  }
+
+  JobEnd EndedWait() { return observer_.LinkLost() ? JobEnd::LinkLost : JobEnd::Stopped; }
+
+  void StartPass(std::uint32_t pass, const Move& first) {
     wchar_t status[kStatusCapacity] = {};
-    const Move& first = plan_.moves[0];
     device_.StartPass(pass, first.xSteps, first.ySteps, status, kStatusCapacity);
     observer_.OnPass(NarrowText(status));
   }
 
   JobEnd Issue(const Move& move) {
+    const bool plunges = move.kind != MoveKind::Travel && !cutterDown_;
+    observer_.OnCall(plunges ? JobCall::Plunge : JobCall::Moves);
+    const JobEnd end = Ask(move);
+    observer_.OnCall(JobCall::Moves);
+    return end;
+  }
+
+  JobEnd Ask(const Move& move) {
     switch (move.kind) {
       case MoveKind::Travel:
         return Travel(move);
@@ -103,6 +139,7 @@ class Runner {
                                        : device_.EngraveTo(move.xSteps, move.ySteps);
       switch (status) {
         case k7::kStatusSent:
+          if (!cutterDown_) observer_.OnCutterDown();
           cutterDown_ = true;
           Arrived(move);
           return JobEnd::Done;
@@ -129,6 +166,7 @@ class Runner {
   }
 
   JobEnd NothingMoved(const Move& move) {
+    if (observer_.LinkLost()) return JobEnd::LinkLost;
     if (device_.IsConnected() == 0) return JobEnd::Disconnected;
     progress_.Skipped(move.endsStroke);
     return JobEnd::Done;
@@ -156,9 +194,9 @@ class Runner {
     cutterDown_ = false;
   }
 
-  // False when the user asked to stop meanwhile.
+  // False when the user asked to stop meanwhile, or the link was lost.
   bool WaitForRoom() {
-    while (!observer_.StopRequested()) {
+    while (!observer_.StopRequested() && !observer_.LinkLost()) {
       if (progress_.Waiting() < kLinesAhead) return true;
       observer_.WaitForProgress();
       observer_.OnProgress(progress_.View());
@@ -167,7 +205,7 @@ class Runner {
   }
 
   bool Drain() {
-    while (!observer_.StopRequested()) {
+    while (!observer_.StopRequested() && !observer_.LinkLost()) {
       if (progress_.Outstanding() == 0) return true;
       observer_.WaitForProgress();
       observer_.OnProgress(progress_.View());
@@ -207,6 +245,8 @@ std::string JobEndText(JobEnd end) {
       return "stopped: the surface was probed but the stroke was not made";
     case JobEnd::Disconnected:
       return "stopped: the controller is no longer connected";
+    case JobEnd::LinkLost:
+      return "link lost";
   }
   return "";
 }

@@ -68,6 +68,7 @@ std::uint32_t JobProgress::Outstanding() const {
 ProgressView JobProgress::View() const {
   ProgressView view;
   view.outstanding = Outstanding();
+  view.linesSent = finishedBase_ + static_cast<std::uint32_t>(done_.size() - 1);
   const Done& done = done_[done_.size() - 1 - view.outstanding];
   view.strokesDone = done.strokes;
   view.strokesTotal = strokesTotal_;

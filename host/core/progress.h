@@ -27,6 +27,7 @@ struct ProgressView {
   std::uint32_t outstanding = 0;  // lines sent that are not carried out
   bool timeKnown = false;         // the driver could estimate the job
   std::uint32_t secondsLeft = 0;
+  std::uint32_t linesSent = 0;  // that the driver reports, as MoveCounters count them
 };
 
 // Follows one job. Counters of earlier jobs in the same session are left out. [host]
@@ -53,6 +54,9 @@ class JobProgress {
   std::uint32_t Outstanding() const;
 
   ProgressView View() const;
+
+  // Moves issued, of all passes.
+  std::uint32_t Issued() const { return issued_.moves; }
 
  private:
   struct Done {

@@ -346,7 +346,8 @@ struct K7Operations {
   // first. The link itself stays the caller's to close. Without a record: nothing. Never from a
   // notification callback. [host]
   void (*AttachLink)(K7Device* self, K7LinkHandle link, uint32_t linkType, const wchar_t* portName);
-  // 77: 1 once the controller has answered. Without a record: 0. [any]
+  // 77: 1 once the controller has answered. It stays 1 when the link is lost or the controller
+  // falls silent; ask CheckAlive (39) for that. Without a record: 0. [any]
   uint8_t (*IsConnected)(K7Device* self);
   // 78: forgets the identity (sixteen zeros), so that the next query asks the controller. Without a
   // record: nothing. [host]

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <unistd.h>
 
 #include <cctype>
 #include <ostream>
@@ -32,23 +33,27 @@ class HostCommand : public testing::Test {
 };
 
 TEST_F(HostCommand, ListNamesTheController) {
-  EXPECT_EQ(Host({"list"}), "0\t" + std::string(kId) + "\tK7 System Controller\n");
+  const std::string line = "0\t" + std::string(kId) + "\tK7 System Controller\t";
+  const std::string output = Host({"list"});
+  EXPECT_THAT(output, HasSubstr("\n" + line));
+  EXPECT_THAT(output,
+              testing::ContainsRegex("k7host: the search took [0-9.]+ s: looked at .*COM7"));
+  EXPECT_THAT(Host({"list", "--ports"}), EndsWith(line + "COM7\tserial\n"));
 }
 
 TEST_F(HostCommand, InfoTellsTheMachine) {
-  // KEEP: the driver rounds half up below zero, too: the zero of the switches is 0.999 in away.
   const std::string want = "id: " + std::string(kId) +
                            "\nname: K7 System Controller\nport: \\\\.\\COM7\nlink: serial\n"
                            "table: 25.000 x 16.000 inches\n"
                            "resolution: 4000.000 x 4000.000 x 4000.000 steps per inch\npasses: 3\n"
-                           "location: -0.999 -0.999 inches\nfitted: spindle\nsettings: ";
+                           "location: -1.000 -1.000 inches\nfitted: spindle\nsettings: ";
   const std::string output = Host({"info", kId});
   EXPECT_EQ(output.substr(0, want.size()), want);
   EXPECT_THAT(output, EndsWith("\\Controllers\\" + std::string(kId) + ".ini\n"));
 }
 
 TEST_F(HostCommand, HomeDrivesToTheSwitches) {
-  EXPECT_EQ(Host({"home"}), "position: -0.999 -0.999\n");
+  EXPECT_EQ(Host({"home"}), "position: -1.000 -1.000 inches\n");
   EXPECT_THAT(controller.Transcript(), HasSubstr("G28 Z0\nM43\nG28 Y0\nG28 X0\nSetTableHomed\n"));
   EXPECT_EQ(controller.Number("homed"), 1);
 }
@@ -66,10 +71,10 @@ TEST_F(HostCommand, SwitchesAreShownOnceOrWatched) {
 }
 
 TEST_F(HostCommand, JogMakesAtLeastOneStep) {
-  EXPECT_EQ(Host({"jog", "--direction", "x+", "--key", "120"}), "position: -0.975 -1.000\n");
-  EXPECT_EQ(Host({"jog", "--direction", "y+", "--slow"}), "position: -0.975 -0.995\n");
-  EXPECT_EQ(Host({"jog", "--direction", "down"}), "z: 100\n");
-  EXPECT_EQ(Host({"jog", "--direction", "x-"}), "position: -1.000 -0.995\n");
+  EXPECT_EQ(Host({"jog", "--direction", "x+", "--key", "120"}), "position: -0.975 -1.000 inches\n");
+  EXPECT_EQ(Host({"jog", "--direction", "y+", "--slow"}), "position: -0.975 -0.995 inches\n");
+  EXPECT_EQ(Host({"jog", "--direction", "down"}), "z: 100 steps\n");
+  EXPECT_EQ(Host({"jog", "--direction", "x-"}), "position: -1.000 -0.995 inches\n");
   EXPECT_EQ(Host({"jog", "--direction", "x-"}, 1),
             "k7host: the jog was refused or stands at its limit\n");
 }
@@ -111,7 +116,7 @@ TEST_F(HostCommand, JogFollowsTheArrowKeysWhileTheyAreHeld) {
 }
 
 TEST_F(HostCommand, GotoTravelsToAPlaceOnTheTable) {
-  EXPECT_EQ(Host({"goto", "2", "1.5"}), "position: 2.000 1.500\n");
+  EXPECT_EQ(Host({"goto", "2", "1.5"}), "position: 2.000 1.500 inches\n");
   EXPECT_THAT(Host({"goto", "26", "1"}, 2), HasSubstr("is off the table"));
   EXPECT_NEAR(controller.Number("positionInches.x"), 4 + 2, 0.001);
   EXPECT_EQ(ReadSettings(kId).at("Current Location/X Axis"), "12000");
@@ -126,10 +131,10 @@ TEST_F(HostCommand, GotoTwiceInARowArrivesTwice) {
 }
 
 TEST_F(HostCommand, SpindleRunsWhileTheCommandDoes) {
-  EXPECT_EQ(Host({"spindle", "on", "--seconds", "0.2"}), "spindle: 9000\nspindle: 0\n");
-  EXPECT_EQ(Host({"spindle", "full", "--seconds", "0.2"}), "spindle: 13000\nspindle: 0\n");
-  EXPECT_THAT(Host({"spindle", "ramp", "up"}), EndsWith("spindle: 0\n"));
-  EXPECT_EQ(Host({"spindle", "off"}), "spindle: 0\n");
+  EXPECT_EQ(Host({"spindle", "on", "--seconds", "0.2"}), "spindle: 9000 rpm\nspindle: 0 rpm\n");
+  EXPECT_EQ(Host({"spindle", "full", "--seconds", "0.2"}), "spindle: 13000 rpm\nspindle: 0 rpm\n");
+  EXPECT_THAT(Host({"spindle", "ramp", "up"}), EndsWith("spindle: 0 rpm\n"));
+  EXPECT_EQ(Host({"spindle", "off"}), "spindle: 0 rpm\n");
   const std::string lines = controller.Transcript();
   EXPECT_THAT(lines, HasSubstr("M42\nM44 S175\nM43\n"));
   EXPECT_THAT(lines, HasSubstr("M42\nM44 S252\nM43\n"));
@@ -166,6 +171,24 @@ TEST_F(HostCommand, EngraveDrillsBrailleInTheFirstPassesAlone) {
             "k7host: the machine has no bead insert tool\n");
   EXPECT_EQ(controller.Number("errors.total"), 0) << controller.Report();
   EXPECT_EQ(controller.Number("cutInches"), 0);
+}
+
+// The board is on a serial port and on the network, as boards with both are; what the host does
+// goes over the network.
+TEST(HostOverTcp, EveryCommandTakesAnAddress) {
+  const std::string address = "127.0.0.1:" + std::to_string(20000 + getpid() % 20000);
+  FreshController controller(kId, FullMachine(),
+                             With(FullTable(), {"--tcp", address.substr(address.find(':') + 1)}));
+  HostRun run = RunHost({"info", "--tcp", address});
+  EXPECT_EQ(run.exitCode, 0) << run.output;
+  EXPECT_THAT(run.output, HasSubstr("\nport: 127.0.0.1\nlink: tcp\n"));
+  run = RunHost({"home", "--tcp", address});
+  EXPECT_EQ(run.output, "position: -1.000 -1.000 inches\n");
+  run = RunHost({"engrave", Sample("grid.plt"), "--passes", "1", "--tcp", address});
+  EXPECT_EQ(run.exitCode, 0) << run.output;
+  EXPECT_EQ(RunHost({"home", "--tcp", "127.0.0.1:1"}).output,
+            "k7host: --tcp 127.0.0.1:1: nobody answers at port 1\n");
+  EXPECT_GT(controller.Number("cutInches"), 70);
 }
 
 constexpr char kWaitForDialog[] = "dialog-wait K7 System Controller";

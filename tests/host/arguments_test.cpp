@@ -152,6 +152,50 @@ TEST(Arguments, WrongUsageIsOneLineAndExitCodeTwo) {
   }
 }
 
+TEST(Arguments, AWrongWordIsNamedWithWhatItWasMeantToBe) {
+  constexpr struct {
+    const char* line;
+    const char* want;
+  } kCases[] = {
+      {"engarve f", "'engarve' is no command of k7host, did you mean 'engrave'? Commands: list, "},
+      {"xyzzy", "'xyzzy' is no command of k7host; commands: list, "},
+      {"engrave f --pases 3", "'--pases' is no option of k7host engrave, did you mean '--passes'?"},
+      {"engrave f --id A --hmoe",
+       "'--hmoe' is no option of k7host engrave, did you mean '--home'?"},
+      {"spindle fll", "'fll' is no command of k7host spindle, did you mean 'full'? Commands: on, "},
+      {"spindle ramp dwn", "'dwn' is no command of k7host spindle ramp, did you mean 'down'?"},
+      {"jog --direction left", "'left' is no direction: x+, x-, y+, y-, up or down"},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_NE(Parse(c.line).error.find(c.want), std::string::npos) << Parse(c.line).error;
+  }
+}
+
+TEST(Arguments, EngraveGoesOnFromAFileOrAStroke) {
+  EXPECT_EQ(Good("engrave --resume f.resume").resume, "f.resume");
+  EXPECT_EQ(Good("engrave f --from-stroke 310").fromStroke, 310u);
+  EXPECT_TRUE(Good("engrave f --from-stroke 3 --no-home").noHome);
+  EXPECT_EQ(Good("engrave f --resume-to g").resumeTo, "g");
+  for (const char* line : {"engrave f --resume g", "engrave --resume g --from-stroke 2",
+                           "engrave f --no-home", "engrave f --from-stroke 0"}) {
+    EXPECT_EQ(Parse(line).exitCode, kExitUsage) << line;
+  }
+}
+
+TEST(WordsToResume, LeavesOutWhatIsOfOneRunOnly) {
+  const std::vector<std::string> words = {
+      "engrave",     "a.plt", "--home",          "--passes",  "2",      "--settings",
+      "--resume-to", "g",     "--from-stroke=3", "--no-home", "--batch"};
+  EXPECT_EQ(WordsToResume(words),
+            (std::vector<std::string>{"engrave", "a.plt", "--passes", "2", "--batch"}));
+}
+
+TEST(Arguments, TellsItsVersion) {
+  const ParsedArguments parsed = Parse("--version");
+  EXPECT_EQ(parsed.exitCode, kExitOk);
+  EXPECT_EQ(parsed.help.substr(0, 7), "k7host ");
+}
+
 std::size_t LongestLine(const std::string& text) {
   std::size_t longest = 0;
   std::istringstream lines(text);

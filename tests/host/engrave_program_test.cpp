@@ -24,6 +24,7 @@ TEST_F(EngraveCommand, EngravesAPlotterFile) {
             "estimate: 61 s (0:01:01)\npass: Pass 1 of 1 - 0.063\n"
             "progress: [##########..........]  50%  strokes 0/1  queue  0  left 0:00:31\n"
             "progress: [####################] 100%  strokes 1/1  queue  0  left 0:00:00\n"
+            "cut: 1.000 inches, strokes 1, depth 0.063 inches\n"
             "done: strokes 1/1, moves 2/2, passes 1, elapsed 0:00:00\n");
 }
 
@@ -110,7 +111,10 @@ TEST_F(EngraveCommand, StoppingLiftsTheCutterAndEndsTheJob) {
   Break();
   const Outcome run = Finish(process);
   EXPECT_EQ(run.exitCode, 1u);
-  EXPECT_EQ(run.err, "k7host: stopped by the user\n");
+  EXPECT_EQ(
+      run.err,
+      "k7host: stopping after this stroke ... (Ctrl-C again ends at once, the cutter where it "
+      "is)\nk7host: stopped by the user\n");
   EXPECT_NE(run.log.find("EngraveTo(1220,4000)\nMoveTo(1219,4000)\nEndJob\nSetGridMode(0)\n"
                          "Release\n"),
             std::string::npos)

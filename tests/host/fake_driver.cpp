@@ -6,11 +6,15 @@
 //   K7_FAKE_COUNT  controllers found (default 1); K7_FAKE_NO_CONNECT: none of them connects
 //   K7_FAKE_MOVE, K7_FAKE_ENGRAVE  first answers of MoveTo and EngraveTo, one digit each, 9 = 100
 //   K7_FAKE_BEGIN=0  BeginJob refuses; K7_FAKE_HOLD: moves are queued and never begin
-//   K7_FAKE_PASSES, K7_FAKE_SWITCHES, K7_FAKE_SPINDLE, K7_FAKE_SETTINGS (result of the dialog)
+//   K7_FAKE_RESOLUTION: host steps per inch of X; K7_FAKE_UNSETTLED: none until asked who it is
+//   K7_FAKE_HANG, K7_FAKE_LOSE: an operation that never returns, or after which the link is gone
+//   K7_FAKE_SILENT: the machine gives no sign of life; K7_FAKE_SETTINGS: result of the dialog
+//   K7_FAKE_PASSES, K7_FAKE_SWITCHES, K7_FAKE_SPINDLE
 #include <windows.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <thread>
 
 #include "recording_engraver.h"
@@ -50,6 +54,9 @@ class FakeDevice final : public k7test::RecordingEngraver {
     holdReports = Setting("K7_FAKE_HOLD") != nullptr;
     passCount = static_cast<std::uint32_t>(Number("K7_FAKE_PASSES", 1));
     hasSpindle = Setting("K7_FAKE_SPINDLE") != nullptr;
+    answers_ = Setting("K7_FAKE_SILENT") == nullptr;
+    xStepsPerInch = static_cast<float>(Number("K7_FAKE_RESOLUTION", 4000));
+    if (Setting("K7_FAKE_UNSETTLED") != nullptr) xStepsPerInch = 0.0f;
   }
 
   // Its last message has been answered by then; only its way out is waited for.
@@ -57,7 +64,25 @@ class FakeDevice final : public k7test::RecordingEngraver {
     if (thread_.joinable()) thread_.join();
   }
 
-  void Record(const std::string& entry) override { WriteLog(entry); }
+  void Record(const std::string& entry) override {
+    WriteLog(entry);
+    const auto is = [&entry](const char* name) {
+      return Setting(name) != nullptr && entry == Setting(name);
+    };
+    if (is("K7_FAKE_HANG")) Sleep(INFINITE);
+    if (is("K7_FAKE_LOSE")) alive = false;
+  }
+
+  void ResetControllerId() noexcept override { forgotten_ = true; }
+  std::int32_t QueryControllerId(wchar_t*, std::int32_t) noexcept override {
+    if (forgotten_ && Setting("K7_FAKE_UNSETTLED") != nullptr) xStepsPerInch = 4000.0f;
+    return 24;
+  }
+  std::int32_t CheckAlive() noexcept override { return alive && answers_ ? 1 : 0; }
+  void SetConnectNotify(k7::WindowHandle window, std::uint32_t message) noexcept override {
+    connectWindow_ = static_cast<HWND>(window);
+    connectMessage_ = message;
+  }
 
   void SetNotifyWindow(k7::WindowHandle window, std::uint32_t, std::uint32_t, std::uint32_t,
                        std::uint32_t msgPosition, std::uint32_t,
@@ -77,9 +102,9 @@ class FakeDevice final : public k7test::RecordingEngraver {
                     std::uint8_t* prox) noexcept override {
     Record("ReadSwitches");
     if (Setting("K7_FAKE_SWITCHES") == nullptr) return;
-    *x = 1;
-    *y = 0;
-    *z = 1;
+    if (x != nullptr) *x = 1;
+    if (y != nullptr) *y = 0;
+    if (z != nullptr) *z = 1;
     *prox = 0;
   }
   // Ends on a thread of its own, as the real jog does: the host must be serving messages.
@@ -105,7 +130,11 @@ class FakeDevice final : public k7test::RecordingEngraver {
     rpm_ = command == k7::kSpindleFull ? 20000 : command == k7::kSpindleEngrave ? 6000 : 0;
   }
   std::uint32_t GetSpindleValue() noexcept override { return rpm_; }
-  void SendLine(const char* line) noexcept override { Record(std::string("SendLine ") + line); }
+  void SendLine(const char* line) noexcept override {
+    if (std::strcmp(line, "SmoothieIsConnected\n") != 0)
+      return Record(std::string("SendLine ") + line);
+    if (answers_) PostMessageW(connectWindow_, connectMessage_, 0, 0);
+  }
   void GoToAsJob(std::uint32_t x, std::uint32_t y, std::uint8_t round) noexcept override {
     Record("GoToAsJob(" + std::to_string(x) + "," + std::to_string(y) + "," +
            std::to_string(round) + ")");
@@ -152,6 +181,10 @@ class FakeDevice final : public k7test::RecordingEngraver {
     }
   }
 
+  bool answers_ = true;
+  bool forgotten_ = false;
+  HWND connectWindow_ = nullptr;
+  UINT connectMessage_ = 0;
   std::thread thread_;  // of a jog or ramp
   HWND window_ = nullptr;
   UINT position_ = 0;
@@ -164,6 +197,10 @@ class FakeDevice final : public k7test::RecordingEngraver {
 extern "C" {
 
 int32_t EnumerateControllers() noexcept {
+  if (const char* hang = Setting("K7_FAKE_HANG"); hang && std::strcmp(hang, __func__) == 0) {
+    WriteLog(hang);
+    Sleep(INFINITE);
+  }
   return static_cast<int32_t>(Number("K7_FAKE_COUNT", 1));
 }
 

@@ -88,12 +88,21 @@ Outcome Program::Finish(HANDLE process) {
   return run;
 }
 
+bool Program::WaitForError(const std::string& text) const {
+  for (int i = 0; i < 1500; ++i) {
+    if (ReadAll(folder_ / "err.txt").find(text) != std::string::npos) return true;
+    Sleep(20);
+  }
+  return false;
+}
+
 std::string Program::Log() const {
   return ReadAll(folder_ / "log.txt");
 }
 
 void Program::ForgetLog() const {
-  fs::remove(folder_ / "log.txt");
+  std::error_code ignored;
+  fs::remove(folder_ / "log.txt", ignored);
 }
 
 void Program::ShareConsole() {

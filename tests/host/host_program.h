@@ -36,6 +36,9 @@ class Program : public testing::Test {
   Outcome Finish(HANDLE process);
   Outcome Host(const std::string& arguments) { return Finish(Start(arguments)); }
 
+  // Waits until the error output of the program that was started holds the text.
+  bool WaitForError(const std::string& text) const;
+
   // What the driver has written down so far.
   std::string Log() const;
   void ForgetLog() const;

@@ -27,6 +27,8 @@ struct Fixture : JobObserver {
   int stopAfterViews = -1;  // progress views until StopRequested
   int views = 0;
   bool manualAnswer = true;
+  int lostAfterViews = -1;  // progress views until the link is lost
+  std::string calls;        // P for each plunge asked for, D for each that went down
 
   Fixture() {
     device.SetNotifyCallback(&Notify, reinterpret_cast<std::uint64_t>(&counters), kQueued, kStarted,
@@ -38,6 +40,11 @@ struct Fixture : JobObserver {
     ++(message == kQueued ? to.queued : message == kStarted ? to.started : to.finished);
   }
 
+  bool LinkLost() override { return lostAfterViews >= 0 && views >= lostAfterViews; }
+  void OnCall(JobCall call) override {
+    if (call == JobCall::Plunge) calls += 'P';
+  }
+  void OnCutterDown() override { calls += 'D'; }
   bool StopRequested() override { return stopAfterViews >= 0 && views >= stopAfterViews; }
   void WaitForProgress() override {
     if (waits++ == 0) queuedAtFirstWait = counters.queued;
@@ -262,6 +269,78 @@ TEST(JobRunner, ALostControllerEndsTheJob) {
             "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EndJob SetGridMode(0)");
 }
 
+TEST(JobRunner, ALostLinkEndsTheJobAndAsksNothingMore) {
+  Fixture f;
+  f.device.hasSpindle = true;
+  f.lostAfterViews = 3;
+  const JobResult result = f.Run("PU10,20;PD30,40;PU50,60;PD70,80;PU90,90;PD99,99");
+  EXPECT_EQ(result.end, JobEnd::LinkLost);
+  EXPECT_EQ(f.device.Log(),
+            "SetGridMode(0) BeginJob StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) "
+            "MoveTo(50,60) SetGridMode(0)");
+  EXPECT_EQ(result.progress.strokesDone, 1u);
+}
+
+TEST(JobRunner, ALinkLostBeforeAnythingIsSentIsNotTakenForADoneJob) {
+  Fixture f;
+  f.lostAfterViews = 0;
+  f.device.moveAnswers = {k7::kStatusNothing};
+  const JobResult result = f.Run("PU10,20;PD30,40");
+  EXPECT_EQ(result.end, JobEnd::LinkLost);
+  EXPECT_EQ(result.progress.strokesDone, 0u);
+}
+
+TEST(JobRunner, ALinkLostWhileTheCallWaitedIsNotTakenForAMoveOfNothing) {
+  Fixture f;
+  f.device.moveAnswers = {k7::kStatusSent, k7::kStatusNothing};
+  f.lostAfterViews = 2;
+  EXPECT_EQ(f.Run("PU10,20;PD30,40;PU50,60;PD70,80").end, JobEnd::LinkLost);
+}
+
+struct FromCase {
+  std::uint32_t firstStroke;
+  const char* calls;
+};
+
+// Two passes of a stroke, a stroke that starts where that ends, and a dot.
+TEST(JobRunner, BeginsWithTheStrokeAskedFor) {
+  constexpr FromCase kCases[] = {
+      {1,
+       "StartPass(1,10,20) MoveTo(10,20) EngraveTo(30,40) EngraveTo(50,60) MoveTo(70,80) "
+       "LowerCutter StartPass(2,10,20) MoveTo(10,20) EngraveTo(30,40) EngraveTo(50,60) "
+       "MoveTo(70,80) LowerCutter"},
+      {2,
+       "StartPass(1,30,40) MoveTo(30,40) EngraveTo(50,60) MoveTo(70,80) LowerCutter "
+       "StartPass(2,10,20) MoveTo(10,20) EngraveTo(30,40) EngraveTo(50,60) MoveTo(70,80) "
+       "LowerCutter"},
+      {3,
+       "StartPass(1,70,80) MoveTo(70,80) LowerCutter StartPass(2,10,20) MoveTo(10,20) "
+       "EngraveTo(30,40) EngraveTo(50,60) MoveTo(70,80) LowerCutter"},
+      {4,
+       "StartPass(2,10,20) MoveTo(10,20) EngraveTo(30,40) EngraveTo(50,60) MoveTo(70,80) "
+       "LowerCutter"},
+      {6, "StartPass(2,70,80) MoveTo(70,80) LowerCutter"},
+  };
+  for (const FromCase& c : kCases) {
+    Fixture f;
+    f.options.passes = 2;
+    f.options.firstStroke = c.firstStroke;
+    const JobResult result = f.Run("PU10,20;PD30,40;PU30,40;PD50,60;PU70,80;PD");
+    EXPECT_EQ(result.end, JobEnd::Done);
+    EXPECT_EQ(f.device.Log(), "SetGridMode(0) BeginJob " + std::string(c.calls) +
+                                  " MoveTo(0,0) EndJob SetGridMode(0)");
+    EXPECT_EQ(result.progress.strokesDone, 6u);
+    EXPECT_EQ(result.progress.movesDone, result.progress.movesTotal);
+  }
+}
+
+TEST(JobRunner, TellsOfThePlungesThatMayProbe) {
+  Fixture f;
+  f.device.engraveAnswers = {kProbed};
+  f.Run("PU10,20;PD30,40,50,60;PU70,80;PD");
+  EXPECT_EQ(f.calls, "PDPD");
+}
+
 struct StopCase {
   int views;  // progress views until the user stops
   const char* calls;
@@ -332,7 +411,7 @@ TEST(JobRunner, APneumaticHeadIsNotWaitedForByTheHost) {
 TEST(JobRunner, EveryUnhappyEndHasAText) {
   EXPECT_EQ(JobEndText(JobEnd::Done), "");
   for (const JobEnd end : {JobEnd::Stopped, JobEnd::Refused, JobEnd::TableViolation,
-                           JobEnd::NotProbed, JobEnd::Disconnected}) {
+                           JobEnd::NotProbed, JobEnd::Disconnected, JobEnd::LinkLost}) {
     EXPECT_NE(JobEndText(end), "");
   }
 }

@@ -15,7 +15,7 @@ TEST_F(MachineCommands, HomesOnlyAMachineThatCan) {
   Set("K7_FAKE_SWITCHES", "1");
   run = Host("home");
   EXPECT_EQ(run.exitCode, 0u);
-  EXPECT_EQ(run.out, "position: 1.250 -0.500\n");
+  EXPECT_EQ(run.out, "position: 1.250 -0.500 inches\n");
 }
 
 TEST_F(MachineCommands, ShowsTheSwitches) {
@@ -27,9 +27,9 @@ TEST_F(MachineCommands, ShowsTheSwitches) {
 TEST_F(MachineCommands, JogsUntilTheDriverTellsItsEnd) {
   Outcome run = Host("jog --direction x- --key 37 --slow");
   EXPECT_EQ(run.exitCode, 0u);
-  EXPECT_EQ(run.out, "position: 1.000 -0.500\n");
+  EXPECT_EQ(run.out, "position: 1.000 -0.500 inches\n");
   EXPECT_EQ(run.log, "Connect 0000000000000000\nStartJog(3,1,37)\nRelease\n");
-  EXPECT_EQ(Host("jog --direction down").out, "z: 123\n");
+  EXPECT_EQ(Host("jog --direction down").out, "z: 123 steps\n");
   run = Host("jog --direction up");
   EXPECT_EQ(run.exitCode, 1u);
   EXPECT_EQ(run.err, "k7host: the jog was refused or stands at its limit\n");
@@ -39,7 +39,7 @@ TEST_F(MachineCommands, JogsUntilTheDriverTellsItsEnd) {
 TEST_F(MachineCommands, GoesToAPlaceOnTheTable) {
   const Outcome run = Host("goto 12.5 16");
   EXPECT_EQ(run.exitCode, 0u);
-  EXPECT_EQ(run.out, "position: 1.250 -0.500\n");
+  EXPECT_EQ(run.out, "position: 1.250 -0.500 inches\n");
   EXPECT_NE(run.log.find("GoToAsJob(50000,64000,0)"), std::string::npos);
   EXPECT_EQ(Host("goto 25.001 1").err,
             "k7host: 25.001 1.000 is off the table of 25.000 x 16.000 inches\n");
@@ -50,10 +50,10 @@ TEST_F(MachineCommands, RunsTheSpindleOnlyWhileTheCommandRuns) {
   Set("K7_FAKE_SPINDLE", "1");
   Outcome run = Host("spindle full --seconds 0.1");
   EXPECT_EQ(run.exitCode, 0u);
-  EXPECT_EQ(run.out, "spindle: 20000\nspindle: 0\n");
+  EXPECT_EQ(run.out, "spindle: 20000 rpm\nspindle: 0 rpm\n");
   EXPECT_EQ(Host("spindle on").exitCode, 2u);  // nobody could stop it
   run = Host("spindle ramp up --key 38");
-  EXPECT_EQ(run.out, "spindle: 6000\nspindle: 7500\nspindle: 0\n");
+  EXPECT_EQ(run.out, "spindle: 6000 rpm\nspindle: 7500 rpm\nspindle: 0 rpm\n");
   run = Host("spindle ramp down");
   EXPECT_EQ(run.exitCode, 1u);
   ForgetLog();

@@ -23,6 +23,7 @@ class RecordingEngraver : public SilentEngraver {
   std::deque<std::uint32_t> lowerAnswers;
   std::deque<bool> beginAnswers;
   bool connected = true;
+  bool alive = true;  // and the link is there
   bool hasSpindle = false;
   bool airZ = false;
   bool holdReports = false;  // only "queued" is told
@@ -91,6 +92,8 @@ class RecordingEngraver : public SilentEngraver {
     finished_ = msgFinished;
   }
   std::uint8_t IsConnected() noexcept override { return connected ? 1 : 0; }
+  std::int32_t CheckAlive() noexcept override { return alive ? 1 : 0; }
+  std::uint8_t GetReaderAlive() noexcept override { return alive ? 1 : 0; }
   std::uint8_t HasSpindle() noexcept override { return hasSpindle ? 1 : 0; }
   std::int32_t IsAirZ() noexcept override { return airZ ? 1 : 0; }
   std::uint32_t GetPassCount() noexcept override { return passCount; }

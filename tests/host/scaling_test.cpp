@@ -1,5 +1,7 @@
 #include "core/scaling.h"
 
+#include "core/machine_check.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -62,6 +64,29 @@ TEST(Scaling, DurationsAreShownInHoursMinutesAndSeconds) {
   EXPECT_EQ(DurationText(59), "0:00:59");
   EXPECT_EQ(DurationText(3661), "1:01:01");
   EXPECT_EQ(DurationText(360000), "100:00:00");
+}
+
+TEST(TableProblem, NamesAxisSectionAndKeys) {
+  constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  EXPECT_EQ(TableProblem({4000, 4000, 100000, 64000}), "");
+  for (const double bad : {0.0, -1.0, kNone, kInfinity, 1e9}) {
+    EXPECT_EQ(TableProblem({bad, 4000, 100000, 64000}).substr(0, 46),
+              "no resolution on X: in section [Axis X] \"Motor");
+    EXPECT_EQ(TableProblem({4000, bad, 100000, 64000}).substr(0, 39),
+              "no resolution on Y: in section [Axis Y]");
+  }
+  EXPECT_EQ(
+      TableProblem({4000, 4000, 0, 64000}),
+      "no table: in section [Table Size] \"Width\" must be above 0, in thousandths of an inch");
+  EXPECT_NE(TableProblem({4000, 4000, 5, 0xFFFFFFFF}).find("\"Height\""), std::string::npos);
+}
+
+TEST(SaneText, NeverPrintsWhatNoMachineHas) {
+  EXPECT_EQ(SaneText(4000.0), "4000.000");
+  EXPECT_EQ(SaneText(std::numeric_limits<double>::infinity()), "unknown");
+  EXPECT_EQ(SaneText(std::numeric_limits<double>::quiet_NaN()), "unknown");
+  EXPECT_EQ(SaneText(1e12), "unknown");
 }
 
 }  // namespace
