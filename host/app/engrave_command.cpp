@@ -1,13 +1,11 @@
 // Engraving and estimating a drawing.
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
 #include "app/commands.h"
 #include "app/console.h"
+#include "app/load_drawing.h"
 #include "app/stop_request.h"
-#include "core/hpgl.h"
 #include "core/job_estimate.h"
 #include "core/job_plan.h"
 #include "core/job_runner.h"
@@ -18,37 +16,6 @@ namespace {
 
 constexpr DWORD kWaitMs = 50;
 constexpr std::uint64_t kRefreshMs = 100;
-constexpr std::size_t kLargestFile = std::size_t{256} << 20;
-
-struct Drawing {
-  std::vector<Stroke> strokes;
-  int exitCode = kExitOk;  // anything else has been explained
-};
-
-Drawing LoadDrawing(const std::string& file) {
-  Drawing drawing;
-  std::ifstream in(std::filesystem::path(WideText(file)), std::ios::binary);
-  if (!in) {
-    drawing.exitCode = Fail(kExitUsage, "cannot open " + file);
-    return drawing;
-  }
-  std::string text;
-  std::vector<char> block(65536);
-  while (text.size() <= kLargestFile && in) {
-    in.read(block.data(), static_cast<std::streamsize>(block.size()));
-    text.append(block.data(), static_cast<std::size_t>(in.gcount()));
-  }
-  if (in.bad() || text.size() > kLargestFile) {
-    drawing.exitCode = Fail(kExitUsage, "cannot read " + file);
-    return drawing;
-  }
-  HpglDrawing read = ReadHpgl(text);
-  if (read.error) {
-    drawing.exitCode = FailLine(kExitUsage, HpglErrorText(file, *read.error));
-  }
-  drawing.strokes = std::move(read.strokes);
-  return drawing;
-}
 
 // A drawing made ready for the connected machine.
 struct Job {
@@ -150,8 +117,8 @@ class ConsoleObserver : public JobObserver {
 }  // namespace
 
 int RunEngrave(const Arguments& arguments) {
-  const Drawing drawing = LoadDrawing(arguments.file);
-  if (drawing.exitCode != kExitOk) return drawing.exitCode;
+  Drawing drawing;
+  if (const int bad = LoadDrawing(arguments, drawing); bad != kExitOk) return bad;
   Session session;
   int code = session.Open(arguments);
   if (code != kExitOk) return code;
@@ -179,8 +146,8 @@ int RunEngrave(const Arguments& arguments) {
 }
 
 int RunEstimate(const Arguments& arguments) {
-  const Drawing drawing = LoadDrawing(arguments.file);
-  if (drawing.exitCode != kExitOk) return drawing.exitCode;
+  Drawing drawing;
+  if (const int bad = LoadDrawing(arguments, drawing); bad != kExitOk) return bad;
   Session session;
   const int code = session.Open(arguments);
   if (code != kExitOk) return code;

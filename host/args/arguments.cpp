@@ -43,12 +43,13 @@ void AddFile(CLI::App* sub, Arguments& out) {
 void AddEngrave(CLI::App& app, Arguments& out) {
   CLI::App* sub = Add(
       app, out, Command::Engrave, "engrave", "Engrave a plotter file",
-      "The file may hold IN, SP, PU, PD, PA and PR; (0, 0) is the table home. A pen that goes "
-      "down\n"
-      "and up without moving is a dot. A file with an error, and a drawing that does not fit the\n"
-      "table, moves nothing. Ctrl-C lifts the cutter and ends the job; a second Ctrl-C ends the\n"
-      "program at once, while the machine still carries out the lines that it has.\n"
-      "Prints: job: ..., estimate: ..., pass: ..., progress: ..., done: ... or stopped: ...");
+      "(0, 0) is the table home. A pen that goes down and up without moving is a dot. What a file\n"
+      "says of speeds, pens and pages is passed over with a notice. A file with an error, and a\n"
+      "drawing that does not fit the table, moves nothing. Ctrl-C lifts the cutter and ends the\n"
+      "job; a second Ctrl-C ends the program at once, while the machine still carries out the lines\n"
+      "that it has.\n"
+      "Prints: notice: ..., job: ..., estimate: ..., pass: ..., progress: ..., done: ... or\n"
+      "stopped: ...");
   AddFile(sub, out);
   sub->add_option("--passes", out.passes,
                   "Engrave only passes 1 to N of those that the engrave settings make;\n"
