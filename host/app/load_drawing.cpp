@@ -11,6 +11,7 @@
 #include "app/console.h"
 #include "core/text.h"
 #include "drawing/hpgl.h"
+#include "drawing/svg.h"
 
 namespace k7host {
 namespace {
@@ -30,7 +31,8 @@ int LoadDrawing(const Arguments& arguments, Drawing& drawing) {
     text.append(block.data(), static_cast<std::size_t>(in.gcount()));
   }
   if (in.bad() || text.size() > kLargestFile) return Fail(kExitUsage, "cannot read " + file);
-  drawing = ReadHpgl(text);
+  drawing = LooksLikeXml(text) ? ReadSvg(text, arguments.toleranceInches)
+                               : ReadHpgl(text, arguments.toleranceInches);
   if (drawing.error) return FailLine(kExitUsage, DrawingErrorText(file, *drawing.error));
   for (const DrawingNotice& notice : drawing.notices) {
     Print("notice", file + ":" + NoticeText(notice));

@@ -34,23 +34,31 @@ CLI::App* Add(CLI::App& app, Arguments& out, Command command, const char* name,
   return sub;
 }
 
-void AddFile(CLI::App* sub, Arguments& out) {
-  sub->add_option("file", out.file, "Drawing: a plotter file (HPGL) in units of 1/1016 inch")
+// The drawing and how it is read.
+void AddDrawing(CLI::App* sub, Arguments& out) {
+  sub->add_option("file", out.file,
+                  "Drawing: a plotter file (HPGL) in units of 1/1016 inch, or an SVG file")
       ->required()
-      ->type_name("FILE.plt");
+      ->type_name("FILE");
+  sub->add_option("--tolerance", out.toleranceInches,
+                  "How far curves may lie beside their straight pieces, in inches; 0.001")
+      ->type_name("T")
+      ->check(CLI::Range(0.00001, 1.0));
 }
 
 void AddEngrave(CLI::App& app, Arguments& out) {
   CLI::App* sub = Add(
-      app, out, Command::Engrave, "engrave", "Engrave a plotter file",
-      "(0, 0) is the table home. A pen that goes down and up without moving is a dot. What a file\n"
-      "says of speeds, pens and pages is passed over with a notice. A file with an error, and a\n"
-      "drawing that does not fit the table, moves nothing. Ctrl-C lifts the cutter and ends the\n"
-      "job; a second Ctrl-C ends the program at once, while the machine still carries out the lines\n"
-      "that it has.\n"
+      app, out, Command::Engrave, "engrave", "Engrave a drawing",
+      "(0, 0), in an SVG file the lower left corner of the page, is the table home. A pen that "
+      "goes\n"
+      "down and up without moving is a dot. What a file says of speeds, pens and pages is passed\n"
+      "over with a notice. A file with an error, and a drawing that does not fit the table, moves\n"
+      "nothing. Ctrl-C lifts the cutter and ends the job; a second Ctrl-C ends the program at "
+      "once,\n"
+      "while the machine still carries out the lines that it has.\n"
       "Prints: notice: ..., job: ..., estimate: ..., pass: ..., progress: ..., done: ... or\n"
       "stopped: ...");
-  AddFile(sub, out);
+  AddDrawing(sub, out);
   sub->add_option("--passes", out.passes,
                   "Engrave only passes 1 to N of those that the engrave settings make;\n"
                   "never more, because the depths belong to the settings")
@@ -164,7 +172,7 @@ void AddCommands(CLI::App& app, Arguments& out) {
       app, out, Command::Estimate, "estimate", "Estimate how long a drawing takes",
       "Moves nothing. Prints: job: ..., estimate: SECONDS s (H:MM:SS) for all passes and the way\n"
       "back to the table home; estimate: unknown when X and Y differ in resolution.");
-  AddFile(estimate, out);
+  AddDrawing(estimate, out);
   estimate->add_option("--passes", out.passes, "Only passes 1 to N")
       ->type_name("N")
       ->check(CLI::Range(1, 1000000));

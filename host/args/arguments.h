@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "drawing/drawing.h"
+
 namespace k7host {
 
 // Exit codes of the program.
@@ -33,6 +35,7 @@ struct Arguments {
   Command command = Command::List;
   std::string id;    // controller identity; empty: the only one there is
   std::string file;  // engrave, estimate
+  double toleranceInches = kDefaultToleranceInches;
   // engrave
   std::uint32_t passes = 0;   // 0: all
   std::uint32_t runKind = 0;  // a k7::kRun number

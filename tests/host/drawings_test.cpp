@@ -12,6 +12,7 @@
 #include <string>
 
 #include "drawing/hpgl.h"
+#include "drawing/svg.h"
 
 namespace k7host {
 namespace {
@@ -69,9 +70,9 @@ class Drawings : public testing::TestWithParam<const char*> {};
 TEST_P(Drawings, GivesItsPicture) {
   const std::string text = Contents(Folder() / GetParam());
   ASSERT_FALSE(text.empty()) << "K7_SAMPLES must name host/samples";
-  const std::string picture = Picture(ReadHpgl(text));
+  const std::string picture = Picture(LooksLikeXml(text) ? ReadSvg(text) : ReadHpgl(text));
   std::filesystem::path golden = Folder() / GetParam();
-  golden += ".svg";
+  golden += golden.extension() == ".plt" ? ".svg" : ".picture.svg";
   if (std::getenv("K7_UPDATE_GOLDEN") != nullptr) {
     std::ofstream(golden, std::ios::binary) << picture;
     return;
@@ -82,7 +83,9 @@ TEST_P(Drawings, GivesItsPicture) {
 INSTANTIATE_TEST_SUITE_P(Programs, Drawings,
                          testing::Values("autocad.plt", "autocad_hpgl2.plt", "coreldraw.plt",
                                          "encoded_7bit.plt", "engraver.plt", "inkscape.plt",
-                                         "lettering.plt", "pstoedit.plt", "scaled.plt"));
+                                         "lettering.plt", "pstoedit.plt", "scaled.plt",
+                                         "coreldraw.drawing.svg", "illustrator.drawing.svg",
+                                         "inkscape.drawing.svg"));
 
 }  // namespace
 }  // namespace k7host
