@@ -4,9 +4,9 @@
 
 #include "app/commands.h"
 #include "app/console.h"
+#include "app/job_preparation.h"
 #include "app/load_drawing.h"
 #include "app/stop_request.h"
-#include "core/job_estimate.h"
 #include "core/job_plan.h"
 #include "core/job_runner.h"
 #include "core/text.h"
@@ -24,10 +24,11 @@ struct Job {
   int exitCode = kExitOk;  // anything else has been explained
 };
 
-Job Prepare(Session& session, const Arguments& arguments, const std::vector<Stroke>& strokes) {
+Job Prepare(Session& session, const Arguments& arguments, Drawing& drawing) {
   Job job;
+  ArrangeStrokes(session, arguments, drawing);
   const Table table = session.MachineTable();
-  PlanResult result = BuildPlan(strokes, table);
+  PlanResult result = BuildPlan(drawing.strokes, table);
   if (!result.error.empty()) {
     job.exitCode = Fail(kExitUsage, arguments.file + ": " + result.error);
     return job;
@@ -55,15 +56,12 @@ Job Prepare(Session& session, const Arguments& arguments, const std::vector<Stro
   job.options.passes = arguments.passes != 0 ? arguments.passes : passes;
   job.options.runKind = arguments.runKind;
   job.options.spindle = arguments.spindle;
-  job.options.estimateSeconds = EstimateJob(session.Device(), job.plan, job.options.passes);
   Print("job", "strokes " + std::to_string(job.plan.strokes) + ", dots " +
                    std::to_string(job.plan.dots) + ", cuts " + std::to_string(job.plan.cuts) +
                    ", passes " + std::to_string(job.options.passes) + ", " +
                    ExtentText(job.plan, table) + " inches");
-  Print("estimate", job.options.estimateSeconds == 0
-                        ? "unknown"
-                        : std::to_string(job.options.estimateSeconds) + " s (" +
-                              DurationText(job.options.estimateSeconds) + ")");
+  job.options.estimateSeconds = EstimateAndPrint(session, job.plan, table, job.options);
+  job.exitCode = WritePreview(arguments, job.plan, table);
   return job;
 }
 
@@ -122,16 +120,22 @@ int RunEngrave(const Arguments& arguments) {
   Session session;
   int code = session.Open(arguments);
   if (code != kExitOk) return code;
-  if (arguments.showSettings && ShowSettings(session, true, true) != k7::kSettingsRunJob) {
+  if (arguments.showSettings && ShowSettingsWithColours(session, drawing) != k7::kSettingsRunJob) {
     return Fail(kExitMachine, "the job was not released in the settings dialog");
   }
-  const Job job = Prepare(session, arguments, drawing.strokes);
+  const Job job = Prepare(session, arguments, drawing);
   if (job.exitCode != kExitOk) return job.exitCode;
+  if (arguments.dryRun) {
+    Print("dry run", "the job fits the machine; nothing was moved");
+    return kExitOk;
+  }
   if (arguments.home) code = HomeMachine(session);
   if (code != kExitOk) return code;
   // Takes the window back only here, because the end of a homing is reported to it.
   if (arguments.batch) session.Window().Attach(session.Device(), true);
   ConsoleObserver observer(session);
+  if (arguments.frame) code = ShowFrame(session, job.plan, observer);
+  if (code != kExitOk) return code;
   const std::uint64_t start = GetTickCount64();
   const JobResult result =
       RunJob(session.Device(), job.plan, job.options, session.Window().Counters(), observer);
@@ -151,7 +155,7 @@ int RunEstimate(const Arguments& arguments) {
   Session session;
   const int code = session.Open(arguments);
   if (code != kExitOk) return code;
-  return Prepare(session, arguments, drawing.strokes).exitCode;
+  return Prepare(session, arguments, drawing).exitCode;
 }
 
 }  // namespace k7host

@@ -34,7 +34,15 @@ CLI::App* Add(CLI::App& app, Arguments& out, Command command, const char* name,
   return sub;
 }
 
-// The drawing and how it is read.
+// "X,Y" in inches.
+bool ParseOffset(const std::string& text, double& x, double& y) {
+  const std::size_t comma = text.find(',');
+  return comma != std::string::npos && CLI::detail::lexical_cast(text.substr(0, comma), x) &&
+         CLI::detail::lexical_cast(text.substr(comma + 1), y) && std::fabs(x) <= kLongestInches &&
+         std::fabs(y) <= kLongestInches;
+}
+
+// The drawing, how it is read and where it goes.
 void AddDrawing(CLI::App* sub, Arguments& out) {
   sub->add_option("file", out.file,
                   "Drawing: a plotter file (HPGL) in units of 1/1016 inch, or an SVG file")
@@ -44,6 +52,52 @@ void AddDrawing(CLI::App* sub, Arguments& out) {
                   "How far curves may lie beside their straight pieces, in inches; 0.001")
       ->type_name("T")
       ->check(CLI::Range(0.00001, 1.0));
+  sub->add_option("--scale", out.placement.scale, "Make the drawing so many times as large")
+      ->type_name("S")
+      ->check(CLI::Range(0.001, 1000.0));
+  sub->add_option("--rotate", out.placement.rotateDegrees, "Turn it counter-clockwise, in degrees")
+      ->type_name("DEG")
+      ->check(CLI::Range(-360.0, 360.0));
+  sub->add_option_function<std::string>(
+         "--origin", [&out](const std::string& name) { out.placement.origin = *OriginNamed(name); },
+         "Which point of it comes to the table home: file (its own zero),\n"
+         "lower-left, lower-right, upper-left, upper-right or center")
+      ->type_name("POINT")
+      ->check(CLI::Validator(
+          [](const std::string& name) {
+            return OriginNamed(name) ? std::string()
+                                     : "'" + name +
+                                           "' is none of file, lower-left, lower-right, "
+                                           "upper-left, upper-right, center";
+          },
+          ""));
+  sub->add_option_function<std::string>(
+         "--offset",
+         [&out](const std::string& text) {
+           ParseOffset(text, out.placement.offsetXInches, out.placement.offsetYInches);
+         },
+         "Then move it by so many inches")
+      ->type_name("X,Y")
+      ->check(CLI::Validator(
+          [](const std::string& text) {
+            double x = 0.0;
+            double y = 0.0;
+            return ParseOffset(text, x, y)
+                       ? std::string()
+                       : "'" + text + "' is not an offset such as 1.5,-2 (inches)";
+          },
+          ""));
+  sub->add_flag("--optimise", out.optimise, "Cut the stroke with the nearest end first");
+  sub->add_option("--preview", out.preview,
+                  "Write a picture of table, travels, cuts, order and extent")
+      ->type_name("FILE.svg|png")
+      ->check(CLI::Validator(
+          [](const std::string& file) {
+            return file.ends_with(".svg") || file.ends_with(".png")
+                       ? std::string()
+                       : "'" + file + "' ends neither with .svg nor with .png";
+          },
+          ""));
 }
 
 void AddEngrave(CLI::App& app, Arguments& out) {
@@ -56,8 +110,8 @@ void AddEngrave(CLI::App& app, Arguments& out) {
       "nothing. Ctrl-C lifts the cutter and ends the job; a second Ctrl-C ends the program at "
       "once,\n"
       "while the machine still carries out the lines that it has.\n"
-      "Prints: notice: ..., job: ..., estimate: ..., pass: ..., progress: ..., done: ... or\n"
-      "stopped: ...");
+      "Prints: notice: ..., optimise: ..., job: ..., estimate: ..., parts: ..., preview: ...,\n"
+      "dry run: ..., frame: ..., pass: ..., progress: ..., done: ... or stopped: ...");
   AddDrawing(sub, out);
   sub->add_option("--passes", out.passes,
                   "Engrave only passes 1 to N of those that the engrave settings make;\n"
@@ -74,6 +128,10 @@ void AddEngrave(CLI::App& app, Arguments& out) {
       "Braille bead insert run: dots only, made with the bead tool");
   grid->excludes(drill)->excludes(bead);
   drill->excludes(bead);
+  sub->add_flag("--dry-run", out.dryRun, "Check everything, print it and move nothing");
+  sub->add_flag("--frame", out.frame,
+                "First drive around the job with the cutter up; on a console Enter\n"
+                "goes on");
   sub->add_flag("--home", out.home, "Drive to the limit switches first");
   sub->add_flag("--settings", out.showSettings,
                 "Show the driver's settings dialog first; only \"Run Job\" goes on");
@@ -171,7 +229,11 @@ void AddCommands(CLI::App& app, Arguments& out) {
   CLI::App* estimate = Add(
       app, out, Command::Estimate, "estimate", "Estimate how long a drawing takes",
       "Moves nothing. Prints: job: ..., estimate: SECONDS s (H:MM:SS) for all passes and the way\n"
-      "back to the table home; estimate: unknown when X and Y differ in resolution.");
+      "back to the table home, with lifts, plunges, dwells and the spindle as the settings file "
+      "has\n"
+      "them, without probing; parts: what it is made of. Without a settings file the estimate is\n"
+      "the driver's, of travels and cuts alone. estimate: unknown when X and Y differ in "
+      "resolution.");
   AddDrawing(estimate, out);
   estimate->add_option("--passes", out.passes, "Only passes 1 to N")
       ->type_name("N")

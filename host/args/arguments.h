@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "drawing/drawing.h"
+#include "drawing/placement.h"
 
 namespace k7host {
 
@@ -36,6 +37,9 @@ struct Arguments {
   std::string id;    // controller identity; empty: the only one there is
   std::string file;  // engrave, estimate
   double toleranceInches = kDefaultToleranceInches;
+  Placement placement;
+  bool optimise = false;
+  std::string preview;  // file to write; empty: none
   // engrave
   std::uint32_t passes = 0;   // 0: all
   std::uint32_t runKind = 0;  // a k7::kRun number
@@ -43,6 +47,8 @@ struct Arguments {
   bool spindle = false;
   bool showSettings = false;
   bool batch = false;
+  bool dryRun = false;
+  bool frame = false;
   // switches
   bool watch = false;
   // jog

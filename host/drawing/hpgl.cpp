@@ -402,7 +402,7 @@ class Reader {
     return index < text_.Numbers().size() ? &text_.Numbers()[index] : nullptr;
   }
 
-  // CI: the pen comes back to the center, down if it was down. KEEP: plotters leave a dot at the
+  // CI: the pen comes back to the center, down if it was down. Plotters leave a dot at the
   // center then, and files that do not want it lift the pen before.
   bool Circle() {
     if (!NumbersUpTo(2, "CI") || !MayDraw()) return false;
