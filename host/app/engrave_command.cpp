@@ -60,7 +60,8 @@ Job Prepare(Session& session, const Arguments& arguments, Drawing& drawing) {
                    std::to_string(job.plan.dots) + ", cuts " + std::to_string(job.plan.cuts) +
                    ", passes " + std::to_string(job.options.passes) + ", " +
                    ExtentText(job.plan, table) + " inches");
-  job.options.estimateSeconds = EstimateAndPrint(session, job.plan, table, job.options);
+  job.options.estimateSeconds =
+      EstimateAndPrint(session, job.plan, table, job.options, arguments.home);
   job.exitCode = WritePreview(arguments, job.plan, table);
   return job;
 }

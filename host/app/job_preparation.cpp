@@ -82,7 +82,7 @@ HeadPlace HeadNow(Session& session, double cutterHomeInches) {
 }
 
 // None when the file is not there, because then nothing is known of the machine's speeds.
-std::optional<MachineNow> ReadMachine(Session& session) {
+std::optional<MachineNow> ReadMachine(Session& session, bool homesFirst) {
   k7::IEngraver& device = session.Device();
   wchar_t path[kPathCapacity] = {};
   device.GetSettingsFilePath(path, kPathCapacity);
@@ -100,7 +100,11 @@ std::optional<MachineNow> ReadMachine(Session& session) {
   speeds.spindle =
       device.HasSpindle() != 0 && settings.Whole(L"Engrave Settings", L"Engrave Type", 0) != 0;
   const double home = settings.Float(L"Axis Z", L"Cutter Home", 0.0f);
-  return MachineNow{speeds, HeadNow(session, home)};
+  if (!homesFirst) return MachineNow{speeds, HeadNow(session, home)};
+  // At the switches.
+  const HeadPlace zero{-settings.Float(L"Axis X", L"Table Home", 0.0f),
+                       -settings.Float(L"Axis Y", L"Table Home", 0.0f), -home};
+  return MachineNow{speeds, zero};
 }
 
 std::string SecondsText(std::uint32_t seconds) {
@@ -128,9 +132,9 @@ void ArrangeStrokes(Session& session, const Arguments& arguments, Drawing& drawi
 }
 
 std::uint32_t EstimateAndPrint(Session& session, const JobPlan& plan, const Table& table,
-                               const JobOptions& options) {
+                               const JobOptions& options, bool homesFirst) {
   std::uint32_t seconds = EstimateJob(session.Device(), plan, options.passes);
-  const std::optional<MachineNow> machine = ReadMachine(session);
+  const std::optional<MachineNow> machine = ReadMachine(session, homesFirst);
   if (seconds == 0 || !machine) {
     Print("estimate",
           seconds == 0 ? "unknown" : SecondsText(seconds) + " (" + DurationText(seconds) + ")");

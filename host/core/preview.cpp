@@ -13,9 +13,10 @@ namespace {
 constexpr std::uint32_t kMostNumbers = 300;
 constexpr double kMargin = 0.25;  // inches around the table
 
-// Three decimals, with "." whatever the locale.
-std::string Number(double value) {
-  return InchesText(value);
+// The picture is drawn in hundredths of an inch, because letters of less than a unit are not shown
+// everywhere. Three decimals, with "." whatever the locale.
+std::string Number(double inches) {
+  return InchesText(inches * 100.0);
 }
 
 std::string Hex(std::uint32_t rgb) {
@@ -37,17 +38,17 @@ class Writer {
   std::string Write() {
     const double width = table_.widthSteps / table_.xStepsPerInch;
     height_ = table_.heightSteps / table_.yStepsPerInch;
-    out_ = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + Number(width + 2 * kMargin) +
-           "in\" height=\"" + Number(height_ + 2 * kMargin) + "in\" viewBox=\"" + Number(-kMargin) +
-           " " + Number(-kMargin) + " " + Number(width + 2 * kMargin) + " " +
+    out_ = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + InchesText(width + 2 * kMargin) +
+           "in\" height=\"" + InchesText(height_ + 2 * kMargin) + "in\" viewBox=\"" +
+           Number(-kMargin) + " " + Number(-kMargin) + " " + Number(width + 2 * kMargin) + " " +
            Number(height_ + 2 * kMargin) + "\">\n<title>" + ExtentText(plan_, table_) +
            " inches, strokes " + std::to_string(plan_.strokes) + ", dots " +
            std::to_string(plan_.dots) +
-           "</title>\n<style>.table{fill:#fff;stroke:#000;stroke-width:.02}"
-           ".extent{fill:none;stroke:#080;stroke-width:.01;stroke-dasharray:.08 .05}"
-           ".travel{fill:none;stroke:#999;stroke-width:.006}"
-           ".cut{fill:none;stroke-width:.012;stroke-linecap:round;stroke-linejoin:round}"
-           "text{font:.07px sans-serif;fill:#555}</style>\n";
+           "</title>\n<style>.table{fill:#fff;stroke:#000;stroke-width:2}"
+           ".extent{fill:none;stroke:#080;stroke-width:1;stroke-dasharray:8 5}"
+           ".travel{fill:none;stroke:#999;stroke-width:.6}"
+           ".cut{fill:none;stroke-width:1.2;stroke-linecap:round;stroke-linejoin:round}"
+           "text{font:6px sans-serif;fill:#555}</style>\n";
     out_ += Rectangle("table", 0.0, 0.0, width, height_);
     out_ += Rectangle("extent", plan_.minXSteps / table_.xStepsPerInch,
                       height_ - plan_.maxYSteps / table_.yStepsPerInch,

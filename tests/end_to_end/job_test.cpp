@@ -154,13 +154,13 @@ TEST_P(JobEstimate, IsWithinFivePercentOfTheMachinesOwnPlan) {
 }
 
 // With every lift and plunge, from wherever the head stands.
-TEST(Job, TheHostsEstimateIsWithinOnePercentOfTheMachinesOwnPlan) {
+TEST_P(JobEstimate, OfAWholeJobIsWithinOnePercentOfTheMachinesOwnPlan) {
   FreshController controller(kId, EngraversSettings(), EngraversTable());
-  const HostRun host = RunHost({"engrave", Sample("lettering.plt"), "--id", kId, "--batch"}, 300);
+  const HostRun host = RunHost({"engrave", Sample(GetParam()), "--id", kId, "--batch"}, 300);
   EXPECT_EQ(host.exitCode, 0) << host.output;
   const double planned = controller.Number("jobs.0.plannedSeconds");
   const double estimate = EstimateIn(host.output);
-  std::printf("   lettering.plt: estimate %.0f s, plan %.1f s\n", estimate, planned);
+  std::printf("   %s: estimate %.0f s, plan %.1f s\n", GetParam(), estimate, planned);
   EXPECT_NEAR(estimate, planned, planned * 0.01 + 0.5);
 }
 

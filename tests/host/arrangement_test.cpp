@@ -136,17 +136,20 @@ JobPlan Plan(const char* file) {
 TEST(Preview, ShowsTableTravelsCutsAndOrder) {
   const std::string svg =
       PreviewSvg(Plan("PU1016,1016PD2032,1016PU508,508PD"), {1000.0, 1000.0, 4000, 3000});
-  EXPECT_NE(svg.find("<rect class=\"table\" x=\"0.000\" y=\"0.000\" width=\"4.000\" "
-                     "height=\"3.000\"/>"),
+  EXPECT_NE(svg.find("<rect class=\"table\" x=\"0.000\" y=\"0.000\" width=\"400.000\" "
+                     "height=\"300.000\"/>"),
             std::string::npos);
-  EXPECT_NE(svg.find("<rect class=\"extent\" x=\"0.500\" y=\"2.000\" width=\"1.500\" "
-                     "height=\"0.500\"/>"),
+  EXPECT_NE(svg.find("<rect class=\"extent\" x=\"50.000\" y=\"200.000\" width=\"150.000\" "
+                     "height=\"50.000\"/>"),
             std::string::npos);
-  EXPECT_NE(svg.find("d=\"M0.000 3.000L1.000 2.000M2.000 2.000L0.500 2.500M0.500 2.500L0.000 "
-                     "3.000\""),
+  EXPECT_NE(
+      svg.find(
+          "d=\"M0.000 300.000L100.000 200.000M200.000 200.000L50.000 250.000M50.000 250.000L0.000 "
+          "300.000\""),
+      std::string::npos);
+  EXPECT_NE(svg.find("stroke=\"#0000ff\" d=\"M100.000 200.000L200.000 200.000\""),
             std::string::npos);
-  EXPECT_NE(svg.find("stroke=\"#0000ff\" d=\"M1.000 2.000L2.000 2.000\""), std::string::npos);
-  EXPECT_NE(svg.find("stroke=\"#ff0000\" d=\"M0.500 2.500L0.500 2.500\""), std::string::npos);
+  EXPECT_NE(svg.find("stroke=\"#ff0000\" d=\"M50.000 250.000L50.000 250.000\""), std::string::npos);
   EXPECT_NE(svg.find(">2</text>"), std::string::npos);
 }
 
