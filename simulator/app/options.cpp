@@ -165,6 +165,8 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
   app.add_flag("--homed", machine.homed, "The table counts as homed from the start");
   app.add_flag("--hard-limits", machine.hardLimits,
                "A move beyond the end of an axis halts the machine");
+  app.add_flag("--silent-zero-moves", machine.silentZeroMoves,
+               "Do not tell the host of a move that moves nothing,\nas boards of another kind do");
   app.add_option("--switch", raw.switches, "Hold a switch (x, y, z, probe) closed (1) or open (0)")
       ->allow_extra_args(false)
       ->type_name("NAME=STATE");
@@ -172,9 +174,10 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
   app.add_option("--fault", raw.faults,
                  "What goes wrong: 'match=G28,do=withhold', JSON, or a file with JSON.\n"
                  "When: line=N, match=TEXT, reply=TEXT or atMs=N; from the nth=N\n"
-                 "time on, count=N times (0: always). do=ignore, drop, withhold, delay,\n"
-                 "duplicate, corrupt, fragment, inject, halt, silent or close, with\n"
-                 "ms=N and text=TEXT where they apply")
+                 "time on, count=N times (0: always). do=ignore, garble, drop,\n"
+                 "withhold, delay, duplicate, corrupt, fragment, noise, inject, halt,\n"
+                 "silent, close, half-open, slow-drain or reboot, with ms=N, text=TEXT,\n"
+                 "rate=N, bytes=N and seed=N where they apply")
       ->allow_extra_args(false)
       ->type_name("FAULT");
   app.add_option("--control", options.controlPath, "Make a pipe for commands ('help' lists them)")

@@ -68,6 +68,7 @@ std::string WriteReport(Simulator& simulator) {
   report["homed"] = board.IsHomed();
   report["halted"] = board.IsHalted();
   report["halts"] = counts.halts;
+  report["restarts"] = counts.restarts;
   report["positionInches"] = Point(board.Machine().PlaceAt(at));
   report["controllerMm"] = {{"x", at[0]}, {"y", at[1]}, {"z", at[2]}};
   report["surface"] = board.Machine().PlateSurface().Description();

@@ -18,8 +18,6 @@
 namespace k7sim {
 namespace {
 
-constexpr std::size_t kReadBytes = 4096;
-
 TimeUs SteadyUs() {
   timespec now{};
   clock_gettime(CLOCK_MONOTONIC, &now);
@@ -106,7 +104,7 @@ bool Server::Serve(Link& link) {
   // has opened the port before, so the opening is among the events. When it follows another host,
   // the replies to it are not thrown away with what that one has left unread.
   std::string bytes;
-  if (simulator_.WantsBytes(link.number)) bytes = link.port->Read(kReadBytes);
+  if (simulator_.WantsBytes(link.number)) bytes = link.port->Read(simulator_.ReadLimit());
   for (const bool opened : link.port->TakeEvents()) {
     if (opened) {
       simulator_.HostOpened(link.number, WireNow());

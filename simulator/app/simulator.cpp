@@ -8,6 +8,8 @@ namespace {
 
 // What a host leaves unread for so long is dropped on a serial link; a socket keeps it.
 constexpr TimeUs kUnreadUs = 1'000'000;
+constexpr std::size_t kReadBytes = 4096;
+constexpr std::size_t kSlowReadBytes = 16;
 
 std::string_view GreetingOf(WireKind kind) {
   switch (kind) {
@@ -38,6 +40,7 @@ int Simulator::AddLink(WireKind kind, std::string name) {
   const double baud = kind == WireKind::Tcp ? 0 : setup_.baud;
   links_.push_back(std::make_unique<Link>(Link{kind,
                                                std::move(name),
+                                               baud,
                                                LineReader(kind),
                                                OutputQueue(baud, dropAfterUs),
                                                Pacer(baud),
@@ -72,8 +75,14 @@ void Simulator::HostClosed(int link) {
 }
 
 bool Simulator::WantsBytes(int link) const {
+  if (IsDeaf()) return false;
+  if (wireUs_ < slowUntilUs_) return LinkAt(link).inbox.empty();
   // A bare UART has no flow control: its bytes come whether there is room or not.
   return LinkAt(link).kind == WireKind::Uart || LinkAt(link).inbox.empty();
+}
+
+std::size_t Simulator::ReadLimit() const {
+  return wireUs_ < slowUntilUs_ ? kSlowReadBytes : kReadBytes;
 }
 
 void Simulator::Receive(int link, std::string_view bytes, TimeUs wireUs) {
@@ -100,7 +109,11 @@ void Simulator::Consume(int link) {
   Link& state = LinkAt(link);
   state.arrived += state.inPacer.Take(state.inbox.size() - state.arrived, wireUs_);
   std::size_t used = 0;
-  for (; used < state.arrived; ++used) {
+  for (; used < state.arrived && !IsDeaf(); ++used) {
+    if (IsBooting()) {
+      state.reader.CountLost(1);
+      continue;
+    }
     if (!HasRoom(link)) {
       if (state.kind != WireKind::Uart) break;
       state.reader.CountLost(1);
@@ -119,16 +132,22 @@ void Simulator::Consume(int link) {
     }
   }
   state.inbox.erase(0, used);
-  state.arrived -= used;
+  state.arrived -= std::min(state.arrived, used);
 }
 
 void Simulator::TakeLine(int link, const std::string& line) {
   const std::uint64_t id = ++lines_;
   transcript_.In(LinkName(link), line);
-  bool ignore = false;
-  for (const FaultEvent& event : faults_.OnLine(id, line, wireUs_, ignore)) CarryOut(event);
-  if (ignore) {
+  LineFate fate;
+  const std::uint64_t restarts = controller_.Counts().restarts;
+  for (const FaultEvent& event : faults_.OnLine(id, line, wireUs_, fate)) CarryOut(event);
+  if (IsDeaf() || controller_.Counts().restarts != restarts) fate.lost = true;
+  if (fate.lost) {
     transcript_.Note("fault: the line above is lost");
+  } else if (fate.garbled) {
+    const std::string garbled = Garbled(line);
+    transcript_.Note("fault: the board has " + garbled);
+    controller_.TakeLine(garbled, id, link, machineUs_);
   } else {
     controller_.TakeLine(line, id, link, machineUs_);
   }
@@ -152,6 +171,7 @@ void Simulator::AdvanceMachine() {
 
 void Simulator::Run(TimeUs wireUs) {
   SetTime(wireUs);
+  EndFaults();
   for (const FaultEvent& event : faults_.OnTime(wireUs_)) CarryOut(event);
   AdvanceMachine();
   for (int i = 0; i < static_cast<int>(links_.size()); ++i) Consume(i);
@@ -167,8 +187,12 @@ bool Simulator::JumpAhead(TimeUs wireUs) {
 
 TimeUs Simulator::NextDue(TimeUs wireUs) const {
   TimeUs due = std::min(clock_.WireTimeOf(controller_.NextEvent(), wireUs), faults_.NextTime());
+  for (const TimeUs end : {deafUntilUs_, slowUntilUs_, bootedUs_}) {
+    if (end > wireUs_) due = std::min(due, end);
+  }
   for (const auto& state : links_) {
     due = std::min(due, state->out.NextDue(wireUs));
+    if (IsDeaf()) continue;
     if (state->inbox.size() > state->arrived) due = std::min(due, state->inPacer.NextByte(wireUs));
   }
   return due;

@@ -52,6 +52,8 @@ class Simulator final : private ReplySink {
   void Receive(int link, std::string_view bytes, TimeUs wireUs);
   // While false, the owner should leave further bytes unread.
   bool WantsBytes(int link) const;
+  // How many to read at a time. A board that reads slowly takes few, so that the host feels it.
+  std::size_t ReadLimit() const;
 
   // Bytes for the host, as OutputQueue has them.
   std::string_view Ready(int link, TimeUs wireUs);
@@ -87,6 +89,7 @@ class Simulator final : private ReplySink {
   struct Link {
     WireKind kind;
     std::string name;
+    double baud;  // 0: bytes take no time
     LineReader reader;
     OutputQueue out;
     Pacer inPacer;
@@ -103,6 +106,12 @@ class Simulator final : private ReplySink {
   void Deliver(int link, const std::vector<OutputPiece>& pieces);
   void CarryOut(const FaultEvent& event);
   void CarryOutPending();
+  void RestartBoard(TimeUs bootUs, std::string_view text);
+  void SetPace(double bytesPerSecond);
+  // Ends the faults whose time has passed.
+  void EndFaults();
+  bool IsDeaf() const { return wireUs_ < deafUntilUs_; }
+  bool IsBooting() const { return wireUs_ < bootedUs_; }
 
   void AdvanceMachine();
   void Consume(int link);
@@ -123,6 +132,10 @@ class Simulator final : private ReplySink {
   std::vector<FaultEvent> pendingEvents_;
   std::vector<CloseRequest> closeRequests_;
   TimeUs silentUntilUs_ = 0;
+  TimeUs deafUntilUs_ = 0;  // nothing is read before, and nothing sent
+  TimeUs slowUntilUs_ = 0;  // few bytes are read before
+  TimeUs bootedUs_ = 0;     // what is sent to the board before is lost
+  std::string bootText_;    // to be sent then; empty: has been sent
   std::uint64_t lines_ = 0;
   std::uint64_t replies_ = 0;
   std::uint64_t lostReplies_ = 0;

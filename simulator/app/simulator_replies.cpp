@@ -1,4 +1,5 @@
 // What is sent to the host: replies as faults change them, and other lines. What faults do at once.
+#include <algorithm>
 #include <utility>
 
 #include "app/simulator.h"
@@ -8,6 +9,7 @@ namespace {
 
 constexpr int kEventRounds = 16;  // limit of faults that set off each other
 constexpr std::string_view kDefaultAlarm = "ALARM: Hard limit +X\n";
+constexpr std::string_view kDefaultBootText = "Smoothie\r\nok\r\n";
 
 }  // namespace
 
@@ -26,7 +28,7 @@ void Simulator::Reply(int link, std::uint64_t lineId, std::string_view text) {
 void Simulator::Deliver(int link, const std::vector<OutputPiece>& pieces) {
   Link& state = LinkAt(link);
   for (const OutputPiece& piece : pieces) {
-    if (!state.open || wireUs_ < silentUntilUs_) {
+    if (!state.open || wireUs_ < silentUntilUs_ || IsDeaf() || IsBooting()) {
       ++lostReplies_;
       transcript_.Lost(LinkName(link), piece.text);
       continue;
@@ -52,6 +54,31 @@ void Simulator::HaltMachine(std::string_view alarm, TimeUs wireUs) {
   controller_.Alarm(alarm.empty() ? kDefaultAlarm : alarm, machineUs_);
 }
 
+void Simulator::SetPace(double bytesPerSecond) {
+  for (const auto& state : links_) {
+    const bool limited = state->baud > 0 && bytesPerSecond > 0;
+    const double baud = bytesPerSecond * kBitsPerByte;
+    state->arrived = 0;  // what is in the inbox is still to come
+    state->inPacer = Pacer(limited ? std::min(state->baud, baud) : std::max(state->baud, baud));
+  }
+}
+
+void Simulator::RestartBoard(TimeUs bootUs, std::string_view text) {
+  controller_.Restart(machineUs_);
+  for (const auto& state : links_) state->reader.Reset();
+  bootedUs_ = wireUs_ + bootUs;
+  bootText_ = text;
+  EndFaults();
+}
+
+void Simulator::EndFaults() {
+  if (slowUntilUs_ != 0 && wireUs_ >= slowUntilUs_) {
+    slowUntilUs_ = 0;
+    SetPace(0);
+  }
+  if (!bootText_.empty() && !IsBooting()) SendUnasked(std::exchange(bootText_, {}));
+}
+
 void Simulator::CarryOut(const FaultEvent& event) {
   const TimeUs untilUs = event.durationUs > 0 ? event.durationUs : kNever;
   switch (event.action) {
@@ -69,6 +96,19 @@ void Simulator::CarryOut(const FaultEvent& event) {
       transcript_.Note("fault: the link closes");
       for (int i = 0; i < static_cast<int>(links_.size()); ++i) HostClosed(i);
       closeRequests_.push_back({untilUs});
+      break;
+    case FaultAction::HalfOpen:
+      transcript_.Note("fault: nothing is read or sent from here");
+      deafUntilUs_ = untilUs == kNever ? kNever : wireUs_ + untilUs;
+      break;
+    case FaultAction::SlowDrain:
+      transcript_.Note("fault: few bytes are read from here");
+      slowUntilUs_ = untilUs == kNever ? kNever : wireUs_ + untilUs;
+      SetPace(event.bytesPerSecond);
+      break;
+    case FaultAction::Reboot:
+      transcript_.Note("fault: the board restarts");
+      RestartBoard(event.durationUs, event.text.empty() ? kDefaultBootText : event.text);
       break;
     default:
       break;

@@ -12,10 +12,10 @@ Controller::Controller(const MachineSetup& setup, ConfigStore& config, ReplySink
       mechanics_(setup.geometry, setup.surface),
       planner_(setup.limits, *this),
       recorder_(setup.tool),
-      jobs_(setup.limits),
-      homed_(setup.homed) {
+      jobs_(setup.limits) {
+  state_.homed = setup.homed;
   mechanics_.PlaceHead(setup.positionInches);
-  if (!homed_) return;
+  if (!state_.homed) return;
   // On a homed machine the coordinates are those from the switches.
   for (std::size_t axis = 0; axis < 3; ++axis) {
     target_[axis] = MmFromInches(setup.positionInches[axis]);
@@ -40,23 +40,41 @@ void Controller::TakeLine(std::string_view line, std::uint64_t lineId, int link,
   }
 }
 
-void Controller::Halt(TimeUs nowUs) {
+void Controller::StopMotion(TimeUs nowUs) {
   const Vec3 stopped = PositionMm(nowUs);
   if (stopped != mechanics_.Logical()) {
-    recorder_.AddMotion(mechanics_.Logical(), stopped, mechanics_, spindleOn_,
+    recorder_.AddMotion(mechanics_.Logical(), stopped, mechanics_, state_.spindleOn,
                         jobs_.OpenDistances());
     mechanics_.DriveTo(stopped);
   }
   target_ = stopped;
-  counts_.flushedLines += waiting_.size() + planner_.Size() + (action_.active ? 1 : 0);
-  planner_.Flush();
+  counts_.flushedLines += waiting_.size() + planner_.Flush() + (action_.active ? 1 : 0);
   waiting_.clear();
   action_.active = false;
   drained_ = true;
-  spindleOn_ = false;
-  outputOn_ = false;
-  if (!halted_) ++counts_.halts;
-  halted_ = true;
+}
+
+void Controller::Halt(TimeUs nowUs) {
+  StopMotion(nowUs);
+  state_.spindleOn = false;
+  state_.outputOn = false;
+  if (!state_.halted) ++counts_.halts;
+  state_.halted = true;
+}
+
+void Controller::Restart(TimeUs nowUs) {
+  StopMotion(nowUs);
+  jobs_.Abandon();
+  pendingAlarm_.clear();
+  state_ = {};
+  // The motors stand where they stood; to the board that is the origin, for want of anything
+  // better.
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    mechanics_.MapAxis(axis, static_cast<int>(axis) + 1);
+    mechanics_.Declare(axis, 0);
+  }
+  target_ = mechanics_.Logical();
+  ++counts_.restarts;
 }
 
 void Controller::Alarm(std::string_view text, TimeUs nowUs) {

@@ -35,7 +35,10 @@ struct MachineSetup {
   ToolKind tool = ToolKind::Spindle;
   bool homed = false;
   bool hardLimits = false;  // a move beyond the end of an axis halts the machine
-  Vec3 positionInches{};    // of the head at power-on, from the switches
+  // The host is told nothing of a move to where the head is already. True on boards of another
+  // kind.
+  bool silentZeroMoves = false;
+  Vec3 positionInches{};  // of the head at power-on, from the switches
   double homingFeedMmPerSec = 50;
 };
 
@@ -47,6 +50,7 @@ struct ControllerCounts {
   std::uint64_t refusedLines = 0;  // while halted
   std::uint64_t flushedLines = 0;  // thrown away by a halt, no reply
   std::uint64_t halts = 0;
+  std::uint64_t restarts = 0;
   std::size_t blocks = 0;        // that have ended
   std::size_t deepestQueue = 0;  // most blocks in it at once
 };
@@ -62,7 +66,9 @@ class Controller final : private BlockListener {
   void Halt(TimeUs nowUs);
   // Halts, and sends the alarm `text` on all links.
   void Alarm(std::string_view text, TimeUs nowUs);
-  void Resume() { halted_ = false; }
+  // Power off and on: the head stops where it is, and all that was queued, waiting or set is gone.
+  void Restart(TimeUs nowUs);
+  void Resume() { state_.halted = false; }
 
   // Carries out all that is due up to and including `nowUs`, in time order.
   void Advance(TimeUs nowUs);
@@ -76,14 +82,14 @@ class Controller final : private BlockListener {
   // No motion, and no line that waits.
   bool IsIdle() const { return planner_.IsIdle() && waiting_.empty() && !action_.active; }
 
-  bool IsHalted() const { return halted_; }
-  bool IsHomed() const { return homed_; }
-  void SetHomed(bool homed) { homed_ = homed; }
-  bool SpindleOn() const { return spindleOn_; }
-  int SpindleLevel() const { return spindleLevel_; }
-  bool OutputOn() const { return outputOn_; }
-  bool MotorsOn() const { return motorsOn_; }
-  bool BlockMessages() const { return blockMessages_; }
+  bool IsHalted() const { return state_.halted; }
+  bool IsHomed() const { return state_.homed; }
+  void SetHomed(bool homed) { state_.homed = homed; }
+  bool SpindleOn() const { return state_.spindleOn; }
+  int SpindleLevel() const { return state_.spindleLevel; }
+  bool OutputOn() const { return state_.outputOn; }
+  bool MotorsOn() const { return state_.motorsOn; }
+  bool BlockMessages() const { return state_.blockMessages; }
   Vec3 PositionMm(TimeUs nowUs) const;  // in the board's own coordinates
 
   Mechanics& Machine() { return mechanics_; }
@@ -115,8 +121,29 @@ class Controller final : private BlockListener {
     bool found = false;    // the switch or the surface is within reach
   };
 
+  // What the board knows only while it is powered: a restart makes it afresh.
+  struct State {
+    bool halted = false;
+    bool homed = false;
+    bool spindleOn = false;
+    int spindleLevel = 0;
+    bool outputOn = false;
+    TimeUs outputOnUs = kNever;  // when M106 came; a job that opens after it starts then
+    bool motorsOn = true;
+    bool blockMessages = false;
+    bool absolute = true;
+    double mmPerUnit = 1;
+    double seekMmPerMin = 4000;
+    double feedMmPerMin = 4000;
+    std::array<double, 3> maxMmPerMin{30480, 30480, 30480};
+    std::array<double, 3> stepsPerMm{80, 80, 80};
+  };
+
   void OnBlockBegun(const Block& block, TimeUs nowUs) override;
   void OnBlockEnded(const Block& block, double seconds, TimeUs nowUs) override;
+  void OnNothingMoved(const Block& block, TimeUs nowUs) override;
+
+  void StopMotion(TimeUs nowUs);
 
   // Lines of words (controller_shell.cpp).
   void TakeWords(std::string_view line, std::uint64_t lineId, int link, TimeUs nowUs);
@@ -154,21 +181,8 @@ class Controller final : private BlockListener {
   Vec3 target_{};        // end of the last move taken, in the board's coordinates
   bool drained_ = true;  // the queue had to be empty since the last block
 
-  bool halted_ = false;
-  bool homed_ = false;
-  bool spindleOn_ = false;
-  int spindleLevel_ = 0;
-  bool outputOn_ = false;
-  bool motorsOn_ = true;
-  bool blockMessages_ = false;
-  bool absolute_ = true;
-  double mmPerUnit_ = 1;
-  double seekMmPerMin_ = 4000;
-  double feedMmPerMin_ = 4000;
-  std::array<double, 3> maxMmPerMin_{30480, 30480, 30480};
-  std::array<double, 3> stepsPerMm_{80, 80, 80};
-  TimeUs outputOnUs_ = kNever;  // when M106 came; a job that opens after it starts then
-  std::string pendingAlarm_;    // of an axis end, sent once the block has ended; empty: none
+  State state_;
+  std::string pendingAlarm_;  // of an axis end, sent once the block has ended; empty: none
 };
 
 }  // namespace k7sim

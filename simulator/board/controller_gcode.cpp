@@ -34,11 +34,11 @@ constexpr int kFullLevel = 255;
 void Controller::TakeGcode(const Gcode& code, Waiting line, TimeUs nowUs) {
   line.code = code;
   if (code.Is('M', 999)) {
-    halted_ = false;
+    state_.halted = false;
     Ok(line);
     return;
   }
-  if (halted_) {
+  if (state_.halted) {
     ++counts_.refusedLines;
     sink_.Reply(line.link, line.lineId, "!!\r\n");
     return;
@@ -48,14 +48,14 @@ void Controller::TakeGcode(const Gcode& code, Waiting line, TimeUs nowUs) {
     return;
   }
   if (code.Is('G', 0) || code.Is('G', 1)) {
-    double& modal = code.number == 0 ? seekMmPerMin_ : feedMmPerMin_;
-    const double wanted = code.Word('F').value_or(0) * mmPerUnit_;
+    double& modal = code.number == 0 ? state_.seekMmPerMin : state_.feedMmPerMin;
+    const double wanted = code.Word('F').value_or(0) * state_.mmPerUnit;
     if (wanted > 0) modal = wanted;
     line.feedMmPerMin = modal;
   }
   if (GoesInOrder(code)) {
-    line.mmPerUnit = mmPerUnit_;
-    line.absolute = absolute_;
+    line.mmPerUnit = state_.mmPerUnit;
+    line.absolute = state_.absolute;
     waiting_.push_back(line);
     StartWaiting(nowUs);
     return;
@@ -67,11 +67,11 @@ void Controller::TakeGcode(const Gcode& code, Waiting line, TimeUs nowUs) {
     sink_.Reply(line.link, line.lineId, PositionReport(nowUs));
     return;
   } else if (code.Is('M', 106)) {
-    outputOn_ = true;
-    outputOnUs_ = nowUs;
+    state_.outputOn = true;
+    state_.outputOnUs = nowUs;
   } else if (code.Is('M', 107)) {
-    outputOn_ = false;
-    outputOnUs_ = kNever;
+    state_.outputOn = false;
+    state_.outputOnUs = kNever;
     jobs_.End();
   } else if (!TakeMachineCode(line)) {
     ++counts_.unknownLines;
@@ -88,11 +88,11 @@ bool Controller::TakeMachineCode(const Waiting& line) {
         return true;  // sets the feed only
       case 20:
       case 21:
-        mmPerUnit_ = code.number == 20 ? kMmPerInch : 1;
+        state_.mmPerUnit = code.number == 20 ? kMmPerInch : 1;
         return true;
       case 90:
       case 91:
-        absolute_ = code.number == 90;
+        state_.absolute = code.number == 90;
         return true;
       default:
         return false;
@@ -102,20 +102,20 @@ bool Controller::TakeMachineCode(const Waiting& line) {
     case 17:
     case 18:
     case 84:
-      motorsOn_ = code.number == 17;
+      state_.motorsOn = code.number == 17;
       return true;
     case 42:
     case 43:
-      spindleOn_ = code.number == 42;
+      state_.spindleOn = code.number == 42;
       return true;
     case 44:
-      spindleLevel_ = static_cast<int>(
+      state_.spindleLevel = static_cast<int>(
           std::clamp(code.Word('S').value_or(0), 0.0, static_cast<double>(kFullLevel)));
       return true;
     case 92:
     case 203: {
       // The hosts of this machine give M203 in mm/min.
-      std::array<double, 3>& values = code.number == 92 ? stepsPerMm_ : maxMmPerMin_;
+      std::array<double, 3>& values = code.number == 92 ? state_.stepsPerMm : state_.maxMmPerMin;
       for (std::size_t axis = 0; axis < 3; ++axis) {
         const double value = code.Word(kAxisLetters[axis]).value_or(0);
         if (value > 0) values[axis] = value;
@@ -147,7 +147,7 @@ std::string Controller::SwitchReport(TimeUs nowUs) const {
 
 std::string Controller::PositionReport(TimeUs nowUs) const {
   Vec3 at = PositionMm(nowUs);
-  for (double& value : at) value /= mmPerUnit_;
+  for (double& value : at) value /= state_.mmPerUnit;
   char text[160];
   std::snprintf(text, sizeof text, "ok C: X:%.4f Y:%.4f Z:%.4f\n", at[0], at[1], at[2]);
   return text;

@@ -43,32 +43,38 @@ bool Controller::StartMove(const Waiting& line, TimeUs nowUs) {
     const auto word = line.code.Word(kAxisLetters[axis]);
     if (!word) continue;
     to[axis] = *word * line.mmPerUnit + (line.absolute ? 0 : target_[axis]);
-    moves = moves || Steps(to[axis], stepsPerMm_[axis]) != Steps(target_[axis], stepsPerMm_[axis]);
+    moves = moves || Steps(to[axis], state_.stepsPerMm[axis]) !=
+                         Steps(target_[axis], state_.stepsPerMm[axis]);
   }
-  if (moves) {
-    Block block;
-    block.from = target_;
-    block.to = to;
-    block.announced = blockMessages_;
-    block.link = line.link;
-    block.lineId = line.lineId;
-    block.afterDrain = drained_;
-    drained_ = false;
-    const Vec3 delta = to - target_;
-    const double length = Length(delta);
-    block.feedMmPerSec = line.feedMmPerMin / 60;
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-      const double share = std::abs(delta[axis]) / length;
-      if (share > 0) {
-        block.feedMmPerSec = std::min(block.feedMmPerSec, maxMmPerMin_[axis] / 60 / share);
-      }
-    }
-    target_ = to;
-    motorsOn_ = true;
+  Block block;
+  block.from = target_;
+  block.to = to;
+  block.announced = state_.blockMessages;
+  block.link = line.link;
+  block.lineId = line.lineId;
+  if (!moves) {
+    if (setup_.silentZeroMoves) block.announced = false;
     if (block.announced) sink_.Reply(line.link, line.lineId, "QX\r\n");
-    planner_.Push(block, nowUs);
-    counts_.deepestQueue = std::max(counts_.deepestQueue, planner_.Size());
+    Ok(line);
+    planner_.PushNothing(block, nowUs);
+    return true;
   }
+  block.afterDrain = drained_;
+  drained_ = false;
+  const Vec3 delta = to - target_;
+  const double length = Length(delta);
+  block.feedMmPerSec = line.feedMmPerMin / 60;
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    const double share = std::abs(delta[axis]) / length;
+    if (share > 0) {
+      block.feedMmPerSec = std::min(block.feedMmPerSec, state_.maxMmPerMin[axis] / 60 / share);
+    }
+  }
+  target_ = to;
+  state_.motorsOn = true;
+  if (block.announced) sink_.Reply(line.link, line.lineId, "QX\r\n");
+  planner_.Push(block, nowUs);
+  counts_.deepestQueue = std::max(counts_.deepestQueue, planner_.Size());
   Ok(line);
   return true;
 }
@@ -157,14 +163,15 @@ void Controller::FinishAction(TimeUs nowUs) {
     target_ = mechanics_.Logical();
     sink_.Reply(line.link, line.lineId,
                 std::string(1, kAxisLetters[axis]) + "_Limit " +
-                    std::to_string(Steps(distanceMm, stepsPerMm_[axis])) + "\r\n");
+                    std::to_string(Steps(distanceMm, state_.stepsPerMm[axis])) + "\r\n");
   } else if (code.Is('G', 30)) {
     if (action_.found) {
       mechanics_.DriveTo(end);
       target_ = end;
-      sink_.Reply(
-          line.link, line.lineId,
-          "Z_Probe " + std::to_string(Steps(end[2] - action_.from[2], stepsPerMm_[2])) + "\r\n");
+      sink_.Reply(line.link, line.lineId,
+                  "Z_Probe " +
+                      std::to_string(Steps(end[2] - action_.from[2], state_.stepsPerMm[2])) +
+                      "\r\n");
     } else {
       // The head goes back up, so that it does not stay at the end of Z.
       sink_.Reply(line.link, line.lineId, "ZProbe not triggered\r\n");
@@ -194,12 +201,18 @@ void Controller::MapAxes(const Waiting& line) {
 
 void Controller::OnBlockBegun(const Block& block, TimeUs) {
   if (block.announced) sink_.Reply(block.link, block.lineId, "BX\r\n");
-  if (!homed_) recorder_.AddMistake(Mistake::MoveBeforeHoming, "move before homing");
+  if (!state_.homed) recorder_.AddMistake(Mistake::MoveBeforeHoming, "move before homing");
+}
+
+void Controller::OnNothingMoved(const Block& block, TimeUs) {
+  if (!block.announced) return;
+  sink_.Reply(block.link, block.lineId, "BX\r\n");
+  sink_.Reply(block.link, block.lineId, "EX\r\n");
 }
 
 void Controller::OnBlockEnded(const Block& block, double seconds, TimeUs nowUs) {
   const Vec3 from = mechanics_.Logical();
-  recorder_.AddMotion(from, block.to, mechanics_, spindleOn_, jobs_.OpenDistances());
+  recorder_.AddMotion(from, block.to, mechanics_, state_.spindleOn, jobs_.OpenDistances());
   const std::string mark[2] = {"-", "+"};
   for (std::size_t axis = 0; axis < 3; ++axis) {
     if (!mechanics_.IsBeyondTravel(axis, block.to)) continue;

@@ -36,16 +36,16 @@ void Controller::TakeWords(std::string_view line, std::uint64_t lineId, int link
   if (word == "SmoothieIsConnected") {
     answer("SmoothieIsConnected\r\n");
   } else if (word == "TableIsHomed") {
-    answer(homed_ ? "TableIsHomedTRUE\r\n" : "TableIsHomedFALSE\r\n");
+    answer(state_.homed ? "TableIsHomedTRUE\r\n" : "TableIsHomedFALSE\r\n");
   } else if (word == "SetTableHomed") {
-    homed_ = true;
+    state_.homed = true;
   } else if (word == "SendBlockMessagesOn") {
-    blockMessages_ = true;
-    jobs_.Begin(outputOnUs_ != kNever ? outputOnUs_ : nowUs);
-    outputOnUs_ = kNever;
+    state_.blockMessages = true;
+    jobs_.Begin(state_.outputOnUs != kNever ? state_.outputOnUs : nowUs);
+    state_.outputOnUs = kNever;
     answer("SendBlockMessagesOn\r\n");
   } else if (word == "SendBlockMessagesOff") {
-    blockMessages_ = false;
+    state_.blockMessages = false;
     jobs_.End();
     answer("SendBlockMessagesOff\r\n");
   } else if (word == "config-get" || word == "config-set") {

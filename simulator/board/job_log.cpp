@@ -12,8 +12,12 @@ void JobLog::Begin(TimeUs nowUs) {
 
 void JobLog::End() {
   if (!open_) return;
-  Settle();
+  Abandon();
   jobs_.back().ended = true;
+}
+
+void JobLog::Abandon() {
+  Settle();
   open_ = false;
   blocks_.clear();
 }

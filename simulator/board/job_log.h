@@ -28,6 +28,8 @@ class JobLog {
   // Opens a job. One that is still open ends.
   void Begin(TimeUs nowUs);
   void End();
+  // Closes the open job, whose host never ended it.
+  void Abandon();
 
   // Adds a block that has ended to the open job.
   void AddBlock(const Block& block, double seconds, TimeUs nowUs);

@@ -31,6 +31,19 @@ void Planner::Push(Block block, TimeUs nowUs) {
   if (IsFull()) dueUs_ = std::min(dueUs_, nowUs);
 }
 
+void Planner::PushNothing(const Block& block, TimeUs nowUs) {
+  nothings_.push_back({block, ended_ + blocks_.size()});
+  PassNothings(nowUs);
+}
+
+void Planner::PassNothings(TimeUs nowUs) {
+  while (!nothings_.empty() && nothings_.front().turn <= ended_) {
+    const Block block = nothings_.front().block;
+    nothings_.pop_front();
+    listener_.OnNothingMoved(block, nowUs);
+  }
+}
+
 void Planner::Replan() {
   const double a2 = 2 * limits_.accelMmPerSec2;
   // The running block keeps the exit speed it began with, and so the next one its entry speed.
@@ -70,9 +83,11 @@ void Planner::Advance(TimeUs nowUs) {
       const Block ended = blocks_.front();
       const double seconds = profile_.Seconds();
       blocks_.pop_front();
+      ++ended_;
       running_ = false;
       dueUs_ = kNever;
       listener_.OnBlockEnded(ended, seconds, at);
+      PassNothings(at);
       if (!blocks_.empty()) Begin(at);
     } else {
       Begin(at);
@@ -91,10 +106,13 @@ Vec3 Planner::PositionAt(TimeUs nowUs, const Vec3& resting) const {
   return Between(block.from, block.to, done / block.lengthMm);
 }
 
-void Planner::Flush() {
+std::size_t Planner::Flush() {
+  const std::size_t moves = blocks_.size() + nothings_.size();
   blocks_.clear();
+  nothings_.clear();
   running_ = false;
   dueUs_ = kNever;
+  return moves;
 }
 
 namespace {

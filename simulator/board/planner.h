@@ -42,6 +42,8 @@ class BlockListener {
   virtual void OnBlockBegun(const Block& block, TimeUs nowUs) = 0;
   // `seconds`: how long the block took.
   virtual void OnBlockEnded(const Block& block, double seconds, TimeUs nowUs) = 0;
+  // A move that moves nothing has had its turn.
+  virtual void OnNothingMoved(const Block&, TimeUs) {}
 };
 
 class Planner {
@@ -55,6 +57,10 @@ class Planner {
   // Adds a block with a length above 0 and a feed above 0. Must not be called while full.
   void Push(Block block, TimeUs nowUs);
 
+  // Adds a move that moves nothing. It takes no place in the queue and no time: the listener is
+  // told of it once all blocks before it have ended, now when there are none.
+  void PushNothing(const Block& block, TimeUs nowUs);
+
   // Begins and ends all blocks that are due up to and including `nowUs`, in time order.
   void Advance(TimeUs nowUs);
 
@@ -64,16 +70,26 @@ class Planner {
   // Where the head is within the running block; `resting` when none runs.
   Vec3 PositionAt(TimeUs nowUs, const Vec3& resting) const;
 
-  // Throws every block away, the running one too, without telling the listener.
-  void Flush();
+  // Throws every block away, the running one too, without telling the listener. The result is how
+  // many moves that were.
+  std::size_t Flush();
 
  private:
+  // A move that moves nothing, and how many blocks must have ended before its turn.
+  struct Nothing {
+    Block block;
+    std::uint64_t turn = 0;
+  };
+
   void Begin(TimeUs nowUs);
+  void PassNothings(TimeUs nowUs);
   void Replan();
 
   MotionLimits limits_;
   BlockListener& listener_;
-  std::deque<Block> blocks_;  // front: running, or first to run
+  std::deque<Block> blocks_;      // front: running, or first to run
+  std::deque<Nothing> nothings_;  // in the order of their turns
+  std::uint64_t ended_ = 0;       // blocks that have ended
   bool running_ = false;
   Trapezoid profile_;  // of the running block, fixed when it began
   TimeUs beganUs_ = 0;

@@ -11,6 +11,8 @@ namespace {
 
 using nlohmann::json;
 
+constexpr std::uint64_t kMostNoiseBytes = 4096;
+
 // Never throws: bytes that are not UTF-8 are replaced.
 std::string Dump(const json& value) {
   return value.dump(-1, ' ', false, json::error_handler_t::replace);
@@ -74,6 +76,13 @@ std::optional<Fault> FaultFromJson(const json& object, std::string& error) {
       good = SetWhole(value, fault.count);
     } else if (key == "ms") {
       good = SetMs(value, fault.durationUs);
+    } else if (key == "rate") {
+      good = value.is_number() && value.get<double>() > 0 && value.get<double>() <= 1e9;
+      if (good) fault.bytesPerSecond = value.get<double>();
+    } else if (key == "bytes") {
+      good = SetWhole(value, fault.bytes) && fault.bytes > 0 && fault.bytes <= kMostNoiseBytes;
+    } else if (key == "seed") {
+      good = SetWhole(value, fault.seed);
     } else if (key == "text") {
       good = SetText(value, fault.text);
     } else if (key == "do") {
@@ -93,8 +102,12 @@ std::optional<Fault> FaultFromJson(const json& object, std::string& error) {
     error = "fault: needs a 'do': " + fault.source;
   } else if (fault.action == FaultAction::Inject && fault.text.empty()) {
     error = "fault: inject needs a text: " + fault.source;
+  } else if (fault.action == FaultAction::SlowDrain && fault.bytesPerSecond <= 0) {
+    error = "fault: slow-drain needs a rate, in bytes a second: " + fault.source;
   } else if (fault.trigger == FaultTrigger::Reply && fault.action == FaultAction::Ignore) {
     error = "fault: a reply cannot be ignored, drop it: " + fault.source;
+  } else if (fault.trigger == FaultTrigger::Reply && fault.action == FaultAction::Garble) {
+    error = "fault: a reply cannot be garbled, corrupt it: " + fault.source;
   } else {
     return fault;
   }
@@ -123,8 +136,7 @@ json ListToJson(std::string_view list) {
     if (equals == std::string::npos) return json(json::value_t::discarded);
     const std::string key = item.substr(0, equals);
     const std::string value = Unescape(std::string_view(item).substr(equals + 1));
-    const bool number =
-        key == "line" || key == "atMs" || key == "nth" || key == "count" || key == "ms";
+    const bool number = key != "match" && key != "reply" && key != "do" && key != "text";
     json parsed = number ? json::parse(value, nullptr, false) : json(value);
     object[key] = parsed.is_discarded() ? json(value) : parsed;
   }

@@ -8,7 +8,7 @@ namespace {
 constexpr TimeUs kFragmentPauseUs = 20'000;
 
 FaultEvent EventOf(const Fault& fault) {
-  return {fault.action, fault.text, fault.durationUs};
+  return {fault.action, fault.text, fault.durationUs, fault.bytesPerSecond};
 }
 
 // Changes the first character that is no blank or line end, so that the reply stays one line.
@@ -20,6 +20,15 @@ std::string Corrupted(std::string text) {
 
 }  // namespace
 
+std::string Garbled(std::string line) {
+  if (!line.empty()) line[line.size() / 2] = static_cast<char>(line[line.size() / 2] ^ 1);
+  return line;
+}
+
+void Faults::Add(const Fault& fault) {
+  states_.push_back({fault, 0, 0, std::minstd_rand(static_cast<std::uint32_t>(fault.seed))});
+}
+
 // Counts an occurrence of the trigger. True when the fault acts on it.
 bool Faults::Counts(State& state) {
   ++state.seen;
@@ -28,17 +37,15 @@ bool Faults::Counts(State& state) {
 }
 
 std::vector<FaultEvent> Faults::OnLine(std::uint64_t lineId, std::string_view line, TimeUs nowUs,
-                                       bool& ignore) {
+                                       LineFate& fate) {
   std::vector<FaultEvent> events;
-  ignore = false;
   for (std::size_t i = 0; i < states_.size(); ++i) {
     State& state = states_[i];
     const Fault& fault = state.fault;
     const bool hit =
         (fault.trigger == FaultTrigger::Line && fault.line == lineId) ||
         (fault.trigger == FaultTrigger::Match && line.find(fault.match) != line.npos) ||
-        (fault.trigger == FaultTrigger::Time && fault.action == FaultAction::Ignore &&
-         fault.atUs <= nowUs);
+        (fault.trigger == FaultTrigger::Time && fault.IsAboutLines() && fault.atUs <= nowUs);
     if (!hit || !Counts(state)) continue;
     if (fault.IsAboutReplies()) {
       armed_[lineId].push_back(i);
@@ -46,7 +53,9 @@ std::vector<FaultEvent> Faults::OnLine(std::uint64_t lineId, std::string_view li
     }
     ++state.fired;
     if (fault.action == FaultAction::Ignore) {
-      ignore = true;
+      fate.lost = true;
+    } else if (fault.action == FaultAction::Garble) {
+      fate.garbled = true;
     } else {
       events.push_back(EventOf(fault));
     }
@@ -84,6 +93,15 @@ void Faults::Apply(State& state, std::vector<OutputPiece>& pieces) {
       rest.delayUs += fault.durationUs > 0 ? fault.durationUs : kFragmentPauseUs;
       pieces.front().text.resize(half);
       pieces.insert(pieces.begin() + 1, rest);
+      break;
+    }
+    case FaultAction::Noise: {
+      OutputPiece noise = pieces.back();
+      noise.text.clear();
+      for (std::uint64_t i = 0; i < fault.bytes; ++i) {
+        noise.text += static_cast<char>(state.random() >> 8 & 0xff);
+      }
+      pieces.push_back(noise);
       break;
     }
     default:

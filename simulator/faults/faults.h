@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,16 +26,22 @@ struct FaultEvent {
   FaultAction action = FaultAction::Inject;
   std::string text;
   TimeUs durationUs = 0;
+  double bytesPerSecond = 0;
+};
+
+// What becomes of a line on its way to the board.
+struct LineFate {
+  bool lost = false;
+  bool garbled = false;
 };
 
 class Faults {
  public:
-  void Add(const Fault& fault) { states_.push_back({fault, 0, 0}); }
+  void Add(const Fault& fault);
 
-  // A line has arrived. The result is what to carry out before the board takes it; `ignore` is set
-  // to true when the board must not take it.
+  // A line has arrived. The result is what to carry out before the board takes it, as `fate` says.
   std::vector<FaultEvent> OnLine(std::uint64_t lineId, std::string_view line, TimeUs nowUs,
-                                 bool& ignore);
+                                 LineFate& fate);
 
   // A reply is about to leave. The result is what leaves in its place. What is to be carried out
   // after it is appended to `events`.
@@ -58,6 +65,7 @@ class Faults {
     Fault fault;
     std::uint64_t seen = 0;   // occurrences of the trigger
     std::uint64_t fired = 0;  // times it has done something
+    std::minstd_rand random;  // the same bytes for the same seed, with every compiler
   };
 
   bool Counts(State& state);
@@ -68,5 +76,8 @@ class Faults {
   // By line: the faults that act on its replies, as indexes into `states_`.
   std::map<std::uint64_t, std::vector<std::size_t>> armed_;
 };
+
+// The line with one bit wrong, in its middle. It stays a line.
+std::string Garbled(std::string line);
 
 }  // namespace k7sim

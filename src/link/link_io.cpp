@@ -1,5 +1,6 @@
 #include "link/link_io.h"
 
+#include "link/port_read.h"
 #include "link/tcp.h"
 
 namespace k7 {
@@ -18,8 +19,8 @@ IoStart StartOf(bool completed, DWORD error) noexcept {
 
 IoStart LinkIo::StartRead(char* bytes, DWORD size, OVERLAPPED& block, DWORD& flags) const noexcept {
   if (linkType_ == kLinkSerial) {
-    const BOOL completed = ReadFile(link_, bytes, size, nullptr, &block);
-    return StartOf(completed != FALSE, GetLastError());
+    const bool completed = StartPortRead(link_, bytes, size, block);
+    return StartOf(completed, GetLastError());
   }
   if (linkType_ == kLinkTcp) {
     WSABUF buffer{size, bytes};

@@ -29,6 +29,9 @@ class Controller {
   double Number(const std::string& path);
   // A command to its control pipe.
   void Control(const std::string& command);
+  // Whether the transcript, as written so far, holds the text.
+  bool HasHeard(const std::string& text) const;
+  int CountHeard(const std::string& text) const;
   // Waits until the transcript (as written so far) holds the text, `times` times.
   bool WaitForTranscript(const std::string& text, int times = 1);
 

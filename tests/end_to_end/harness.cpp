@@ -27,6 +27,13 @@ std::string Slots::Ask(const std::string& command, int deadlineSeconds) {
   return Answer(deadlineSeconds);
 }
 
+std::string Slots::AskUntil(const std::string& wanted, const std::string& command,
+                            int deadlineSeconds) {
+  std::string answer;
+  for (int i = 0; i < 5 && answer != wanted; ++i) answer = Ask(command, deadlineSeconds);
+  return answer;
+}
+
 void Slots::Tell(const std::string& command) {
   process_.WriteLine(command);
 }
@@ -41,11 +48,15 @@ int Slots::Quit() {
   return process_.Wait();
 }
 
-long long Slots::ResidentKiB() const {
+int Slots::EndedBy(int seconds) {
+  return WaitFor([&] { return !process_.Running(); }, seconds) ? process_.Wait() : kRuns;
+}
+
+long long Slots::StatusNumber(const std::string& key) const {
   std::ifstream status("/proc/" + std::to_string(process_.Pid()) + "/status");
   for (std::string word; status >> word;) {
-    long long kiB = 0;
-    if (word == "VmRSS:" && status >> kiB) return kiB;
+    long long number = 0;
+    if (word == key && status >> number) return number;
   }
   return 0;
 }
@@ -58,7 +69,7 @@ ConnectedMachine::ConnectedMachine(const std::string& id, const Settings& settin
                                    const std::vector<std::string>& arguments,
                                    const std::string& window)
     : controller(id, settings, arguments) {
-  EXPECT_EQ(slots.Ask("connect " + id), "connected");
+  EXPECT_EQ(slots.AskUntil("connected", "connect " + id), "connected");
   EXPECT_EQ(slots.Ask(window), "done");
 }
 

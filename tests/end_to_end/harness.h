@@ -18,14 +18,25 @@ class Slots {
   Slots();
   // Sends a command and returns its answer; "no answer" after the deadline.
   std::string Ask(const std::string& command, int deadlineSeconds = 60);
+  // The same, asked again (five times in all) until the answer is `wanted`, as a user would who
+  // searches once more: on a busy machine a controller's answer can miss the driver's 200 ms.
+  std::string AskUntil(const std::string& wanted, const std::string& command,
+                       int deadlineSeconds = 60);
   // Sends a command whose answer comes later; Answer waits for it.
   void Tell(const std::string& command);
   std::string Answer(int deadlineSeconds = 60);
   int Quit();
+  // The exit code of a process that ends by itself within the time; kRuns: it does not.
+  static constexpr int kRuns = -2;
+  int EndedBy(int seconds);
   // Resident memory of the driver's process in KiB; 0 when it cannot be read.
-  long long ResidentKiB() const;
+  long long ResidentKiB() const { return StatusNumber("VmRSS:"); }
+  // Its threads; 0 when it cannot be read.
+  long long Threads() const { return StatusNumber("Threads:"); }
 
  private:
+  long long StatusNumber(const std::string& key) const;
+
   Process process_;
 };
 

@@ -117,6 +117,14 @@ TEST_F(HostCommand, GotoTravelsToAPlaceOnTheTable) {
   EXPECT_EQ(ReadSettings(kId).at("Current Location/X Axis"), "12000");
 }
 
+// Each is a process of its own. The second finds the head at its lift, and asks for a move that
+// moves nothing.
+TEST_F(HostCommand, GotoTwiceInARowArrivesTwice) {
+  EXPECT_EQ(Host({"goto", "2", "2"}), "position: 2.000 2.000\n");
+  EXPECT_EQ(Host({"goto", "3", "3"}), "position: 3.000 3.000\n");
+  EXPECT_NEAR(controller.Number("positionInches.x"), 4 + 3, 0.001);
+}
+
 TEST_F(HostCommand, SpindleRunsWhileTheCommandDoes) {
   EXPECT_EQ(Host({"spindle", "on", "--seconds", "0.2"}), "spindle: 9000\nspindle: 0\n");
   EXPECT_EQ(Host({"spindle", "full", "--seconds", "0.2"}), "spindle: 13000\nspindle: 0\n");

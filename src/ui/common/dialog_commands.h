@@ -6,6 +6,7 @@
 
 #include <span>
 
+#include "ui/common/activation.h"
 #include "ui/common/module_instance.h"
 
 namespace k7 {
@@ -64,6 +65,7 @@ inline void CancelDialog(HWND dialog) noexcept {
 // cannot be opened. [host]
 inline INT_PTR OpenDialog(int dialogId, HWND owner, DLGPROC procedure,
                           LPARAM initParam = 0) noexcept {
+  const ModuleControls controls;
   return DialogBoxParamW(ModuleInstance(), MAKEINTRESOURCEW(dialogId), owner, procedure, initParam);
 }
 

@@ -10,6 +10,7 @@
 #include "settings/paths.h"
 #include "settings/profile_name.h"
 #include "settings/schema.h"
+#include "ui/common/current_directory.h"
 #include "ui/common/dialog_text.h"
 #include "ui/resource_ids.h"
 #include "ui/settings/engrave_lists.h"
@@ -127,7 +128,10 @@ void OnSaveMaterial(HWND dialog) noexcept {
   choice.lpstrDefExt = L"ini";
   choice.Flags = OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_EXTENSIONDIFFERENT |
                  OFN_PATHMUSTEXIST | OFN_DONTADDTORECENT;
-  if (!GetSaveFileNameW(&choice)) return;
+  {
+    const KeepCurrentDirectory keep;
+    if (!GetSaveFileNameW(&choice)) return;
+  }
   if (!ValidateEngraveSettings(dialog)) return;
   SaveEngraveSettings(dialog, path.text);
 
@@ -150,6 +154,11 @@ void OnDeleteMaterial(HWND dialog) noexcept {
   DeleteFileW(ProfilePath(name).text);
   EngraveFile(nullptr).WriteText(settings::kMaterialProfile, L"");
   FillMaterialList(dialog, nullptr);
+  if (!IsWindowEnabled(GetDlgItem(dialog, IDC_CS_DELETE_MATERIAL))) {
+    // It had the keyboard, and no key would reach the dialog any more.
+    const HWND list = GetDlgItem(dialog, IDC_CS_MATERIAL);
+    SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(list), TRUE);
+  }
   // KEEP: "Run Job" is enabled whatever its state before.
   EnableControl(dialog, IDOK, true);
 }

@@ -82,6 +82,7 @@ TEST(Options, TakeTheMachineFromTheCommandLine) {
                               "--fault",
                               "match=G28,do=withhold",
                               "--hard-limits",
+                              "--silent-zero-moves",
                               "--fault",
                               "atMs=5,do=close"},
                              exitCode);
@@ -98,6 +99,7 @@ TEST(Options, TakeTheMachineFromTheCommandLine) {
   EXPECT_EQ(machine.positionInches, (Vec3{1, 2, 0.5}));
   EXPECT_TRUE(machine.homed);
   EXPECT_TRUE(machine.hardLimits);
+  EXPECT_TRUE(machine.silentZeroMoves);
   EXPECT_EQ(machine.tool, ToolKind::Air);
   EXPECT_EQ(options->switches,
             (std::vector<std::pair<std::string, std::string>>{{"x", "1"}, {"probe", "0"}}));
@@ -175,6 +177,7 @@ TEST(Options, HelpNamesEveryOption) {
                              "--position X,Y,Z",
                              "--homed",
                              "--hard-limits",
+                             "--silent-zero-moves",
                              "--switch NAME=STATE",
                              "--fault FAULT",
                              "--control PATH",

@@ -82,7 +82,35 @@ INSTANTIATE_TEST_SUITE_P(
         ProgramFault{"fragment,ms=50", "TableIsHomedFALSE\r\nok\nok\r\n"},
         ProgramFault{"inject,text=// NOTICE\\n", "// NOTICE\nTableIsHomedFALSE\r\nok\nok\r\n"},
         ProgramFault{"halt", "ALARM: Hard limit +X\nTableIsHomedFALSE\r\n!!\r\n!!\r\n"},
-        ProgramFault{"silent", ""}, ProgramFault{"close", ""}));
+        ProgramFault{"silent", ""}, ProgramFault{"close", ""}, ProgramFault{"half-open", ""},
+        ProgramFault{"slow-drain,rate=200", "TableIsHomedFALSE\r\nok\nok\r\n"},
+        ProgramFault{"reboot", "Smoothie\r\nok\r\nok\nok\r\n"},
+        ProgramFault{"garble", "error:Unsupported command - TableIrHomed\r\nok\nok\r\n"},
+        ProgramFault{"noise,bytes=1", "TableIsHomedFALSE\r\n\xbcok\nok\r\n"}));
+
+// What a host writes fills the line, and then its writes wait; nothing comes back.
+TEST(ProgramWire, AHalfOpenLinkMakesTheHostsWritesWait) {
+  const std::string link = Folder() + "tty";
+  Program program({"--pty", link, "--fault", "match=G21,do=half-open"});
+  program.Output("ready\n");
+  const UniqueFd port = OpenPort(link);
+  EXPECT_THAT(Ask(port.Get(), "TableIsHomed\n", "FALSE\r\n"), HasSubstr("TableIsHomedFALSE\r\n"));
+  Ask(port.Get(), "G21\n", "never", 100);
+  const std::string line(100, 'x');
+  std::size_t taken = 0;
+  const auto full = [&] {
+    const ssize_t went = write(port.Get(), line.data(), line.size());
+    taken += went > 0 ? static_cast<std::size_t>(went) : 0;
+    return went < 0;
+  };
+  EXPECT_TRUE(WaitFor([&] {
+    while (!full() && taken < 10'000'000) {
+    }
+    return full();
+  }));
+  EXPECT_LT(taken, 1'000'000u);
+  EXPECT_EQ(ReadUntil(port.Get(), "never", 100), "");
+}
 
 }  // namespace
 }  // namespace k7test

@@ -89,11 +89,49 @@ TEST(Controller, AnnouncesNothingWhileBlockMessagesAreOff) {
   EXPECT_EQ(bench.board.Counts().blocks, 1u);
 }
 
-TEST(Controller, MakesNoBlockOfAMoveToWhereItIs) {
+TEST(Controller, AMoveToWhereItIsBeginsAndEndsAtOnceAndMakesNoBlock) {
   Bench bench;
   bench.Send("SendBlockMessagesOn");
+  const Lines all = {"QX\r\n", "ok\n", "BX\r\n", "EX\r\n"};
+  EXPECT_EQ(bench.Send("G0 X0.000000 Y0.000000"), all);
+  EXPECT_EQ(bench.Send("G0 X0.001000"), all);  // less than half a step, at 80 steps a mm
+  EXPECT_EQ(bench.PassAll(), Lines{});
+  EXPECT_EQ(bench.board.Counts().blocks, 0u);
+  EXPECT_EQ(bench.board.Record().MistakeTotal(), 0u);
+  bench.Send("SendBlockMessagesOff");
+  EXPECT_EQ(bench.Send("G0 X0.000000"), Lines{"ok\n"});
+}
+
+TEST(Controller, AMoveToWhereTheHeadWillBeIsAnnouncedWhenItsTurnComes) {
+  Bench bench;
+  bench.Send("SendBlockMessagesOn");
+  bench.Send("G0 F3000");
+  bench.Send("G0 X50");
+  EXPECT_EQ(bench.Send("G0 X50"), (Lines{"QX\r\n", "ok\n"}));
+  EXPECT_EQ(bench.Send("G0 X100"), (Lines{"QX\r\n", "ok\n"}));
+  EXPECT_EQ(bench.PassAll(), (Lines{"BX\r\n", "EX\r\n", "BX\r\n", "EX\r\n", "BX\r\n", "EX\r\n"}));
+  // The one in the middle takes no time, and the others run through it without slowing down.
+  EXPECT_THAT(bench.times,
+              ElementsAre(100'000, 1'150'000, 1'150'000, 1'150'000, 1'150'000, 2'200'000));
+}
+
+TEST(Controller, AHaltFlushesMovesThatMoveNothingToo) {
+  Bench bench;
+  bench.Send("SendBlockMessagesOn");
+  bench.Send("G0 X50");
+  bench.Send("G0 X50");
+  bench.board.Halt(0);
+  bench.Send("M999");
+  EXPECT_EQ(bench.PassAll(), Lines{});
+  EXPECT_EQ(bench.board.Counts().flushedLines, 2u);
+}
+
+TEST(Controller, ABoardOfTheOtherKindIsSilentAboutAMoveToWhereItIs) {
+  MachineSetup setup;
+  setup.silentZeroMoves = true;
+  Bench bench(setup);
+  bench.Send("SendBlockMessagesOn");
   EXPECT_EQ(bench.Send("G0 X0.000000 Y0.000000"), Lines{"ok\n"});
-  EXPECT_EQ(bench.Send("G0 X0.001000"), Lines{"ok\n"});  // less than half a step, at 80 steps a mm
   EXPECT_EQ(bench.PassAll(), Lines{});
 }
 

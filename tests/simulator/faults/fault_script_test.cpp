@@ -32,7 +32,7 @@ TEST(FaultScript, ReadsAListJsonAndAFile) {
 TEST(FaultScript, KnowsEveryActionByItsName) {
   for (const char* name : kFaultActionNames) {
     std::string error;
-    EXPECT_TRUE(ParseFaults("line=1,text=x,do=" + std::string(name), error)) << error;
+    EXPECT_TRUE(ParseFaults("line=1,text=x,rate=9,do=" + std::string(name), error)) << error;
   }
 }
 
@@ -49,6 +49,11 @@ TEST(FaultScript, SaysWhatIsWrong) {
       {"line=1,when=now,do=drop", "unknown key 'when'"},
       {"line=1,do=inject", "inject needs a text"},
       {"reply=ok,do=ignore", "a reply cannot be ignored"},
+      {"reply=ok,do=garble", "a reply cannot be garbled"},
+      {"line=1,do=slow-drain", "slow-drain needs a rate"},
+      {"line=1,rate=0,do=slow-drain", "bad value for 'rate'"},
+      {"line=1,bytes=5000,do=noise", "bad value for 'bytes'"},
+      {"line=1,seed=x,do=noise", "bad value for 'seed'"},
       {"line=1,ms=-1,do=delay", "bad value for 'ms'"},
       {"[1]", "not an object"},
       {"{", "not valid JSON"},

@@ -246,6 +246,16 @@ TEST_F(MaterialProfilesTest, DeletingAsksThenRemovesTheProfile) {
   EXPECT_EQ(SelectionOf(dialog_, IDC_CS_MATERIAL), -1);
 }
 
+TEST_F(MaterialProfilesTest, AfterDeletingTheKeyboardIsOnTheList) {
+  MakeProfile(L"Oak.ini");
+  File().WriteText(L"Engrave Settings", L"Material Profile", L"Oak");
+  Open();
+  SetFocusTo(IDC_CS_DELETE_MATERIAL);
+  Press(dialog_, IDC_CS_DELETE_MATERIAL);
+  EXPECT_EQ(driver_->AnswerBox(dialog_, IDYES).caption, L"Delete Material Profile");
+  EXPECT_TRUE(driver_->WaitForFocus(dialog_, IDC_CS_MATERIAL)) << "not on a disabled button";
+}
+
 TEST_F(MaterialProfilesTest, AProfileThatCannotBeDeletedStaysInTheListAndSelected) {
   std::filesystem::create_directory(PathOf(L"Foo.ini"));
   File().WriteText(L"Engrave Settings", L"Material Profile", L"Foo");

@@ -107,6 +107,25 @@ TEST_F(SaveMaterialTest, AsksTheSystemsDialogForAProfileInTheMaterialFolder) {
   }
 }
 
+// A user who browses to another folder before saving there.
+std::wstring browsedTo;
+BOOL WINAPI BrowseAndSave(LPOPENFILENAMEW choice) {
+  SetCurrentDirectoryW(browsedTo.c_str());
+  std::wcscpy(choice->lpstrFile, (browsedTo + L"\\Walnut.ini").c_str());
+  return TRUE;
+}
+
+TEST_F(SaveMaterialTest, LeavesTheHostInTheFolderThatItWasIn) {
+  browsedTo = std::filesystem::path{folder_}.parent_path().wstring();
+  const std::filesystem::path before = std::filesystem::current_path();
+  ASSERT_NE(before, browsedTo);
+  const ReplacedImport replaced{__imp_GetSaveFileNameW, &BrowseAndSave};
+  Open();
+  Click(dialog_, IDC_CS_SAVE_MATERIAL);
+  EXPECT_EQ(std::filesystem::current_path(), before);
+  EXPECT_EQ(LiftIn(browsedTo + L"\\Walnut.ini"), 0.125f) << "and saves where the user chose";
+}
+
 TEST_F(SaveMaterialTest, ProposesTheNameOfTheSelectedProfile) {
   MakeProfile(L"Oak.ini");
   Open();

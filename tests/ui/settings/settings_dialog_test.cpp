@@ -1,3 +1,7 @@
+#include <windows.h>
+// After windows.h, whose types it needs.
+#include <commctrl.h>
+
 #include <algorithm>
 
 #include "device/guarded.h"
@@ -50,6 +54,20 @@ TEST_F(SettingsDialogTest, TheCaptionIsTheFriendlyName) {
   wchar_t caption[64];
   GetWindowTextW(dialog_, caption, 64);
   EXPECT_STREQ(caption, L"North Bench");
+}
+
+// This program asks for no controls, and so has those of the last century: they know no ideal size.
+TEST_F(SettingsDialogTest, HasTodaysControlsInAHostThatAsksForNone) {
+  Open();
+  SIZE size{};
+  EXPECT_TRUE(
+      SendDlgItemMessageW(dialog_, IDOK, BCM_GETIDEALSIZE, 0, reinterpret_cast<LPARAM>(&size)));
+  EXPECT_GT(size.cx, 0);
+  const HWND own =
+      CreateWindowW(L"BUTTON", L"OK", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+  EXPECT_FALSE(SendMessageW(own, BCM_GETIDEALSIZE, 0, reinterpret_cast<LPARAM>(&size)))
+      << "the host's own windows stay as they are";
+  DestroyWindow(own);
 }
 
 TEST_F(SettingsDialogTest, TheInitialParameterIsKeptInTwoSignedWords) {
