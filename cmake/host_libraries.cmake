@@ -2,9 +2,12 @@
 # one of them the host says so when it is asked for. A compiler for Windows sees the system's copies
 # through links of their own, because the folder around them holds C headers that are not those of
 # Windows.
-function(k7_header_library target folder header package)
-  string(TOUPPER ${target} name)
-  set(${name}_DIR /usr/include CACHE PATH "Folder with ${folder}/${header} in it (package ${package})")
+set(K7_RAPIDXML_DIR /usr/include
+    CACHE PATH "Folder with rapidxml/rapidxml.hpp in it (package librapidxml-dev)")
+set(K7_STB_DIR /usr/include CACHE PATH "Folder with stb/stb_image_write.h in it (package libstb-dev)")
+
+function(k7_header_library name folder header)
+  string(TOLOWER ${name} target)
   add_library(${target} INTERFACE)
   set(${name}_FOUND OFF PARENT_SCOPE)
   if(NOT EXISTS ${${name}_DIR}/${folder}/${header})
@@ -23,5 +26,5 @@ function(k7_header_library target folder header package)
   endif()
 endfunction()
 
-k7_header_library(k7_rapidxml rapidxml rapidxml.hpp librapidxml-dev)
-k7_header_library(k7_stb stb stb_image_write.h libstb-dev)
+k7_header_library(K7_RAPIDXML rapidxml rapidxml.hpp)
+k7_header_library(K7_STB stb stb_image_write.h)
