@@ -5,12 +5,12 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "core/hpgl.h"
 #include "core/job_plan.h"
+#include "drawing/hpgl.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
-  const k7host::HpglDrawing drawing = k7host::ReadHpgl(text);
+  const k7host::Drawing drawing = k7host::ReadHpgl(text);
   if (drawing.error) {
     if (!drawing.strokes.empty() || drawing.error->line < 1 || drawing.error->column < 1 ||
         drawing.error->message.empty()) {

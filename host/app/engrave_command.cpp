@@ -1,18 +1,17 @@
 // Engraving and estimating a drawing.
 #include <atomic>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "app/commands.h"
 #include "app/console.h"
+#include "app/job_preparation.h"
+#include "app/load_drawing.h"
 #include "app/resume_file.h"
 #include "app/stop_request.h"
 #include "app/watchdog.h"
-#include "core/hpgl.h"
 #include "core/job_estimate.h"
 #include "core/job_plan.h"
 #include "core/job_runner.h"
@@ -26,42 +25,6 @@ namespace {
 constexpr DWORD kWaitMs = 50;
 constexpr int kSwitchTries = 40;
 constexpr std::uint64_t kRefreshMs = 100;
-constexpr std::size_t kLargestFile = std::size_t{256} << 20;
-
-struct Drawing {
-  std::vector<Stroke> strokes;
-  int exitCode = kExitOk;  // anything else has been explained
-};
-
-Drawing LoadDrawing(const std::string& file) {
-  Drawing drawing;
-  std::ifstream in(std::filesystem::path(WideText(file)), std::ios::binary);
-  // The path of a Unix file, typed in the shell from which Wine was started.
-  const bool unixPath = file.starts_with("/");
-  if (!in && unixPath) in.open(std::filesystem::path(WideText("Z:" + file)), std::ios::binary);
-  if (!in) {
-    drawing.exitCode =
-        Fail(kExitUsage, "cannot open " + file +
-                             (unixPath ? ", nor Z:" + file + ", as Wine names a Unix file" : ""));
-    return drawing;
-  }
-  std::string text;
-  std::vector<char> block(65536);
-  while (text.size() <= kLargestFile && in) {
-    in.read(block.data(), static_cast<std::streamsize>(block.size()));
-    text.append(block.data(), static_cast<std::size_t>(in.gcount()));
-  }
-  if (in.bad() || text.size() > kLargestFile) {
-    drawing.exitCode = Fail(kExitUsage, "cannot read " + file);
-    return drawing;
-  }
-  HpglDrawing read = ReadHpgl(text);
-  if (read.error) {
-    drawing.exitCode = FailLine(kExitUsage, HpglErrorText(file, *read.error));
-  }
-  drawing.strokes = std::move(read.strokes);
-  return drawing;
-}
 
 // A drawing made ready for the connected machine.
 struct Job {
@@ -70,12 +33,13 @@ struct Job {
   int exitCode = kExitOk;  // anything else has been explained
 };
 
-Job Prepare(Session& session, const Arguments& arguments, const std::vector<Stroke>& drawn) {
+Job Prepare(Session& session, const Arguments& arguments, Drawing& drawing) {
   Job job;
   job.exitCode = session.CheckSettings();
   if (job.exitCode != kExitOk) return job;
+  ArrangeStrokes(session, arguments, drawing);
   const Table table = session.MachineTable();
-  PlanResult result = BuildPlan(drawn, table);
+  PlanResult result = BuildPlan(drawing.strokes, table);
   if (!result.error.empty()) {
     job.exitCode = Fail(kExitUsage, arguments.file + ": " + result.error);
     return job;
@@ -112,8 +76,7 @@ Job Prepare(Session& session, const Arguments& arguments, const std::vector<Stro
     return job;
   }
   if (arguments.fromStroke != 0) job.options.firstStroke = arguments.fromStroke;
-  job.options.estimateSeconds = EstimateJob(session.Device(), job.plan, job.options.passes);
-  if (job.options.estimateSeconds > kLongestJobSeconds) {
+  if (EstimateJob(session.Device(), job.plan, job.options.passes) > kLongestJobSeconds) {
     job.exitCode =
         Fail(kExitUsage,
              "the job would take years: in section [Engrave Settings] \"Traverse Speed\" "
@@ -124,10 +87,9 @@ Job Prepare(Session& session, const Arguments& arguments, const std::vector<Stro
                    std::to_string(job.plan.dots) + ", cuts " + std::to_string(job.plan.cuts) +
                    ", passes " + std::to_string(job.options.passes) + ", " +
                    ExtentText(job.plan, table) + " inches");
-  Print("estimate", job.options.estimateSeconds == 0
-                        ? "unknown"
-                        : std::to_string(job.options.estimateSeconds) + " s (" +
-                              DurationText(job.options.estimateSeconds) + ")");
+  job.options.estimateSeconds =
+      EstimateAndPrint(session, job.plan, table, job.options, arguments.home);
+  job.exitCode = WritePreview(arguments, job.plan, table);
   return job;
 }
 
@@ -269,19 +231,19 @@ int Home(Session& session, const Arguments& arguments) {
 }
 
 int Engrave(const Arguments& arguments, const std::optional<ResumePoint>& point) {
-  const Drawing drawing = LoadDrawing(arguments.file);
-  if (drawing.exitCode != kExitOk) return drawing.exitCode;
+  Drawing drawing;
+  if (const int bad = LoadDrawing(arguments, drawing); bad != kExitOk) return bad;
   Session session;
   int code = session.Open(arguments);
   if (code != kExitOk) return code;
   if (arguments.showSettings) {
-    const std::int64_t result = ShowSettings(session, true, true);
+    const std::int64_t result = ShowSettingsWithColours(session, drawing);
     if (result == kSettingsSilent) return kExitUnknown;
     if (result != k7::kSettingsRunJob) {
       return Fail(kExitMachine, "the job was not released in the settings dialog");
     }
   }
-  const Job job = Prepare(session, arguments, drawing.strokes);
+  const Job job = Prepare(session, arguments, drawing);
   if (job.exitCode != kExitOk) return job.exitCode;
   const std::string mark = PlanMark(job.plan);
   if (point && point->plan != mark) {
@@ -289,6 +251,10 @@ int Engrave(const Arguments& arguments, const std::optional<ResumePoint>& point)
                                 ": the drawing or the machine's settings are not what they were; "
                                 "if that is meant, give the drawing and --from-stroke " +
                                 std::to_string(arguments.fromStroke));
+  }
+  if (arguments.dryRun) {
+    Print("dry run", "the job fits the machine; nothing was moved");
+    return kExitOk;
   }
   code = Home(session, arguments);
   if (code != kExitOk) return code;
@@ -298,6 +264,8 @@ int Engrave(const Arguments& arguments, const std::optional<ResumePoint>& point)
   const ResumeKeeper keeper(arguments, session.Id(), mark,
                             (job.plan.strokes + job.plan.dots) * job.options.passes,
                             [&observer] { return observer.StrokesDone(); });
+  if (arguments.frame) code = ShowFrame(session, job.plan, observer);
+  if (code != kExitOk) return code;
   const Table table = session.MachineTable();
   const std::uint64_t start = GetTickCount64();
   const JobResult result =
@@ -327,12 +295,12 @@ int RunEngrave(const Arguments& arguments) {
 }
 
 int RunEstimate(const Arguments& arguments) {
-  const Drawing drawing = LoadDrawing(arguments.file);
-  if (drawing.exitCode != kExitOk) return drawing.exitCode;
+  Drawing drawing;
+  if (const int bad = LoadDrawing(arguments, drawing); bad != kExitOk) return bad;
   Session session;
   const int code = session.Open(arguments);
   if (code != kExitOk) return code;
-  return Prepare(session, arguments, drawing.strokes).exitCode;
+  return Prepare(session, arguments, drawing).exitCode;
 }
 
 }  // namespace k7host

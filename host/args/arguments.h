@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "drawing/drawing.h"
+#include "drawing/placement.h"
+
 namespace k7host {
 
 // Exit codes of the program.
@@ -38,6 +41,10 @@ struct Arguments {
   std::string tcp;    // "HOST" or "HOST:PORT"; empty: the serial port that the controller is on
   std::string file;   // engrave, estimate, trace
   std::string trace;  // file or folder for a trace of the command itself; empty: none
+  double toleranceInches = kDefaultToleranceInches;
+  Placement placement;
+  bool optimise = false;
+  std::string preview;  // file to write; empty: none
   // engrave
   std::uint32_t passes = 0;   // 0: all
   std::uint32_t runKind = 0;  // a k7::kRun number
@@ -51,6 +58,8 @@ struct Arguments {
   bool noHome = false;
   // list
   bool ports = false;
+  bool dryRun = false;
+  bool frame = false;
   // switches
   bool watch = false;
   // jog

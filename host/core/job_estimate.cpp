@@ -2,6 +2,7 @@
 #include "core/job_estimate.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace k7host {
@@ -34,6 +35,28 @@ std::uint32_t EstimateJob(k7::IEngraver& device, const JobPlan& plan, std::uint3
   seconds += Estimate(device, triples);
   constexpr std::uint64_t kMost = std::numeric_limits<std::uint32_t>::max();
   return static_cast<std::uint32_t>(std::min(seconds, kMost));
+}
+
+WholeEstimate AddLiftsAndDwells(std::uint32_t driverSeconds, const JobPlan& plan,
+                                const Table& table, const JobSpeeds& speeds, std::uint32_t passes,
+                                bool gridRun, const HeadPlace& start) {
+  // The driver's count and the host's of the same runs may differ by so much, beside the rounding.
+  constexpr double kShare = 0.02;
+  WholeEstimate estimate;
+  estimate.runs = driverSeconds;
+  if (driverSeconds == 0 || passes == 0) return estimate;
+  const double runs =
+      (passes - 1) * RunSeconds(plan, table, speeds, false) + RunSeconds(plan, table, speeds, true);
+  const JobSeconds whole = WholeJobSeconds(plan, table, speeds, passes, gridRun, start);
+  const bool same = std::fabs(driverSeconds - runs) <= kShare * runs + 0.5 * passes;
+  const double all = same ? whole.all : driverSeconds + std::max(0.0, whole.all - runs);
+  const auto whole32 = [](double seconds) {
+    return static_cast<std::uint32_t>(std::clamp(seconds + 0.5, 0.0, 4294967295.0));
+  };
+  estimate.all = whole32(all);
+  estimate.dwells = whole32(whole.dwells);
+  estimate.spindle = whole32(whole.spindle);
+  return estimate;
 }
 
 }  // namespace k7host

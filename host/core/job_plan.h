@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "core/hpgl.h"
 #include "core/scaling.h"
+#include "drawing/drawing.h"
 
 namespace k7host {
 

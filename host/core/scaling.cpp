@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "core/hpgl.h"
+#include "drawing/drawing.h"
 
 namespace k7host {
 namespace {

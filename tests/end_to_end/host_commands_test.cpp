@@ -146,7 +146,9 @@ TEST_F(HostCommand, EstimateMovesNothing) {
   EXPECT_THAT(output, testing::ContainsRegex("^job: strokes [0-9]+, dots 0, cuts [0-9]+, passes 1, "
                                              "X [0-9.]+ to [0-9.]+, Y [0-9.]+ to [0-9.]+ inches\n"
                                              "estimate: [0-9]+ s \\([0-9]:[0-9][0-9]:[0-9][0-9]\\)"
-                                             "\n$"));
+                                             "\nparts: travels and cuts [0-9]+ s by the driver, "
+                                             "lifts and plunges [0-9]+ s, dwells 0 s, spindle "
+                                             "[0-9]+ s\n$"));
   EXPECT_EQ(controller.Number("blocks"), 0);
 }
 

@@ -134,7 +134,7 @@ double EstimateIn(const std::string& output) {
 class JobEstimate : public testing::TestWithParam<const char*> {};
 
 // Of a machine whose cutter goes up and down in no time: the estimate is the time for which the
-// head is under way, and leaves lifts and plunges out.
+// head is under way.
 TEST_P(JobEstimate, IsWithinFivePercentOfTheMachinesOwnPlan) {
   Settings settings = EngraversSettings();
   settings["Axis Z/Cutter Home"] = "981668463";                   // 0.001
@@ -151,6 +151,17 @@ TEST_P(JobEstimate, IsWithinFivePercentOfTheMachinesOwnPlan) {
   std::printf("   %s: estimate %.0f s, plan %.1f s\n", GetParam(), estimate, planned);
   EXPECT_GT(planned, 10);
   EXPECT_NEAR(estimate, planned, planned * 0.05);
+}
+
+// With every lift and plunge, from wherever the head stands.
+TEST_P(JobEstimate, OfAWholeJobIsWithinOnePercentOfTheMachinesOwnPlan) {
+  FreshController controller(kId, EngraversSettings(), EngraversTable());
+  const HostRun host = RunHost({"engrave", Sample(GetParam()), "--id", kId, "--batch"}, 300);
+  EXPECT_EQ(host.exitCode, 0) << host.output;
+  const double planned = controller.Number("jobs.0.plannedSeconds");
+  const double estimate = EstimateIn(host.output);
+  std::printf("   %s: estimate %.0f s, plan %.1f s\n", GetParam(), estimate, planned);
+  EXPECT_NEAR(estimate, planned, planned * 0.01 + 0.5);
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, JobEstimate,

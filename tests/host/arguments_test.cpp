@@ -60,6 +60,28 @@ TEST(Arguments, EngraveTakesItsOptions) {
   EXPECT_TRUE(Good("engrave f --batch").batch);
 }
 
+TEST(Arguments, DrawingsAreReadAndPlacedAsAsked) {
+  const Arguments a = Good(
+      "engrave f --tolerance 0.01 --scale 2 --rotate -90 --origin center --offset -1.5,2 "
+      "--optimise --preview p.svg --dry-run --frame");
+  EXPECT_EQ(a.toleranceInches, 0.01);
+  EXPECT_EQ(a.placement.scale, 2.0);
+  EXPECT_EQ(a.placement.rotateDegrees, -90.0);
+  EXPECT_EQ(a.placement.origin, Origin::Center);
+  EXPECT_EQ(a.placement.offsetXInches, -1.5);
+  EXPECT_EQ(a.placement.offsetYInches, 2.0);
+  EXPECT_TRUE(a.optimise);
+  EXPECT_EQ(a.preview, "p.svg");
+  EXPECT_TRUE(a.dryRun);
+  EXPECT_TRUE(a.frame);
+  EXPECT_EQ(Good("estimate f --offset 1,2 --preview p.png").placement.offsetYInches, 2.0);
+  EXPECT_EQ(Good("engrave f").toleranceInches, 0.001);
+  for (const char* bad : {"--offset 1", "--offset 1,x", "--offset 1,2,3", "--offset nan,1",
+                          "--scale 0", "--origin top", "--preview p.gif", "--tolerance 0"}) {
+    EXPECT_FALSE(Parse(std::string("engrave f ") + bad).arguments.has_value()) << bad;
+  }
+}
+
 TEST(Arguments, JogTakesADirectionAndAKey) {
   EXPECT_FALSE(Good("jog").direction.has_value());
   const Arguments a = Good("jog --direction x+ --key 39 --slow");

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
 #include <string>
 
 #include "host_program.h"
@@ -168,6 +169,42 @@ TEST_F(EngraveCommand, AGridRunIsAnnouncedAndTheSpindleStartedFirstWhenAskedFor)
                          "SetGridMode(0)\n"),
             std::string::npos)
       << run.log;
+}
+
+TEST_F(EngraveCommand, ADryRunChecksAndMovesNothing) {
+  const Outcome run =
+      Host("engrave --dry-run --home --preview p.svg --optimise --origin lower-left " +
+           File("IN;VS9;PU2032,1016;PD3048,1016;PU1016,1016;PD1778,1016;"));
+  EXPECT_EQ(run.exitCode, 0u) << run.err;
+  EXPECT_EQ(run.log, "Connect 0000000000000000\nEstimateJobTime(5)\nRelease\n");
+  EXPECT_EQ(run.out,
+            "notice: a.plt:1:4: VS passed over: speeds and forces come from the engrave settings\n"
+            "optimise: travel 2.250 instead of 3.750 inches a pass, 1.500 saved\n"
+            "job: strokes 2, dots 0, cuts 2, passes 1, X 0.000 to 2.000, Y 0.000 to 0.000 inches\n"
+            "estimate: 61 s (0:01:01)\npreview: p.svg\n"
+            "dry run: the job fits the machine; nothing was moved\n");
+  EXPECT_TRUE(std::filesystem::exists(folder_ / "p.svg"));
+  EXPECT_EQ(Host("engrave --dry-run --preview none/p.svg a.plt").err,
+            "k7host: cannot write none/p.svg\n");
+}
+
+TEST_F(EngraveCommand, AFrameIsDrivenBeforeTheJob) {
+  const Outcome run = Host("engrave --frame " + File("PU1016,0;PD2032,1016;"));
+  EXPECT_EQ(run.exitCode, 0u) << run.err;
+  EXPECT_NE(run.log.find("BeginJob\nMoveTo(4000,0)\nMoveTo(8000,0)\nMoveTo(8000,4000)\n"
+                         "MoveTo(4000,4000)\nMoveTo(4000,0)\nMoveTo(4000,0)\nEndJob\n"
+                         "SetGridMode(0)\nBeginJob\nStartPass(1,4000,0)\n"),
+            std::string::npos)
+      << run.log;
+}
+
+TEST_F(EngraveCommand, AnSvgDrawingIsEngraved) {
+  const Outcome run = Host(
+      "engrave " + File("<svg width='2in' height='1in'><path stroke='red' d='M96 96H192'/></svg>"));
+  EXPECT_EQ(run.exitCode, 0u) << run.err;
+  EXPECT_NE(run.log.find("MoveTo(4000,0)\nEngraveTo(8000,0)\n"), std::string::npos) << run.log;
+  EXPECT_EQ(Host("engrave " + File("<svg><text>a</text></svg>")).err.substr(0, 45),
+            "a.plt:1:7: text is not converted to paths: in");
 }
 
 }  // namespace

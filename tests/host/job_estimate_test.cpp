@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "drawing/hpgl.h"
 #include "silent_engraver.h"
 
 namespace k7host {

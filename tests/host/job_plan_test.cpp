@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "drawing/hpgl.h"
+
 namespace k7host {
 namespace {
 

@@ -6,6 +6,7 @@
 #include <ostream>
 #include <string>
 
+#include "drawing/hpgl.h"
 #include "recording_engraver.h"
 
 namespace k7host {

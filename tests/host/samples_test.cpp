@@ -5,8 +5,8 @@
 #include <fstream>
 #include <iterator>
 
-#include "core/hpgl.h"
 #include "core/job_plan.h"
+#include "drawing/hpgl.h"
 
 namespace k7host {
 namespace {
@@ -17,8 +17,8 @@ JobPlan Load(const std::string& name) {
   std::ifstream in(std::string(folder != nullptr ? folder : ".") + "/" + name, std::ios::binary);
   EXPECT_TRUE(in.good()) << name;
   const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  const HpglDrawing drawing = ReadHpgl(text);
-  EXPECT_FALSE(drawing.error) << HpglErrorText(name, *drawing.error);
+  const Drawing drawing = ReadHpgl(text);
+  EXPECT_FALSE(drawing.error) << DrawingErrorText(name, *drawing.error);
   const PlanResult result = BuildPlan(drawing.strokes, {4000.0, 4000.0, 100000, 64000});
   EXPECT_EQ(result.error, "");
   return result.plan;

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "board/planner.h"
-#include "core/hpgl.h"
 #include "core/job_estimate.h"
 #include "core/job_plan.h"
+#include "drawing/hpgl.h"
 #include "job/time_estimate.h"
 #include "motion/axes.h"
 

@@ -1,0 +1,2 @@
+IN;SP1;PU600,600;PE7:g<__?G~__?Sn@G~o_PSn;PU;PE7<OkSn
+OD`_;SP0;
