@@ -7,6 +7,8 @@
 
 #include "app/commands.h"
 #include "app/console.h"
+#include "app/doctor_command.h"
+#include "app/settings_file_command.h"
 #include "app/stop_request.h"
 #include "core/text.h"
 
@@ -36,6 +38,10 @@ int Run(const Arguments& arguments) {
     case Command::Settings:
     case Command::Setup:
       return RunSettings(arguments);
+    case Command::SettingsFile:
+      return RunSettingsFile(arguments.settings);
+    case Command::Doctor:
+      return RunDoctor(arguments.doctor);
   }
   return kExitUsage;
 }

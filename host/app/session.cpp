@@ -2,6 +2,7 @@
 #include "app/session.h"
 
 #include "app/console.h"
+#include "app/settings_file_command.h"
 #include "core/text.h"
 
 namespace k7host {
@@ -22,6 +23,7 @@ int Session::Load() {
 int Session::Open(const Arguments& arguments) {
   int code = Load();
   if (code == kExitOk) code = ChooseId(arguments.id);
+  if (code == kExitOk) code = CheckSettingsBefore(arguments.command, id_);
   if (code != kExitOk) return code;
   device_ = driver_.connect(WideText(id_).c_str());
   if (device_ == nullptr) {

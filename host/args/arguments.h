@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "args/settings_arguments.h"
+
 namespace k7host {
 
 // Exit codes of the program.
@@ -23,8 +25,10 @@ enum class Command {
   Jog,
   GoTo,
   Spindle,
-  Settings,
+  Settings,      // the dialog
+  SettingsFile,  // settings show, get, set, ...
   Setup,
+  Doctor,
 };
 
 enum class SpindleAction { On, Full, Off, RampUp, RampDown };
@@ -52,7 +56,9 @@ struct Arguments {
   // spindle
   SpindleAction spindleAction = SpindleAction::Off;
   double seconds = 0.0;  // 0: until a key is pressed
-  // settings
+  SettingsArguments settings;
+  DoctorArguments doctor;
+  // dialog, settings alone
   bool beforeJob = false;
   bool readOnly = false;
 };
