@@ -80,7 +80,7 @@ class Ports {
       Add(Level::Fail, About::Port, Wanted() ? "port " + PortName(question_.port) : "ports",
           "not asked: the driver is loaded by " + who +
               ", whose answers the doctor would take away",
-          "end that program; under Wine nothing keeps two programs off the same port");
+          "end that program; Wine may open a port twice");
       return identities_;
     }
     if (question_.port >= 0) {

@@ -20,8 +20,8 @@ std::map<int, std::string> FriendlyPortNames();
 // [host]
 std::vector<int> ListedPorts();
 
-// Whether a port that a program has open opens for others, too, as it does under Wine: whoever
-// reads then takes answers away from the other. [any]
+// Whether a port that a program has open may open for others, too, as it does under Wine for root:
+// whoever reads then takes answers away from the other. [any]
 bool PortsAreShared();
 
 // Programs, other than this one, that have loaded the driver: "host.exe (process 4711)". Windows

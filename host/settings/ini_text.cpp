@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <type_traits>
 
 #include "core/text.h"
 
@@ -106,7 +107,7 @@ std::optional<std::u16string> IniText::Units(std::string_view text) const {
   std::u16string units;
   if (utf16_) {
     for (const wchar_t wide : WideText(text)) {
-      const auto c = static_cast<std::uint32_t>(wide);
+      const std::uint32_t c = static_cast<std::make_unsigned_t<wchar_t>>(wide);
       if (c >= 0x10000) {
         units += static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10));
         units += static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF));
@@ -192,8 +193,8 @@ std::vector<IniEntry> IniText::Entries() const {
   std::vector<IniEntry> entries;
   std::string section;
   for (const Line& line : lines_) {
-    Parts parts = Split(line);
-    if (parts.kind == Kind::Section) section = std::move(parts.name);
+    const Parts parts = Split(line);
+    if (parts.kind == Kind::Section) section = parts.name;
     if (parts.kind == Kind::Key) entries.push_back({section, parts.name, TextOf(line, parts)});
   }
   return entries;

@@ -147,6 +147,7 @@ KeyFound FindKey(std::string_view name) {
   }
   if (found.size() == 1) return {found.front(), ""};
   std::vector<std::string> names;
+  names.reserve(found.size());
   for (const Row* row : found) names.push_back(KeyName(*row));
   if (!names.empty()) {
     return {nullptr, "'" + std::string(name) + "' stands in several sections: " + Joined(names)};
