@@ -142,7 +142,11 @@ void AddSettingsCommands(CLI::App& app, Arguments& out) {
   AddSettingsActions(settings, out);
   // Runs after that of the word behind it.
   settings->callback([&out, settings] {
-    if (settings->get_subcommands().empty()) out.command = Command::Settings;
+    if (settings->get_subcommands().empty()) {
+      out.command = Command::Settings;
+    } else if (out.settings.id.empty()) {
+      out.settings.id = out.id;  // settings --id ID show
+    }
   });
 
   CLI::App* doctor = app.add_subcommand("doctor", "Check computer, controller and settings");

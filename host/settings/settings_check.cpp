@@ -16,12 +16,12 @@ namespace {
 // Keys by which the machine is driven: nothing is moved while one of them is out of its range. The
 // others are shown, kept for the host, or put right by the driver itself.
 constexpr const Row* kMotionRows[] = {
-    &kMotorStepsX,   &kMicroStepsX,     &kScrewPitchX,   &kTableHomeX,    &kMotorStepsY,
-    &kMicroStepsY,   &kScrewPitchY,     &kTableHomeY,    &kMotorStepsZ,   &kMicroStepsZ,
-    &kScrewPitchZ,   &kCutterHome,      &kTableBuffer,   &kTableWidth,    &kTableHeight,
-    &kTableDepth,    &kJogFastSpeed,    &kJogSlowSpeed,  &kCutterLift,    &kEngraveDepth,
-    &kTraverseSpeed, &kCutterDownSpeed, &kCutterUpSpeed, &kEngraveSpeed,  &kGridSpeed,
-    &kEngraveDelay,  &kXAxisFactor,     &kYAxisFactor,   &kSemiAutoOffset};
+    &kMotorStepsX,   &kMicroStepsX,     &kScrewPitchX,   &kTableHomeX,   &kMotorStepsY,
+    &kMicroStepsY,   &kScrewPitchY,     &kTableHomeY,    &kMotorStepsZ,  &kMicroStepsZ,
+    &kScrewPitchZ,   &kCutterHome,      &kTableBuffer,   &kTableWidth,   &kTableHeight,
+    &kTableDepth,    &kJogFastSpeed,    &kJogSlowSpeed,  &kCutterLift,   &kEngraveDepth,
+    &kTraverseSpeed, &kCutterDownSpeed, &kCutterUpSpeed, &kEngraveSpeed, &kGridSpeed,
+    &kEngraveDelay,  &kXAxisFactor,     &kYAxisFactor};
 constexpr const Row* kRoundRows[] = {&kRoundMotorSteps, &kRoundMicroSteps, &kRoundMode,
                                      &kRoundGearRatio};
 constexpr const Row* kSpindleRows[] = {&kMotorRpm, &kSpindleGearRatio, &kRampTime};

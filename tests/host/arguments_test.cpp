@@ -153,6 +153,7 @@ TEST(Arguments, SettingsTakeAKeyAValueAndWhose) {
   EXPECT_EQ(show.which, "AB");
   EXPECT_TRUE(show.all);
   EXPECT_TRUE(show.json);
+  EXPECT_EQ(Good("settings --id AB get Key").settings.id, "AB");
   EXPECT_EQ(Good("settings diff A b.ini").settings.other, "b.ini");
   EXPECT_EQ(Good("settings export - --file a.ini").settings.file, "a.ini");
   EXPECT_EQ(Good("doctor --port COM7").doctor.port, "COM7");
