@@ -195,7 +195,7 @@ std::string ImportSettings(std::string_view json, IniText& file) {
   for (const auto& [section, keys] : settings->items()) {
     if (!keys.is_object()) return section + ": expected keys in braces";
     for (const auto& [name, key] : keys.items()) {
-      const std::string error = ImportKey(section, name, key, changed);
+      std::string error = ImportKey(section, name, key, changed);
       if (!error.empty()) return error;
     }
   }

@@ -297,7 +297,7 @@ TEST(CheckSettings, TellsWhenAKeyStandsInForAMissingOne) {
 TEST(CheckSettings, AFileOfAnyBytesIsCheckedToItsEnd) {
   std::string bytes = "[Axis X]\n";
   std::uint32_t seed = 1;
-  for (int i = 0; i < 4000; ++i) {
+  for (int i = 0; i < 1000; ++i) {
     seed = seed * 1664525 + 1013904223;
     bytes += "[]=;\n\r \"'Axis X\xFF\x80 09"[(seed >> 16) % 21];
   }
@@ -350,7 +350,7 @@ TEST(Listing, DiffNamesWhatDiffersInEffect) {
 TEST(SettingsJson, EveryFloatComesBackToTheLastBit) {
   const Row& row = Key("Scissors");
   std::uint32_t bits = 1;
-  for (int i = 0; i < 3000; ++i) {
+  for (int i = 0; i < 500; ++i) {
     bits = bits * 1664525 + 1013904223;
     const auto number = static_cast<std::int32_t>(bits);
     const std::string before = "[Settings]\r\nScissors=" + std::to_string(number) + "\r\n";
