@@ -71,6 +71,26 @@ else()
   endif()
 endif()
 
+# k7_json: the header library that writes and reads JSON, for k7host; in the same way. The simulator,
+# which is native, finds it by itself.
+set(K7_JSON_DIR /usr/include CACHE PATH "Folder with nlohmann/json.hpp in it (package nlohmann-json3-dev)")
+add_library(k7_json INTERFACE)
+set(K7_JSON_FOUND OFF)
+if(NOT EXISTS ${K7_JSON_DIR}/nlohmann/json.hpp)
+  message(STATUS "No k7host: no nlohmann/json.hpp in ${K7_JSON_DIR} (K7_JSON_DIR)")
+else()
+  set(K7_JSON_FOUND ON)
+  if(CMAKE_HOST_WIN32)
+    target_include_directories(k7_json SYSTEM INTERFACE ${K7_JSON_DIR})
+  else()
+    set(staging ${CMAKE_BINARY_DIR}/staging/include)
+    file(MAKE_DIRECTORY ${staging})
+    file(REMOVE ${staging}/nlohmann)  # it may lead to where it was before
+    file(CREATE_LINK ${K7_JSON_DIR}/nlohmann ${staging}/nlohmann SYMBOLIC)
+    target_include_directories(k7_json SYSTEM INTERFACE ${staging})
+  endif()
+endif()
+
 # Natively the tests stand on the simulated controller.
 set(K7_GOOGLETEST_DIR /usr/src/googletest CACHE PATH "Sources of GoogleTest (package googletest)")
 set(K7_BUILD_TESTS OFF)

@@ -7,6 +7,8 @@
 
 #include "app/commands.h"
 #include "app/console.h"
+#include "app/doctor_command.h"
+#include "app/settings_file_command.h"
 #include "app/stop_request.h"
 #include "app/trace_command.h"
 #include "app/watchdog.h"
@@ -40,6 +42,10 @@ int Run(const Arguments& arguments) {
       return RunSettings(arguments);
     case Command::Trace:
       return RunTrace(arguments);
+    case Command::SettingsFile:
+      return RunSettingsFile(arguments.settings);
+    case Command::Doctor:
+      return RunDoctor(arguments.doctor);
   }
   return kExitUsage;
 }

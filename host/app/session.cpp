@@ -3,6 +3,7 @@
 
 #include "app/console.h"
 #include "app/ports.h"
+#include "app/settings_file_command.h"
 #include "app/stop_request.h"
 #include "app/tcp_link.h"
 #include "app/watchdog.h"
@@ -36,6 +37,7 @@ int Session::Load() {
 int Session::Open(const Arguments& arguments) {
   int code = Load();
   if (code == kExitOk) code = ChooseId(arguments);
+  if (code == kExitOk) code = CheckSettingsBefore(arguments.command, id_);
   if (code == kExitOk) code = Connect();
   if (code == kExitOk && !arguments.tcp.empty()) code = GoOverToTcp(arguments.tcp);
   if (code != kExitOk) return code;

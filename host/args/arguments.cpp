@@ -9,6 +9,7 @@
 
 #include "args/nearest.h"
 #include "k7/driver.h"
+#include "k7_version.h"
 
 namespace k7host {
 namespace {
@@ -292,13 +293,7 @@ void AddCommands(CLI::App& app, Arguments& out) {
   AddJog(app, out);
   AddGoTo(app, out);
   AddSpindle(app, out);
-  CLI::App* settings = Add(app, out, Command::Settings, "settings", "Show the settings dialog",
-                           "Prints: settings: run job, applied or cancelled");
-  settings->add_flag(
-      "--before-job", out.beforeJob,
-      "As before a job: sees to the table home first, then \"Run Job\" can be\npressed");
-  settings->add_flag("--read-only", out.readOnly,
-                     "Without \"Run Job\", \"Table Setup...\" and changes of settings");
+  AddSettingsCommands(app, out);
   Add(app, out, Command::Setup, "setup",
       "Show the settings dialog so that \"Table Setup...\" can be opened",
       "Prints: settings: applied or cancelled");

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "args/settings_arguments.h"
 #include "drawing/drawing.h"
 #include "drawing/placement.h"
 
@@ -27,9 +28,11 @@ enum class Command {
   Jog,
   GoTo,
   Spindle,
-  Settings,
+  Settings,      // the dialog
+  SettingsFile,  // settings show, get, set, ...
   Setup,
   Trace,
+  Doctor,
 };
 
 enum class SpindleAction { On, Full, Off, RampUp, RampDown };
@@ -72,7 +75,9 @@ struct Arguments {
   // spindle
   SpindleAction spindleAction = SpindleAction::Off;
   double seconds = 0.0;  // 0: until a key is pressed
-  // settings
+  SettingsArguments settings;
+  DoctorArguments doctor;
+  // dialog, settings alone
   bool beforeJob = false;
   bool readOnly = false;
   // trace

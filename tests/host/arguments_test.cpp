@@ -38,6 +38,10 @@ TEST(Arguments, KnowsEveryCommand) {
       {"goto 1 2", Command::GoTo},
       {"spindle on", Command::Spindle},
       {"settings", Command::Settings},
+      {"settings --before-job", Command::Settings},
+      {"dialog --read-only", Command::Settings},
+      {"settings show", Command::SettingsFile},
+      {"doctor", Command::Doctor},
       {"setup", Command::Setup},
       {"trace f", Command::Trace},
   };
@@ -225,6 +229,27 @@ std::size_t LongestLine(const std::string& text) {
   return longest;
 }
 
+TEST(Arguments, SettingsTakeAKeyAValueAndWhose) {
+  const SettingsArguments set = Good("settings set Axis/Key -500 --id AB").settings;
+  EXPECT_EQ(set.action, SettingsAction::Set);
+  EXPECT_EQ(set.key, "Axis/Key");
+  EXPECT_EQ(set.value, "-500");
+  EXPECT_EQ(set.id, "AB");
+  const SettingsArguments show = Good("settings show AB --all --json").settings;
+  EXPECT_EQ(show.which, "AB");
+  EXPECT_TRUE(show.all);
+  EXPECT_TRUE(show.json);
+  EXPECT_EQ(Good("settings --id AB get Key").settings.id, "AB");
+  EXPECT_EQ(Good("settings diff A b.ini").settings.other, "b.ini");
+  EXPECT_EQ(Good("settings export - --file a.ini").settings.file, "a.ini");
+  EXPECT_EQ(Good("doctor --port COM7").doctor.port, "COM7");
+  for (const char* wrong : {"settings set Key", "settings get", "settings get Key --id A --file b",
+                            "settings show A --id B", "settings frobnicate",
+                            "doctor --id A --port COM7", "settings backup"}) {
+    EXPECT_FALSE(Parse(wrong).arguments.has_value()) << wrong;
+  }
+}
+
 TEST(Arguments, EveryCommandHasHelp) {
   constexpr const char* kCommands[] = {"",
                                        "list",
@@ -243,6 +268,16 @@ TEST(Arguments, EveryCommandHasHelp) {
                                        "spindle ramp up",
                                        "spindle ramp down",
                                        "settings",
+                                       "settings show",
+                                       "settings get",
+                                       "settings set",
+                                       "settings diff",
+                                       "settings export",
+                                       "settings import",
+                                       "settings backup",
+                                       "settings restore",
+                                       "dialog",
+                                       "doctor",
                                        "setup"};
   for (const std::string command : kCommands) {
     const ParsedArguments parsed = Parse(command + " --help");
