@@ -66,8 +66,17 @@ bool Server::Start(std::string& error) {
     if (!link.port->Open(error)) return false;
   }
   if (!options_.controlPath.empty() && !control_.Open(options_.controlPath, error)) return false;
+  if (options_.view) {
+    std::vector<std::pair<int, std::string>> names;
+    if (options_.pty) names.emplace_back(links_.front().number, "pty");
+    if (options_.tcp) names.emplace_back(links_.back().number, "tcp");
+    view_ = std::make_unique<ViewFeed>(options_, simulator_, std::move(names));
+    if (!view_->Open(error)) return false;
+    transcript_.SetListener(view_.get());
+  }
   startUs_ = SteadyUs();
   for (Link& link : links_) std::cout << link.port->Where() << "\n";
+  if (view_) std::cout << view_->Where() << "\n";
   std::cout << "ready" << std::endl;
   return true;
 }
@@ -90,7 +99,9 @@ bool Server::Run(std::string& error) {
   // not waited for.
   constexpr int kMostRounds = 1000;
   for (int round = 0; round < kMostRounds && ServeAll(); ++round) simulator_.Run(WireNow());
-  return WriteFiles(error);
+  const bool written = WriteFiles(error);
+  if (view_) view_->End(WireNow());
+  return written;
 }
 
 bool Server::ServeAll() {
@@ -121,20 +132,28 @@ bool Server::Serve(Link& link) {
   return !bytes.empty();
 }
 
+bool Server::RunControl(const std::string& line, bool& quit, std::string& message) {
+  const ControlResult result = RunControlLine(line, simulator_, WireNow(), message);
+  transcript_.Note("control: " + line);
+  if (result == ControlResult::Quit) quit = true;
+  if (result == ControlResult::WriteFiles) return WriteFiles(message);
+  if (result == ControlResult::Bad) message = "control: " + message;
+  return result != ControlResult::Bad;
+}
+
 void Server::ServeControl(bool& quit) {
   for (std::string line; control_.TakeLine(line);) {
     std::string message;
-    const ControlResult result = RunControlLine(line, simulator_, WireNow(), message);
-    transcript_.Note("control: " + line);
-    if (result == ControlResult::Quit) quit = true;
-    if (result == ControlResult::WriteFiles && !WriteFiles(message)) {
+    if (!RunControl(line, quit, message)) {
       std::cerr << "k7sim: " << message << "\n";
-    } else if (result == ControlResult::Bad) {
-      std::cerr << "k7sim: control: " << message << "\n";
     } else if (!message.empty()) {
       std::cout << message << std::flush;
     }
   }
+  if (!view_) return;
+  view_->Serve([&](const std::string& line,
+                   std::string& message) { return RunControl(line, quit, message); },
+               WireNow());
 }
 
 void Server::CloseAndReopen(TimeUs nowUs) {
@@ -166,6 +185,10 @@ void Server::Wait(TimeUs nowUs) {
     if (!simulator_.Ready(link.number, nowUs).empty()) wanted |= POLLOUT;
     if (wanted != 0) fds.push_back({link.port->DataFd(), wanted, 0});
     due = std::min(due, link.reopenUs);
+  }
+  if (view_) {
+    fds.push_back({view_->WakeFd(), POLLIN, 0});
+    due = std::min(due, view_->NextDue());
   }
   const TimeUs waitUs = due == kNever ? kNever : std::max<TimeUs>(0, due - nowUs);
   timespec time{};

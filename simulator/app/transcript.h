@@ -11,12 +11,23 @@ namespace k7sim {
 
 enum class TranscriptTimes { Machine, Wire, Off };
 
+// Is told of each line of the transcript as it passes, whether or not there is a file.
+class TranscriptListener {
+ public:
+  virtual ~TranscriptListener() = default;
+  virtual void OnTranscriptLine(TimeUs machineUs, char mark, std::string_view link,
+                                std::string_view text) = 0;
+};
+
 class Transcript {
  public:
   explicit Transcript(TranscriptTimes times = TranscriptTimes::Machine) : times_(times) {}
 
   // Starts the file. Without one nothing is written. False when it cannot be opened.
   bool Open(const std::string& path);
+
+  // One listener, or null. It stays as long as lines come.
+  void SetListener(TranscriptListener* listener) { listener_ = listener; }
 
   void SetTime(TimeUs machineUs, TimeUs wireUs);
 
@@ -38,6 +49,7 @@ class Transcript {
 
   TranscriptTimes times_;
   std::ofstream file_;
+  TranscriptListener* listener_ = nullptr;
   TimeUs machineUs_ = 0;
   TimeUs wireUs_ = 0;
 };

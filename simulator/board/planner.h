@@ -67,6 +67,9 @@ class Planner {
   // When the next block begins or ends; kNever while empty.
   TimeUs NextEvent() const;
 
+  // Feed of the running block; 0 when none runs.
+  double FeedMmPerSec() const { return running_ ? blocks_.front().feedMmPerSec : 0; }
+
   // Where the head is within the running block; `resting` when none runs.
   Vec3 PositionAt(TimeUs nowUs, const Vec3& resting) const;
 

@@ -25,7 +25,7 @@ STOREYS = {
         "ui/settings",
         "module",
     ],
-    "simulator": ["common", "machine", "board", "wire", "faults", "app"],
+    "simulator": ["common", "machine", "board", "wire", "faults", "view", "app"],
 }
 
 
