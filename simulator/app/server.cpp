@@ -137,7 +137,6 @@ bool Server::RunControl(const std::string& line, bool& quit, std::string& messag
   transcript_.Note("control: " + line);
   if (result == ControlResult::Quit) quit = true;
   if (result == ControlResult::WriteFiles) return WriteFiles(message);
-  if (result == ControlResult::Bad) message = "control: " + message;
   return result != ControlResult::Bad;
 }
 
@@ -145,7 +144,7 @@ void Server::ServeControl(bool& quit) {
   for (std::string line; control_.TakeLine(line);) {
     std::string message;
     if (!RunControl(line, quit, message)) {
-      std::cerr << "k7sim: " << message << "\n";
+      std::cerr << "k7sim: control: " << message << "\n";
     } else if (!message.empty()) {
       std::cout << message << std::flush;
     }
