@@ -1,8 +1,13 @@
-// 100,000 strokes over one connection: driver and controller count the same lines, and the driver's
-// memory and handles do not grow.
+// What a long life costs a host. Many strokes over one connection: driver and controller count the
+// same lines. Many connections, dialogs and jogs in one process. Neither memory nor handles grow.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <vector>
 
 #include "harness.h"
 
@@ -11,9 +16,93 @@ namespace {
 
 constexpr char kId[] = "SOAKSOAKSOAKSOAK";
 
+// What the driver's process holds.
+struct Held {
+  long long handles, threads, memoryKiB;
+};
+Held HeldBy(Slots& slots) {
+  return {std::stoll(slots.Ask("handles")), slots.Threads(), slots.ResidentKiB()};
+}
+std::string Text(const Held& held) {
+  return std::to_string(held.handles) + " handles, " + std::to_string(held.threads) + " threads, " +
+         std::to_string(held.memoryKiB) + " KiB";
+}
+// One or two handles may be open for a moment, as may the thread of a call that has just ended.
+void ExpectNoGrowth(const Held& before, const Held& after) {
+  ASSERT_GT(after.handles, 0);
+  ASSERT_GT(after.memoryKiB, 1000);
+  EXPECT_LE(after.handles, before.handles + 2);
+  EXPECT_LE(after.threads, before.threads + 1);
+  EXPECT_LE(after.memoryKiB, before.memoryKiB + 512);
+}
+
+int Wanted(const char* variable, int otherwise) {
+  const char* const wanted = std::getenv(variable);
+  return wanted != nullptr ? std::atoi(wanted) : otherwise;
+}
+
+// Does a tenth of `count` ten times; the first is what the others are compared with.
+template <typename Once>
+void InTenths(const char* what, int count, Slots& slots, Once once) {
+  Held first{};
+  for (int tenth = 0; tenth < 10; ++tenth) {
+    for (int i = 0; i < count / 10; ++i) ASSERT_NO_FATAL_FAILURE(once());
+    const Held held = HeldBy(slots);
+    std::printf("%7d %s: %s\n", (tenth + 1) * (count / 10), what, Text(held).c_str());
+    std::fflush(stdout);
+    if (tenth == 0) first = held;
+    ExpectNoGrowth(first, held);
+  }
+}
+
+// A library as it grows in years.
+void MakeProfiles(int count) {
+  const std::filesystem::path folder = SettingsFile(kId).replace_extension() / "Material Library";
+  std::filesystem::create_directories(folder);
+  for (int i = 0; i < count; ++i) {
+    std::ofstream{folder / ("Material " + std::to_string(i * 7919 % count) + ".ini")}
+        << "[Engrave Settings]\r\nCutter Lift=1040187392\r\n";
+  }
+}
+
+TEST(Soak, ConnectsDialogsAndJogsLeaveNothingBehind) {
+  const int connects = Wanted("K7_SOAK_CONNECTS", 1000);
+  ASSERT_GE(connects, 50);
+  RemoveAllSettings();
+  WriteSettings(kId, {{"Axis Z/Cutter Home", "1065353216"}, {"Axis Z/Air Z", "0"}});
+  Controller controller(7, kId, {"--homed", "--surface", "plane:1.0"});
+  const std::string connect = std::string("connect ") + kId;
+  Slots slots, desk;
+  InTenths("connects", connects, slots, [&] {
+    ASSERT_EQ(slots.AskUntil("connected", connect), "connected");
+    ASSERT_EQ(slots.Ask("release"), "released");
+  });
+  ASSERT_EQ(slots.AskUntil("connected", connect), "connected");
+  ASSERT_EQ(slots.Ask("window"), "done");
+  constexpr int kProfiles = 2000;
+  MakeProfiles(kProfiles);
+  std::vector<double> openMs;
+  InTenths("dialogs", connects / 5, slots, [&] {
+    const auto start = std::chrono::steady_clock::now();
+    slots.Tell("settings 0 1");
+    ASSERT_EQ(desk.Ask("dialog-wait K7 System Controller"), "open");
+    openMs.push_back(
+        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
+            .count());
+    ASSERT_EQ(desk.Ask("dialog-press 2"), "closed");
+    ASSERT_EQ(slots.Answer(), "2");
+  });
+  std::nth_element(openMs.begin(), openMs.begin() + openMs.size() / 2, openMs.end());
+  const double medianMs = openMs[openMs.size() / 2];
+  std::printf("with %d profiles the dialog opens in %.0f ms (median)\n", kProfiles, medianMs);
+  EXPECT_LT(medianMs, 300);
+  InTenths("jogs", connects * 10, slots, [&] { ASSERT_EQ(slots.Ask("jog 2 1 0"), "ended"); });
+  EXPECT_EQ(slots.Ask("release"), "released");
+  EXPECT_EQ(slots.Quit(), 0);
+}
+
 TEST(Soak, EveryLineIsAccountedForAndNothingGrows) {
-  const char* wanted = std::getenv("K7_SOAK_STROKES");
-  const int strokes = wanted != nullptr ? std::atoi(wanted) : 100000;
+  const int strokes = Wanted("K7_SOAK_STROKES", 100000);
   const int chunk = strokes / 10;
   ASSERT_GT(chunk / 4, 0) << "at least 40 strokes";
   RemoveAllSettings();
@@ -25,24 +114,16 @@ TEST(Soak, EveryLineIsAccountedForAndNothingGrows) {
   ASSERT_EQ(slots.Ask(std::string("connect ") + kId), "connected");
   slots.Ask("window");
   ASSERT_EQ(slots.Ask("begin"), "1");
-  long long handles = 0, memoryKiB = 0;
+  Held first{};
   for (int i = 0; i < 10; ++i) {
     // A stroke here is a travel or a cut; the command makes four of them a round.
     const std::string rounds = std::to_string(chunk / 4);
     ASSERT_EQ(slots.Ask("strokes " + rounds + " " + std::to_string(i), 3600), rounds);
-    const long long handlesNow = std::stoll(slots.Ask("handles"));
-    const long long memoryNow = slots.ResidentKiB();
-    std::printf("%7d strokes: %lld handles, %lld KiB\n", (i + 1) * (chunk / 4) * 4, handlesNow,
-                memoryNow);
+    const Held held = HeldBy(slots);
+    std::printf("%7d strokes: %s\n", (i + 1) * (chunk / 4) * 4, Text(held).c_str());
     std::fflush(stdout);
-    if (i == 0) {
-      handles = handlesNow;
-      memoryKiB = memoryNow;
-    }
-    ASSERT_GT(handlesNow, 0);
-    ASSERT_GT(memoryNow, 1000);
-    EXPECT_LE(handlesNow, handles + 2);  // one or two may be open for a moment
-    EXPECT_LE(memoryNow, memoryKiB + 512);
+    if (i == 0) first = held;
+    ExpectNoGrowth(first, held);
   }
   // The end waits until the driver's own counters of outstanding and running lines are back at 0.
   ASSERT_EQ(slots.Ask("end", 3600), "done");

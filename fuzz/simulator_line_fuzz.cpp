@@ -1,5 +1,6 @@
-// Any bytes from a host, over each kind of link: the simulated board neither crashes nor hangs, and
-// each of its replies is a line that fits into the 256 bytes that the driver has for it.
+// Any bytes from a host, over each kind of link, in the driver's words and in the general dialect:
+// the simulated board neither crashes nor hangs, and each of its replies is a line that fits into
+// the 256 bytes that the driver has for it.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>

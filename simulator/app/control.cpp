@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <string>
+#include <vector>
 
+#include "common/nearest_word.h"
 #include "common/number_list.h"
 
 namespace k7sim {
@@ -96,6 +99,12 @@ constexpr ControlCommand kCommands[] = {
     {"quit", "", "write them and stop", Quit},
 };
 
+std::vector<std::string> Verbs() {
+  std::vector<std::string> verbs;
+  for (const ControlCommand& command : kCommands) verbs.emplace_back(command.verb);
+  return verbs;
+}
+
 }  // namespace
 
 std::span<const ControlCommand> ControlCommands() {
@@ -130,7 +139,8 @@ ControlResult RunControlLine(std::string_view line, Simulator& simulator, TimeUs
       std::find_if(std::begin(kCommands), std::end(kCommands),
                    [&](const ControlCommand& candidate) { return candidate.verb == verb; });
   if (command != std::end(kCommands)) return command->run({rest, simulator, wireUs, message});
-  message = "unknown command '" + std::string(verb) + "'; help lists them";
+  message = "unknown command '" + std::string(verb) + "'" + DidYouMean(verb, Verbs()) +
+            " (help lists all)";
   return ControlResult::Bad;
 }
 

@@ -1,8 +1,11 @@
 #include "app/options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 
+#include "app/output_paths.h"
+#include "common/nearest_word.h"
 #include "common/number_list.h"
 
 namespace k7sim {
@@ -101,7 +104,40 @@ std::string ReadRest(const Raw& raw, Options& options) {
   options.transcriptTimes = raw.times == "off"    ? TranscriptTimes::Off
                             : raw.times == "wire" ? TranscriptTimes::Wire
                                                   : TranscriptTimes::Machine;
+  int toOutput = 0;
+  for (const std::string* path :
+       {&options.picturePath, &options.transcriptPath, &options.reportPath}) {
+    toOutput += *path == kStandardOutput ? 1 : 0;
+  }
+  if (toOutput > 1) return "only one of --picture, --transcript and --report can be -";
   return {};
+}
+
+// Takes one of these words.
+CLI::Validator Choice(const std::vector<std::string>& words) {
+  CLI::Validator choice("");
+  choice.operation([words](std::string& text) {
+    if (std::find(words.begin(), words.end(), text) != words.end()) return std::string();
+    std::string all;
+    for (const std::string& word : words) {
+      all += (all.empty() ? "" : &word == &words.back() ? " or " : ", ") + word;
+    }
+    return "takes " + all + ", not '" + text + "'" + DidYouMean(text, words);
+  });
+  return choice;
+}
+
+// What is wrong with a word that is no option.
+std::string UnknownWord(const CLI::App& app) {
+  const std::string word = app.remaining().empty() ? "" : app.remaining().front();
+  const std::string name = word.substr(0, word.find('='));
+  if (name.rfind("-", 0) != 0) return "unexpected word '" + word + "'; each option starts with --";
+  std::vector<std::string> known;
+  for (const CLI::Option* option : app.get_options()) known.push_back(option->get_lnames()[0]);
+  const std::string nearest =
+      NearestWord(name.substr(std::min(name.size(), std::size_t{2})), known);
+  return "unknown option " + name + (nearest.empty() ? "" : "; did you mean --" + nearest + "?") +
+         " (--help lists all)";
 }
 
 // Prints one line; the parser's own messages may have several.
@@ -120,6 +156,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
   Raw raw;
   MachineSetup& machine = options.setup.machine;
   CLI::App app(kAbout, "k7sim");
+  app.set_version_flag("--version", K7_VERSION, "Print the version and exit");
 
   auto* pty = app.add_option("--pty", options.ptyLink, "Make PATH a symbolic link to the pty");
   pty->type_name("PATH");
@@ -127,7 +164,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
                              "Serve this TCP port on the loopback (0: any free one)");
   tcp->check(CLI::Range(0, 65535).description(""))->type_name("PORT");
   app.add_option("--wire", raw.wire, "What the pty behaves like: usb, uart or tcp")
-      ->check(CLI::IsMember({"usb", "uart", "tcp"}).description(""))
+      ->check(Choice({"usb", "uart", "tcp"}))
       ->capture_default_str()
       ->type_name("usb|uart|tcp");
   app.add_option("--baud", options.setup.baud, "Carry bytes at this baud rate (pty as usb or uart)")
@@ -157,7 +194,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
       ->capture_default_str()
       ->type_name("WORK");
   app.add_option("--tool", raw.tool, "What cuts: spindle or air")
-      ->check(CLI::IsMember({"spindle", "air"}).description(""))
+      ->check(Choice({"spindle", "air"}))
       ->capture_default_str()
       ->type_name("spindle|air");
   app.add_option("--position", raw.position, "Head at power-on, inches from the switches")
@@ -189,17 +226,20 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
                               "the loopback (0: any free one)");
   view->check(CLI::Range(0, 65535).description(""))->type_name("PORT");
 
-  app.add_option("--picture", options.picturePath, "Draw the plate into this SVG file at the end")
+  app.add_option(
+         "--picture", options.picturePath,
+         "Draw the plate into this SVG file at the end\n(-: standard output, for one of the "
+         "files)")
       ->type_name("FILE.svg");
   app.add_option("--picture-home", raw.corner,
                  "Corner that the table home is in: bottom-left, top-left")
-      ->check(CLI::IsMember({"bottom-left", "top-left"}).description(""))
+      ->check(Choice({"bottom-left", "top-left"}))
       ->capture_default_str()
       ->type_name("CORNER");
   app.add_option("--transcript", options.transcriptPath, "Write every line in both directions")
       ->type_name("FILE");
   app.add_option("--transcript-times", raw.times, "Times in it: machine, wire or off")
-      ->check(CLI::IsMember({"machine", "wire", "off"}).description(""))
+      ->check(Choice({"machine", "wire", "off"}))
       ->capture_default_str()
       ->type_name("machine|wire|off");
   app.add_option("--report", options.reportPath, "Write what happened as JSON at the end")
@@ -210,6 +250,13 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
   } catch (const CLI::CallForHelp&) {
     std::cout << app.help();
     exitCode = 0;
+    return std::nullopt;
+  } catch (const CLI::CallForVersion&) {
+    std::cout << "k7sim " K7_VERSION "\n";
+    exitCode = 0;
+    return std::nullopt;
+  } catch (const CLI::ExtrasError&) {
+    exitCode = Fail(UnknownWord(app));
     return std::nullopt;
   } catch (const CLI::ParseError& error) {
     exitCode = Fail(error.what());

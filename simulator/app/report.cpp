@@ -31,7 +31,15 @@ Json Mistakes(const Recorder& record) {
   for (std::size_t i = 0; i < kMistakeKinds; ++i) {
     errors[kMistakeNames[i]] = record.MistakeCount(static_cast<Mistake>(i));
   }
-  errors["first"] = record.MistakeTexts();
+  Json first = Json::array();
+  for (const MistakeRecord& mistake : record.FirstMistakes()) {
+    first.push_back({{"error", kMistakeNames[static_cast<std::size_t>(mistake.kind)]},
+                     {"what", mistake.what},
+                     {"line", mistake.line},
+                     {"seconds", SecondsFromUs(mistake.atUs)},
+                     {"command", mistake.command}});
+  }
+  errors["first"] = first;
   return errors;
 }
 
@@ -48,6 +56,7 @@ std::string WriteReport(Simulator& simulator) {
   report["lines"] = {{"received", simulator.LinesReceived()},
                      {"gcode", counts.gcodeLines},
                      {"unknown", counts.unknownLines},
+                     {"resendsAskedFor", counts.resends},
                      {"refusedWhileHalted", counts.refusedLines},
                      {"flushedByHalt", counts.flushedLines},
                      {"replies", simulator.RepliesSent()},

@@ -9,10 +9,13 @@
 #include <iostream>
 
 #include "app/control.h"
+#include "app/output_paths.h"
 #include "app/report.h"
+#include "app/summary.h"
 #include "common/whole_file.h"
 #include "machine/picture.h"
 #include "wire/pty_port.h"
+#include "wire/system_error.h"
 #include "wire/tcp_port.h"
 
 namespace k7sim {
@@ -50,9 +53,16 @@ bool Server::Start(std::string& error) {
   // The program that started this one may no longer read what is printed; that must not end it.
   signal(SIGPIPE, SIG_IGN);
   signals_.Reset(signalfd(-1, &stop, SFD_NONBLOCK | SFD_CLOEXEC));
-  if (!options_.transcriptPath.empty() && !transcript_.Open(options_.transcriptPath)) {
-    error = "cannot write " + options_.transcriptPath;
+  if (!CheckOutput("picture", options_.picturePath, error) ||
+      !CheckOutput("report", options_.reportPath, error) ||
+      !CheckOutput("transcript", options_.transcriptPath, error) ||
+      !CheckOutput("board's settings", options_.setup.configPath, error)) {
     return false;
+  }
+  if (options_.transcriptPath == kStandardOutput) {
+    transcript_.OpenStandardOutput();
+  } else if (!options_.transcriptPath.empty() && !transcript_.Open(options_.transcriptPath)) {
+    return FailBySystem(error, "cannot write the transcript to " + options_.transcriptPath);
   }
   if (options_.pty) {
     links_.push_back({std::make_unique<PtyPort>(options_.ptyLink),
@@ -75,10 +85,17 @@ bool Server::Start(std::string& error) {
     transcript_.SetListener(view_.get());
   }
   startUs_ = SteadyUs();
-  for (Link& link : links_) std::cout << link.port->Where() << "\n";
-  if (view_) std::cout << view_->Where() << "\n";
-  std::cout << "ready" << std::endl;
+  for (Link& link : links_) Say() << link.port->Where() << "\n";
+  if (view_) Say() << view_->Where() << "\n";
+  Say() << "ready" << std::endl;
   return true;
+}
+
+std::ostream& Server::Say() const {
+  const bool taken = options_.picturePath == kStandardOutput ||
+                     options_.reportPath == kStandardOutput ||
+                     options_.transcriptPath == kStandardOutput;
+  return taken ? std::cerr : std::cout;
 }
 
 bool Server::TakeSignal() const {
@@ -101,6 +118,7 @@ bool Server::Run(std::string& error) {
   for (int round = 0; round < kMostRounds && ServeAll(); ++round) simulator_.Run(WireNow());
   const bool written = WriteFiles(error);
   if (view_) view_->End(WireNow());
+  Say() << Summary(simulator_) << std::flush;
   return written;
 }
 
@@ -146,7 +164,7 @@ void Server::ServeControl(bool& quit) {
     if (!RunControl(line, quit, message)) {
       std::cerr << "k7sim: control: " << message << "\n";
     } else if (!message.empty()) {
-      std::cout << message << std::flush;
+      Say() << message << std::flush;
     }
   }
   if (!view_) return;
@@ -168,7 +186,7 @@ void Server::CloseAndReopen(TimeUs nowUs) {
     link.reopenUs = kNever;
     std::string error;
     if (link.port->Open(error)) {
-      std::cout << link.port->Where() << std::endl;
+      Say() << link.port->Where() << std::endl;
     } else {
       std::cerr << "k7sim: " << error << "\n";
     }
@@ -205,9 +223,11 @@ bool Server::WriteFiles(std::string& error) {
   const Recorder& record = simulator_.Board().Record();
   bool written = true;
   const auto write = [&](const std::string& path, const std::string& content) {
-    if (WriteWholeFile(path, content)) return;
-    error = "cannot write " + path;
-    written = false;
+    if (path == kStandardOutput) {
+      std::cout << content << std::flush;
+    } else if (!WriteWholeFile(path, content)) {
+      written = FailBySystem(error, "cannot write " + path);
+    }
   };
   if (!options_.picturePath.empty()) {
     write(options_.picturePath,

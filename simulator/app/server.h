@@ -1,6 +1,7 @@
 // Runs a simulator on real ports and the real clock until it is told to stop.
 #pragma once
 
+#include <iosfwd>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,6 +32,8 @@ class Server {
     TimeUs reopenUs = kNever;  // wire time at which a closed link opens again
   };
 
+  // Where the user is told things: standard output, unless a file is written to it.
+  std::ostream& Say() const;
   TimeUs WireNow() const;
   void Wait(TimeUs nowUs);
   // Both: true when a host had sent something.

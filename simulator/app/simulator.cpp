@@ -31,6 +31,10 @@ Simulator::Simulator(const SimulatorSetup& setup, Transcript& transcript)
       config_(setup.configPath),
       controller_(setup.machine, config_, *this),
       clock_(setup.speed) {
+  controller_.Record().SetListener([this](const MistakeRecord& mistake) {
+    transcript_.Note("error: " + mistake.what + ", line " + std::to_string(mistake.line) + ": " +
+                     mistake.command);
+  });
   if (setup.id) config_.Set("controller_id", *setup.id);
   for (const Fault& fault : setup.faults) faults_.Add(fault);
 }
@@ -126,6 +130,18 @@ void Simulator::Consume(int link) {
       case LineReader::Event::Halt:
         transcript_.In(LinkName(link), std::string_view(&kHaltByte, 1));
         controller_.Halt(machineUs_);
+        break;
+      case LineReader::Event::Status:
+        transcript_.In(LinkName(link), std::string_view(&kStatusByte, 1));
+        Reply(link, 0, controller_.StatusReport(machineUs_));
+        break;
+      case LineReader::Event::Hold:
+        transcript_.In(LinkName(link), std::string_view(&kHoldByte, 1));
+        controller_.Hold(machineUs_);
+        break;
+      case LineReader::Event::Resume:
+        transcript_.In(LinkName(link), std::string_view(&kResumeByte, 1));
+        controller_.ResumeHold(machineUs_);
         break;
       case LineReader::Event::None:
         break;

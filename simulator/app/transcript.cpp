@@ -25,7 +25,8 @@ std::string Escaped(std::string_view text) {
 
 bool Transcript::Open(const std::string& path) {
   file_.open(path, std::ios::trunc | std::ios::binary);
-  return file_.is_open();
+  out_ = file_.is_open() ? &file_ : nullptr;
+  return out_ != nullptr;
 }
 
 void Transcript::SetTime(TimeUs machineUs, TimeUs wireUs) {
@@ -48,16 +49,16 @@ void Transcript::Note(std::string_view text) {
 
 void Transcript::Write(char mark, std::string_view link, std::string_view text) {
   if (listener_) listener_->OnTranscriptLine(machineUs_, mark, link, text);
-  if (!file_.is_open()) return;
+  if (!out_) return;
   if (times_ != TranscriptTimes::Off) {
     const TimeUs us = times_ == TranscriptTimes::Machine ? machineUs_ : wireUs_;
     char time[32];
     std::snprintf(time, sizeof time, "%12.6f ", SecondsFromUs(us));
-    file_ << time;
+    *out_ << time;
   }
-  file_ << mark << ' ';
-  if (!link.empty()) file_ << link << ' ';
-  file_ << Escaped(text) << '\n';
+  *out_ << mark << ' ';
+  if (!link.empty()) *out_ << link << ' ';
+  *out_ << Escaped(text) << '\n';
 }
 
 }  // namespace k7sim

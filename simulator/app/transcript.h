@@ -2,6 +2,7 @@
 #pragma once
 
 #include <fstream>
+#include <iostream>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,8 @@ class Transcript {
 
   // Starts the file. Without one nothing is written. False when it cannot be opened.
   bool Open(const std::string& path);
+  // Writes to standard output instead.
+  void OpenStandardOutput() { out_ = &std::cout; }
 
   // One listener, or null. It stays as long as lines come.
   void SetListener(TranscriptListener* listener) { listener_ = listener; }
@@ -36,13 +39,15 @@ class Transcript {
   //   > In: a line from the host, without its end
   //   < Out: text sent to the host, its line ends as \r and \n
   //   ~ Lost: text that the host did not get
-  //   ! Note: what a fault or a control command did
+  //   ! Note: what a fault or a control command did, or "error:" and what a line made wrong
   void In(std::string_view link, std::string_view line);
   void Out(std::string_view link, std::string_view text);
   void Lost(std::string_view link, std::string_view text);
   void Note(std::string_view text);
 
-  void Flush() { file_.flush(); }
+  void Flush() {
+    if (out_) out_->flush();
+  }
 
  private:
   void Write(char mark, std::string_view link, std::string_view text);
@@ -50,6 +55,7 @@ class Transcript {
   TranscriptTimes times_;
   std::ofstream file_;
   TranscriptListener* listener_ = nullptr;
+  std::ostream* out_ = nullptr;  // null: nothing is written
   TimeUs machineUs_ = 0;
   TimeUs wireUs_ = 0;
 };

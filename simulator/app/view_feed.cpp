@@ -142,12 +142,13 @@ std::string ViewFeed::State() const {
   state["surface"] = machine.PlateSurface().Description();
   state["cutInches"] = record.CutInches();
   state["deepest"] = record.HasCut() ? record.DeepestInches() : 0.0;
-  const std::vector<std::string>& mistakes = record.MistakeTexts();
-  state["errors"] = {
-      {"total", record.MistakeTotal()},
-      {"first", std::vector<std::string>(
-                    mistakes.begin(), mistakes.begin() + static_cast<std::ptrdiff_t>(std::min(
-                                                             mistakes.size(), kShownMistakes)))}};
+  Json first = Json::array();
+  for (const MistakeRecord& mistake : record.FirstMistakes()) {
+    if (first.size() == kShownMistakes) break;
+    first.push_back(mistake.what +
+                    (mistake.line > 0 ? " (line " + std::to_string(mistake.line) + ")" : ""));
+  }
+  state["errors"] = {{"total", record.MistakeTotal()}, {"first", first}};
   Json faults = Json::array();
   for (const auto& outcome : simulator_.FaultsOf().Outcomes()) {
     faults.push_back({{"fault", outcome.source}, {"fired", outcome.fired}});

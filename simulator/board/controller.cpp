@@ -25,19 +25,21 @@ Controller::Controller(const MachineSetup& setup, ConfigStore& config, ReplySink
 
 void Controller::TakeLine(std::string_view line, std::uint64_t lineId, int link, TimeUs nowUs) {
   ++counts_.lines;
-  if (!LooksLikeGcode(line)) {
+  line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+  if (LooksLikeGcode(line)) {
+    TakeGcodeLine(line, lineId, link, nowUs);
+  } else if (IsRemark(line)) {
+    sink_.Reply(link, lineId, "ok\n");
+  } else if (!line.empty() && line[0] == '$') {
+    TakeDollarLine(line, lineId, link, nowUs);
+  } else {
     TakeWords(line, lineId, link, nowUs);
-    return;
   }
-  ++counts_.gcodeLines;
-  Waiting waiting;
-  waiting.lineId = lineId;
-  waiting.link = link;
-  waiting.bytes = line.size() + 1;
-  for (const Gcode& code : ParseGcodeLine(line)) {
-    TakeGcode(code, waiting, nowUs);
-    waiting.bytes = 0;  // the bytes of a line are counted once
-  }
+}
+
+void Controller::ResumeHold(TimeUs nowUs) {
+  planner_.Resume(nowUs);
+  StartWaiting(nowUs);
 }
 
 void Controller::StopMotion(TimeUs nowUs) {
@@ -50,6 +52,7 @@ void Controller::StopMotion(TimeUs nowUs) {
   target_ = stopped;
   counts_.flushedLines += waiting_.size() + planner_.Flush() + (action_.active ? 1 : 0);
   waiting_.clear();
+  arc_.reset();
   action_.active = false;
   drained_ = true;
 }

@@ -6,9 +6,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "board/arc.h"
 #include "board/config_store.h"
 #include "board/gcode.h"
 #include "board/job_log.h"
@@ -47,6 +49,7 @@ struct ControllerCounts {
   std::uint64_t lines = 0;
   std::uint64_t gcodeLines = 0;
   std::uint64_t unknownLines = 0;
+  std::uint64_t resends = 0;       // asked for
   std::uint64_t refusedLines = 0;  // while halted
   std::uint64_t flushedLines = 0;  // thrown away by a halt, no reply
   std::uint64_t halts = 0;
@@ -66,6 +69,14 @@ class Controller final : private BlockListener {
   void Halt(TimeUs nowUs);
   // Halts, and sends the alarm `text` on all links.
   void Alarm(std::string_view text, TimeUs nowUs);
+  // Feed hold: moves stop, and go on at the resume. Homing, probing and pauses that have begun run
+  // on.
+  void Hold(TimeUs nowUs) { planner_.Hold(nowUs); }
+  void ResumeHold(TimeUs nowUs);
+
+  // "<Idle|MPos:...>", the answer to a question mark.
+  std::string StatusReport(TimeUs nowUs) const;
+
   // Power off and on: the head stops where it is, and all that was queued, waiting or set is gone.
   void Restart(TimeUs nowUs);
   void Resume() { state_.halted = false; }
@@ -99,7 +110,9 @@ class Controller final : private BlockListener {
   Mechanics& Machine() { return mechanics_; }
   const Mechanics& Machine() const { return mechanics_; }
   const Recorder& Record() const { return recorder_; }
+  Recorder& Record() { return recorder_; }
   JobLog& Jobs() { return jobs_; }
+  const JobLog& Jobs() const { return jobs_; }
   const ControllerCounts& Counts() const { return counts_; }
 
  private:
@@ -108,10 +121,14 @@ class Controller final : private BlockListener {
     Gcode code;
     std::uint64_t lineId = 0;
     int link = 0;
+    std::string text;
     std::size_t bytes = 0;
     double feedMmPerMin = 0;
     double mmPerUnit = 1;
     bool absolute = true;
+    bool machine = false;  // its coordinates are those of the machine (G53)
+    ArcPlane plane = kPlaneXy;
+    bool answers = true;  // the ok to its line is due with this command
   };
   // Homing, probing or a pause. No line that waits is started before it ends.
   struct Action {
@@ -137,6 +154,11 @@ class Controller final : private BlockListener {
     bool motorsOn = true;
     bool blockMessages = false;
     bool absolute = true;
+    int motion = 0;  // G0 to G3, what words without a command go on with
+    ArcPlane plane = kPlaneXy;
+    std::array<Vec3, 6> workOffsetsMm{};  // of G54 to G59
+    std::size_t work = 0;                 // which of them holds
+    long lineNumber = 0;                  // of the last line that had one
     double mmPerUnit = 1;
     double seekMmPerMin = 4000;
     double feedMmPerMin = 4000;
@@ -155,15 +177,23 @@ class Controller final : private BlockListener {
   void TakeConfigLine(std::string_view line, std::uint64_t lineId, int link);
 
   // G-code (controller_gcode.cpp).
+  void TakeGcodeLine(std::string_view line, std::uint64_t lineId, int link, TimeUs nowUs);
+  bool TakeNumber(const NumberedLine& line, std::uint64_t lineId, int link);
   void TakeGcode(const Gcode& code, Waiting line, TimeUs nowUs);
   bool TakeMachineCode(const Waiting& line);
+  void TakeDollarLine(std::string_view line, std::uint64_t lineId, int link, TimeUs nowUs);
   void Ok(const Waiting& line);
+  const Vec3& WorkOffset() const { return state_.workOffsetsMm[state_.work]; }
   std::string SwitchReport(TimeUs nowUs) const;
   std::string PositionReport(TimeUs nowUs) const;
 
   // Motion (controller_motion.cpp).
   void StartWaiting(TimeUs nowUs);
   bool StartMove(const Waiting& line, TimeUs nowUs);
+  Vec3 EndOf(const Waiting& line) const;
+  std::optional<Arc> ArcOf(const Waiting& line, const Vec3& to) const;
+  void PushBlock(const Waiting& line, const Vec3& to, bool first, bool last, TimeUs nowUs);
+  void SelectWork(const Waiting& line);
   void StartAction(const Waiting& line, TimeUs nowUs);
   void StartHoming(std::size_t axis, TimeUs nowUs);
   void StartProbe(TimeUs nowUs);
@@ -182,6 +212,10 @@ class Controller final : private BlockListener {
   ControllerCounts counts_;
 
   std::deque<Waiting> waiting_;  // in the order in which they arrived
+  // What has been made of the line at the front so far, when it is an arc with more chords than the
+  // queue had room for.
+  std::optional<Arc> arc_;
+  std::size_t arcChord_ = 0;
   Action action_;
   Vec3 target_{};        // end of the last move taken, in the board's coordinates
   bool drained_ = true;  // the queue had to be empty since the last block

@@ -1,6 +1,7 @@
 // What the board does with the lines that are carried out in order: moves, homing, probing, and
 // what has to wait until all motion has ended.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
 
@@ -22,12 +23,21 @@ long long Steps(double mm, double stepsPerMm) {
 void Controller::StartWaiting(TimeUs nowUs) {
   while (!waiting_.empty() && !action_.active) {
     const Gcode& code = waiting_.front().code;
-    if (code.Is('G', 0) || code.Is('G', 1)) {
+    if (code.IsMotion()) {
       if (!StartMove(waiting_.front(), nowUs)) return;
       waiting_.pop_front();
       continue;
     }
-    if (!planner_.IsIdle()) return;
+    const bool offsets =
+        code.letter == 'G' && (code.number == 10 || code.number >= 54) && code.number <= 59;
+    if (offsets) {
+      const Waiting line = waiting_.front();
+      waiting_.pop_front();
+      SelectWork(line);
+      Ok(line);
+      continue;
+    }
+    if (!planner_.IsIdle() || planner_.IsHeld()) return;
     const Waiting line = waiting_.front();
     waiting_.pop_front();
     drained_ = true;
@@ -35,29 +45,75 @@ void Controller::StartWaiting(TimeUs nowUs) {
   }
 }
 
-bool Controller::StartMove(const Waiting& line, TimeUs nowUs) {
-  if (planner_.IsFull()) return false;
+Vec3 Controller::EndOf(const Waiting& line) const {
   Vec3 to = target_;
-  bool moves = false;
   for (std::size_t axis = 0; axis < 3; ++axis) {
     const auto word = line.code.Word(kAxisLetters[axis]);
     if (!word) continue;
-    to[axis] = *word * line.mmPerUnit + (line.absolute ? 0 : target_[axis]);
+    const double origin = line.machine ? 0 : WorkOffset()[axis];
+    to[axis] = *word * line.mmPerUnit + (line.absolute ? origin : target_[axis]);
+  }
+  return to;
+}
+
+std::optional<Arc> Controller::ArcOf(const Waiting& line, const Vec3& to) const {
+  if (line.code.number < 2) return std::nullopt;
+  const bool clockwise = line.code.number == 2;
+  constexpr std::array<char, 3> kCentreLetters = {'I', 'J', 'K'};
+  Vec3 centre = target_;
+  bool centred = false;
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    const auto word = line.code.Word(kCentreLetters[axis]);
+    if (!word) continue;
+    centred = true;
+    centre[axis] += *word * line.mmPerUnit;
+  }
+  if (centred) return Arc::Around(target_, to, centre, line.plane, clockwise);
+  const auto radius = line.code.Word('R');
+  if (!radius) return std::nullopt;
+  return Arc::WithRadius(target_, to, *radius * line.mmPerUnit, line.plane, clockwise);
+}
+
+bool Controller::StartMove(const Waiting& line, TimeUs nowUs) {
+  if (planner_.IsFull()) return false;
+  if (!arc_) {
+    const Vec3 to = EndOf(line);
+    arc_ = ArcOf(line, to);
+    arcChord_ = 0;
+    if (!arc_) {
+      PushBlock(line, to, true, true, nowUs);
+      return true;
+    }
+  }
+  for (; arcChord_ < arc_->Chords(); ++arcChord_) {
+    if (planner_.IsFull()) return false;
+    PushBlock(line, arc_->End(arcChord_), arcChord_ == 0, arcChord_ + 1 == arc_->Chords(), nowUs);
+  }
+  arc_.reset();
+  return true;
+}
+
+void Controller::PushBlock(const Waiting& line, const Vec3& to, bool first, bool last,
+                           TimeUs nowUs) {
+  bool moves = false;
+  for (std::size_t axis = 0; axis < 3; ++axis) {
     moves = moves || Steps(to[axis], state_.stepsPerMm[axis]) !=
                          Steps(target_[axis], state_.stepsPerMm[axis]);
   }
   Block block;
   block.from = target_;
   block.to = to;
-  block.announced = state_.blockMessages;
+  block.announced = state_.blockMessages && (moves || !setup_.silentZeroMoves);
   block.link = line.link;
   block.lineId = line.lineId;
+  block.command = line.text;
+  block.first = first;
+  block.last = last;
+  if (block.announced && first) sink_.Reply(line.link, line.lineId, "QX\r\n");
   if (!moves) {
-    if (setup_.silentZeroMoves) block.announced = false;
-    if (block.announced) sink_.Reply(line.link, line.lineId, "QX\r\n");
-    Ok(line);
+    if (last) Ok(line);
     planner_.PushNothing(block, nowUs);
-    return true;
+    return;
   }
   block.afterDrain = drained_;
   drained_ = false;
@@ -72,11 +128,33 @@ bool Controller::StartMove(const Waiting& line, TimeUs nowUs) {
   }
   target_ = to;
   state_.motorsOn = true;
-  if (block.announced) sink_.Reply(line.link, line.lineId, "QX\r\n");
   planner_.Push(block, nowUs);
   counts_.deepestQueue = std::max(counts_.deepestQueue, planner_.Size());
-  Ok(line);
-  return true;
+  if (last) Ok(line);
+}
+
+// G54 to G59 choose the offsets that hold; G10 sets some: L2 to the words, L20 so that the head
+// stands at the words.
+void Controller::SelectWork(const Waiting& line) {
+  if (line.code.number >= 54) {
+    state_.work = static_cast<std::size_t>(line.code.number - 54);
+    return;
+  }
+  const int form = static_cast<int>(line.code.Word('L').value_or(0));
+  const int place = static_cast<int>(line.code.Word('P').value_or(0));
+  if ((form != 2 && form != 20) || place < 0 ||
+      place > static_cast<int>(state_.workOffsetsMm.size())) {
+    ++counts_.unknownLines;
+    return;
+  }
+  Vec3& offset =
+      state_.workOffsetsMm[place == 0 ? state_.work : static_cast<std::size_t>(place - 1)];
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    const auto word = line.code.Word(kAxisLetters[axis]);
+    if (!word) continue;
+    const double mm = *word * line.mmPerUnit;
+    offset[axis] = form == 2 ? mm : target_[axis] - mm;
+  }
 }
 
 void Controller::StartAction(const Waiting& line, TimeUs nowUs) {
@@ -152,6 +230,7 @@ void Controller::FinishAction(TimeUs nowUs) {
   if (code.Is('G', 28)) {
     const std::size_t axis = action_.axis;
     if (!action_.found) {
+      recorder_.SetCause(line.lineId, line.text, nowUs);
       recorder_.AddMistake(Mistake::HomingFailed,
                            std::string("no switch found on ") + kAxisLetters[axis]);
       Alarm("ALARM: Homing fail\r\n", nowUs);
@@ -186,7 +265,7 @@ void Controller::Declare(const Waiting& line) {
     const auto word = line.code.Word(kAxisLetters[axis]);
     if (!word) continue;
     named = true;
-    mechanics_.Declare(axis, *word * line.mmPerUnit);
+    mechanics_.Declare(axis, *word * line.mmPerUnit + WorkOffset()[axis]);
   }
   for (std::size_t axis = 0; axis < 3 && !named; ++axis) mechanics_.Declare(axis, 0);
   target_ = mechanics_.Logical();
@@ -199,19 +278,22 @@ void Controller::MapAxes(const Waiting& line) {
   }
 }
 
-void Controller::OnBlockBegun(const Block& block, TimeUs) {
-  if (block.announced) sink_.Reply(block.link, block.lineId, "BX\r\n");
-  if (!state_.homed) recorder_.AddMistake(Mistake::MoveBeforeHoming, "move before homing");
+void Controller::OnBlockBegun(const Block& block, TimeUs nowUs) {
+  if (block.announced && block.first) sink_.Reply(block.link, block.lineId, "BX\r\n");
+  recorder_.SetCause(block.lineId, block.command, nowUs);
+  if (!state_.homed && block.first)
+    recorder_.AddMistake(Mistake::MoveBeforeHoming, "move before homing");
 }
 
 void Controller::OnNothingMoved(const Block& block, TimeUs) {
   if (!block.announced) return;
-  sink_.Reply(block.link, block.lineId, "BX\r\n");
-  sink_.Reply(block.link, block.lineId, "EX\r\n");
+  if (block.first) sink_.Reply(block.link, block.lineId, "BX\r\n");
+  if (block.last) sink_.Reply(block.link, block.lineId, "EX\r\n");
 }
 
 void Controller::OnBlockEnded(const Block& block, double seconds, TimeUs nowUs) {
   const Vec3 from = mechanics_.Logical();
+  recorder_.SetCause(block.lineId, block.command, nowUs);
   recorder_.AddMotion(from, block.to, mechanics_, state_.spindleOn, jobs_.OpenDistances());
   const std::string mark[2] = {"-", "+"};
   for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -226,7 +308,7 @@ void Controller::OnBlockEnded(const Block& block, double seconds, TimeUs nowUs) 
   mechanics_.DriveTo(block.to);
   ++counts_.blocks;
   jobs_.AddBlock(block, seconds, nowUs);
-  if (block.announced) sink_.Reply(block.link, block.lineId, "EX\r\n");
+  if (block.announced && block.last) sink_.Reply(block.link, block.lineId, "EX\r\n");
 }
 
 }  // namespace k7sim

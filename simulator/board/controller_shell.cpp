@@ -1,6 +1,7 @@
 // What the board does with lines of words, which are not G-code.
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <string>
 
 #include "board/controller.h"
@@ -77,6 +78,40 @@ void Controller::TakeConfigLine(std::string_view line, std::uint64_t lineId, int
                    : source + ": " + key + " is not in config\r\n";
   }
   sink_.Reply(link, lineId, answer);
+}
+
+void Controller::TakeDollarLine(std::string_view line, std::uint64_t lineId, int link,
+                                TimeUs nowUs) {
+  const auto answer = [&](const std::string& text) { sink_.Reply(link, lineId, text); };
+  const std::string_view word = Words(line)[0];
+  if (word == "$X") {
+    state_.halted = false;
+    answer("[Caution: Unlocked]\n");
+  } else if (word == "$G") {
+    char text[120];
+    const int plane = state_.plane == kPlaneXy ? 17 : state_.plane == kPlaneZx ? 18 : 19;
+    std::snprintf(text, sizeof text, "[GC:G%d G%zu G%d G%d G%d G94 M0 M%d M9 T0 F%.4f S%d]\n",
+                  state_.motion, 54 + state_.work, plane, state_.mmPerUnit == 1 ? 21 : 20,
+                  state_.absolute ? 90 : 91, state_.spindleOn ? 3 : 5,
+                  state_.feedMmPerMin / state_.mmPerUnit, state_.spindleLevel);
+    answer(text);
+  } else if (word == "$#") {
+    for (std::size_t i = 0; i < state_.workOffsetsMm.size(); ++i) {
+      const Vec3& offset = state_.workOffsetsMm[i];
+      char text[120];
+      std::snprintf(text, sizeof text, "[G%zu:%.4f,%.4f,%.4f]\n", 54 + i, offset[0], offset[1],
+                    offset[2]);
+      answer(text);
+    }
+  } else if (word == "$H") {
+    TakeGcodeLine("G28 Z0 G28 Y0 G28 X0", lineId, link, nowUs);
+    return;
+  } else {
+    ++counts_.unknownLines;
+    answer("error:Unsupported command - " + std::string(word) + "\r\n");
+    return;
+  }
+  answer("ok\n");
 }
 
 }  // namespace k7sim

@@ -1,5 +1,6 @@
 #include "board/gcode.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
@@ -47,15 +48,72 @@ std::optional<double> Gcode::Word(char wanted) const {
 }
 
 bool LooksLikeGcode(std::string_view line) {
-  return line.size() >= 2 && (Upper(line[0]) == 'G' || Upper(line[0]) == 'M') && IsDigit(line[1]);
+  constexpr std::string_view kCommands = "GM";
+  constexpr std::string_view kWords = "NXYZIJKRFST";
+  if (line.size() < 2) return false;
+  if (kCommands.find(Upper(line[0])) != kCommands.npos) return IsDigit(line[1]);
+  const bool number = IsDigit(line[1]) || line[1] == '-' || line[1] == '.';
+  return number && kWords.find(Upper(line[0])) != kWords.npos;
 }
 
-std::vector<Gcode> ParseGcodeLine(std::string_view line) {
+bool IsRemark(std::string_view line) {
+  return !line.empty() && (line[0] == ';' || line[0] == '(' || line[0] == '%');
+}
+
+NumberedLine TakeLineNumber(std::string_view line) {
+  NumberedLine taken;
+  taken.rest = line;
+  if (line.empty() || Upper(line[0]) != 'N') return taken;
+  std::size_t at = 1;
+  taken.number = static_cast<long>(TakeNumber(line, at));
+  const std::size_t star = line.find('*');
+  if (star != std::string_view::npos) {
+    unsigned sum = 0;
+    for (const char c : line.substr(0, star)) sum ^= static_cast<unsigned char>(c);
+    std::size_t digits = star + 1;
+    taken.intact = TakeNumber(line, digits) == static_cast<double>(sum);
+  }
+  taken.rest = line.substr(at, star == std::string_view::npos ? star : star - std::min(at, star));
+  return taken;
+}
+
+namespace {
+
+// True for commands that set a state and take no words of a motion.
+bool TakesNoMotionWords(const Gcode& code) {
+  if (code.letter != 'G') return false;
+  const int n = code.number;
+  return (n >= 17 && n <= 21) || n == 40 || n == 49 || (n >= 53 && n <= 59) || n == 61 || n == 64 ||
+         n == 80 || n == 90 || n == 91 || n == 93 || n == 94;
+}
+
+bool IsMotionWord(char letter) {
+  constexpr std::string_view kLetters = "XYZIJKRF";
+  return kLetters.find(letter) != kLetters.npos;
+}
+
+// The motion that a word belongs to when the command before it takes none: one that stands in the
+// line already and has no words yet, else the modal one. It comes last, since what is set in its
+// line holds for it.
+void PutMotionLast(std::vector<Gcode>& codes, int modal) {
+  Gcode motion{'G', modal, 0, {}};
+  for (auto code = codes.begin(); code != codes.end(); ++code) {
+    if (!code->IsMotion() || !code->words.empty()) continue;
+    motion = *code;
+    codes.erase(code);
+    break;
+  }
+  codes.push_back(motion);
+}
+
+}  // namespace
+
+std::vector<Gcode> ParseGcodeLine(std::string_view line, int modal) {
   std::vector<Gcode> codes;
   std::size_t at = 0;
   while (at < line.size()) {
     const char c = line[at];
-    if (c == ';') break;
+    if (c == ';' || c == '*') break;
     if (c == '(') {
       const std::size_t close = line.find(')', at);
       if (close == std::string_view::npos) break;
@@ -68,10 +126,14 @@ std::vector<Gcode> ParseGcodeLine(std::string_view line) {
     const char letter = Upper(c);
     const double value = TakeNumber(line, at);
     if (letter == 'G' || letter == 'M') {
-      codes.push_back({letter, static_cast<int>(value), {}});
-    } else if (!codes.empty()) {
-      codes.back().words.push_back({letter, value});
+      const int number = static_cast<int>(value);
+      const int subcode = letter == 'G' ? static_cast<int>(std::lround((value - number) * 10)) : 0;
+      codes.push_back({letter, number, subcode, {}});
+      continue;
     }
+    const bool homeless = codes.empty() || TakesNoMotionWords(codes.back());
+    if (homeless && IsMotionWord(letter)) PutMotionLast(codes, modal);
+    if (!codes.empty()) codes.back().words.push_back({letter, value});
   }
   return codes;
 }

@@ -33,6 +33,7 @@ void JobLog::AddBlock(const Block& block, double seconds, TimeUs nowUs) {
   job.motionSeconds += seconds;
   job.simulatedSeconds = SecondsFromUs(nowUs - job.startUs);
   blocks_.push_back(block);
+  blocks_.back().command.clear();  // a job may be long, and its times need no text
 }
 
 }  // namespace k7sim

@@ -77,7 +77,7 @@ void Planner::Begin(TimeUs nowUs) {
 }
 
 void Planner::Advance(TimeUs nowUs) {
-  while (!blocks_.empty() && dueUs_ <= nowUs) {
+  while (!blocks_.empty() && !IsHeld() && dueUs_ <= nowUs) {
     const TimeUs at = dueUs_;
     if (running_) {
       const Block ended = blocks_.front();
@@ -96,23 +96,41 @@ void Planner::Advance(TimeUs nowUs) {
 }
 
 TimeUs Planner::NextEvent() const {
-  return blocks_.empty() ? kNever : dueUs_;
+  return blocks_.empty() || IsHeld() ? kNever : dueUs_;
 }
 
 Vec3 Planner::PositionAt(TimeUs nowUs, const Vec3& resting) const {
   if (blocks_.empty() || !running_) return resting;
   const Block& block = blocks_.front();
-  const double done = profile_.DistanceAfter(SecondsFromUs(nowUs - beganUs_));
+  const TimeUs untilUs = std::min(nowUs, heldUs_);
+  const double done = profile_.DistanceAfter(SecondsFromUs(untilUs - beganUs_));
   return Between(block.from, block.to, done / block.lengthMm);
 }
 
+void Planner::Hold(TimeUs nowUs) {
+  if (!IsHeld()) heldUs_ = nowUs;
+}
+
+void Planner::Resume(TimeUs nowUs) {
+  if (!IsHeld()) return;
+  if (running_) {
+    beganUs_ += nowUs - heldUs_;
+    dueUs_ += nowUs - heldUs_;
+  } else if (!blocks_.empty()) {
+    dueUs_ = std::max(dueUs_, nowUs);
+  }
+  heldUs_ = kNever;
+}
+
 std::size_t Planner::Flush() {
-  const std::size_t moves = blocks_.size() + nothings_.size();
+  std::size_t lines = nothings_.size();
+  for (const Block& block : blocks_) lines += block.last ? 1 : 0;
   blocks_.clear();
   nothings_.clear();
   running_ = false;
   dueUs_ = kNever;
-  return moves;
+  heldUs_ = kNever;
+  return lines;
 }
 
 namespace {

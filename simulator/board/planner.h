@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <string>
 #include <vector>
 
 #include "board/trapezoid.h"
@@ -27,7 +28,10 @@ struct Block {
   bool announced = false;    // the host is told when it begins (BX) and ends (EX)
   int link = 0;              // where its line came from
   std::uint64_t lineId = 0;  // which line made it
-  bool afterDrain = false;   // the queue had to be empty before it
+  std::string command;       // that line
+  bool first = true;         // of the blocks that its line makes
+  bool last = true;
+  bool afterDrain = false;  // the queue had to be empty before it
 
   // Filled by the planner.
   double lengthMm = 0;
@@ -67,14 +71,20 @@ class Planner {
   // When the next block begins or ends; kNever while empty.
   TimeUs NextEvent() const;
 
-  // Feed of the running block; 0 when none runs.
-  double FeedMmPerSec() const { return running_ ? blocks_.front().feedMmPerSec : 0; }
-
   // Where the head is within the running block; `resting` when none runs.
   Vec3 PositionAt(TimeUs nowUs, const Vec3& resting) const;
 
-  // Throws every block away, the running one too, without telling the listener. The result is how
-  // many moves that were.
+  // Feed hold: the head stands at once where it is, and goes on from there. What is pushed
+  // meanwhile waits.
+  void Hold(TimeUs nowUs);
+  void Resume(TimeUs nowUs);
+  bool IsHeld() const { return heldUs_ != kNever; }
+
+  // Feed of the running block; 0 when none runs.
+  double FeedMmPerSec() const { return running_ && !IsHeld() ? blocks_.front().feedMmPerSec : 0; }
+
+  // Throws every block away, the running one too, without telling the listener, and ends a hold.
+  // The result is how many lines have lost their last block.
   std::size_t Flush();
 
  private:
@@ -96,7 +106,8 @@ class Planner {
   bool running_ = false;
   Trapezoid profile_;  // of the running block, fixed when it began
   TimeUs beganUs_ = 0;
-  TimeUs dueUs_ = kNever;  // end of the running block, or start of motion
+  TimeUs dueUs_ = kNever;   // end of the running block, or start of motion
+  TimeUs heldUs_ = kNever;  // since when; kNever: not held
 };
 
 // Highest speed through the corner between two blocks, in mm/s. It is the speed at which an arc

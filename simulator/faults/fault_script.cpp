@@ -6,6 +6,8 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "common/nearest_word.h"
+
 namespace k7sim {
 namespace {
 
@@ -45,6 +47,19 @@ bool SetAction(const json& value, FaultAction& out) {
     }
   }
   return false;
+}
+
+const std::vector<std::string> kKeys = {"line", "match", "reply", "atMs", "nth",   "count",
+                                        "do",   "ms",    "text",  "rate", "bytes", "seed"};
+
+// The nearest action, or all of them when none is near.
+std::string ActionHint(std::string_view word) {
+  const std::vector<std::string> known(std::begin(kFaultActionNames), std::end(kFaultActionNames));
+  const std::string hint = DidYouMean(word, known);
+  if (!hint.empty()) return hint;
+  std::string all = "; it is one of";
+  for (const std::string& name : known) all += (&name == &known.front() ? " " : ", ") + name;
+  return all;
 }
 
 std::optional<Fault> FaultFromJson(const json& object, std::string& error) {
@@ -88,11 +103,12 @@ std::optional<Fault> FaultFromJson(const json& object, std::string& error) {
     } else if (key == "do") {
       acts = good = SetAction(value, fault.action);
     } else {
-      error = "fault: unknown key '" + key + "' in " + fault.source;
+      error = "fault: unknown key '" + key + "' in " + fault.source + DidYouMean(key, kKeys);
       return std::nullopt;
     }
     if (!good) {
       error = "fault: bad value for '" + key + "' in " + fault.source;
+      if (key == "do" && value.is_string()) error += ActionHint(value.get<std::string>());
       return std::nullopt;
     }
   }

@@ -11,7 +11,7 @@ constexpr double kCutInches = 1e-5;       // what is shallower is the touch of a
 constexpr double kAirDepthInches = 0.01;  // depth at which the cuts of an air head are drawn
 constexpr double kPieceInches = 0.1;      // distance between depths over a plate that is not level
 constexpr double kEdgeInches = 1e-3;      // a cut this near to the edge of the plate is on it
-constexpr std::size_t kMistakeTextLimit = 50;  // the counts tell of the others
+constexpr std::size_t kFirstMistakes = 50;
 
 }  // namespace
 
@@ -29,6 +29,9 @@ void Recorder::AddMotion(const Vec3& from, const Vec3& to, const Mechanics& mech
                          Distances* job) {
   const ToolPlace a = mechanics.PlaceAt(from);
   const ToolPlace b = mechanics.PlaceAt(to);
+  hasMoved_ = true;
+  NoteNearest(a, mechanics);
+  NoteNearest(b, mechanics);
   const double flat = std::hypot(b.x - a.x, b.y - a.y);
   const double depthA = DepthAt(a, mechanics, toolOn);
   const double depthB = DepthAt(b, mechanics, toolOn);
@@ -37,6 +40,7 @@ void Recorder::AddMotion(const Vec3& from, const Vec3& to, const Mechanics& mech
     AddMistake(Mistake::DryPlunge, "plunge with the spindle off");
   }
   const bool cuts = depthA > kCutInches || depthB > kCutInches;
+  if (depthB > kCutInches && depthB > depthA && flat < kCutInches) ++plunges_;
   const TableGeometry& table = mechanics.Geometry();
   const auto beside = [&](const ToolPlace& p) {
     return p.x < -kEdgeInches || p.x > table.size[0] + kEdgeInches || p.y < -kEdgeInches ||
@@ -51,6 +55,7 @@ void Recorder::AddMotion(const Vec3& from, const Vec3& to, const Mechanics& mech
   const double pieces = mechanics.PlateSurface().IsLevel() || tool_ == ToolKind::Air
                             ? 1
                             : std::clamp(std::ceil(flat / kPieceInches), 1.0, 1000.0);
+  const double cutBefore = total_.cutInches;
   for (int i = 0; i < static_cast<int>(pieces); ++i) {
     const ToolPlace p = mechanics.PlaceAt(Between(from, to, i / pieces));
     const ToolPlace q = mechanics.PlaceAt(Between(from, to, (i + 1) / pieces));
@@ -58,6 +63,11 @@ void Recorder::AddMotion(const Vec3& from, const Vec3& to, const Mechanics& mech
     const double deepest = std::max({DepthAt(p, mechanics, toolOn), DepthAt(q, mechanics, toolOn),
                                      DepthAt(middle, mechanics, toolOn)});
     AddPiece(p, q, deepest, job);
+  }
+  // An arc is many moves of one line, and one stroke.
+  if (total_.cutInches > cutBefore && (cause_.line == 0 || cause_.line != lastCutLine_)) {
+    ++cutStrokes_;
+    lastCutLine_ = cause_.line;
   }
 }
 
@@ -81,12 +91,28 @@ void Recorder::AddPiece(const ToolPlace& a, const ToolPlace& b, double depth, Di
   if (flat > 0 || cut) strokes_.push_back({a.x, a.y, b.x, b.y, cut ? depth : 0});
 }
 
+void Recorder::SetCause(std::uint64_t line, const std::string& command, TimeUs nowUs) {
+  cause_.line = line;
+  cause_.command = command;
+  cause_.atUs = nowUs;
+}
+
 void Recorder::AddMistake(Mistake kind, const std::string& what) {
   ++mistakes_[static_cast<std::size_t>(kind)];
-  if (mistakeTexts_.size() < kMistakeTextLimit) {
-    mistakeTexts_.push_back(std::string(kMistakeNames[static_cast<std::size_t>(kind)]) + ": " +
-                            what);
-  }
+  MistakeRecord mistake = cause_;
+  mistake.kind = kind;
+  mistake.what = what;
+  if (firstMistakes_.size() < kFirstMistakes) firstMistakes_.push_back(mistake);
+  auto& first = firstOf_[static_cast<std::size_t>(kind)];
+  if (!first) first = mistake;
+  if (listener_) listener_(mistake);
+}
+
+void Recorder::NoteNearest(const ToolPlace& place, const Mechanics& mechanics) {
+  const auto surface = mechanics.PlateSurface().DepthAt(place.x, place.y);
+  if (!surface) return;
+  const double above = *surface - place.z;
+  nearest_ = nearest_ ? std::min(*nearest_, above) : above;
 }
 
 std::size_t Recorder::MistakeTotal() const {

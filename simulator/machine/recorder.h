@@ -2,9 +2,14 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "common/clock.h"
 #include "machine/mechanics.h"
 
 namespace k7sim {
@@ -33,9 +38,26 @@ inline constexpr std::size_t kMistakeKinds = 5;
 // What cuts: a spindle whose depth is the axis's own, or an air head that is either down or up.
 enum class ToolKind { Spindle, Air };
 
+// A mistake and the line that made it.
+struct MistakeRecord {
+  Mistake kind{};
+  std::string what;
+  std::uint64_t line = 0;  // number of the line received, from 1
+  TimeUs atUs = 0;         // machine time
+  std::string command;     // the line
+};
+
 class Recorder {
  public:
+  using MistakeListener = std::function<void(const MistakeRecord&)>;
+
   explicit Recorder(ToolKind tool) : tool_(tool) {}
+
+  // Is called for each mistake.
+  void SetListener(MistakeListener listener) { listener_ = std::move(listener); }
+
+  // The line behind what comes next, and the machine time of it.
+  void SetCause(std::uint64_t line, const std::string& command, TimeUs nowUs);
 
   // The head moves straight from `from` to `to`, in the board's coordinates, with the tool on or
   // off. Called before the mechanics are driven there. The distances are added to the total and,
@@ -51,22 +73,43 @@ class Recorder {
   const std::vector<Stroke>& Strokes() const { return strokes_; }
   std::size_t MistakeCount(Mistake kind) const { return mistakes_[static_cast<std::size_t>(kind)]; }
   std::size_t MistakeTotal() const;
-  const std::vector<std::string>& MistakeTexts() const { return mistakeTexts_; }
+  // The first of them, up to a limit; the counts tell of the others.
+  const std::vector<MistakeRecord>& FirstMistakes() const { return firstMistakes_; }
+  const std::optional<MistakeRecord>& FirstMistake(Mistake kind) const {
+    return firstOf_[static_cast<std::size_t>(kind)];
+  }
 
   double CutInches() const { return total_.cutInches; }
   double TravelInches() const { return total_.travelInches; }
+  ToolKind Tool() const { return tool_; }
+  bool HasMoved() const { return hasMoved_; }
   bool HasCut() const { return hasCut_; }
+  // Lines that cut along the plate, and moves straight down into it.
+  std::size_t CutStrokes() const { return cutStrokes_; }
+  std::size_t Plunges() const { return plunges_; }
+  // Least distance above the plate at the ends of all moves; nothing when there never was a plate.
+  const std::optional<double>& NearestInches() const { return nearest_; }
   double ShallowestInches() const { return shallowest_; }
   double DeepestInches() const { return deepest_; }
 
  private:
   void AddPiece(const ToolPlace& a, const ToolPlace& b, double depth, Distances* job);
+  void NoteNearest(const ToolPlace& place, const Mechanics& mechanics);
+
   ToolKind tool_;
+  MistakeListener listener_;
+  MistakeRecord cause_;  // line, time and command of what comes next
   std::vector<Stroke> strokes_;
   std::size_t mistakes_[kMistakeKinds] = {};
-  std::vector<std::string> mistakeTexts_;
+  std::vector<MistakeRecord> firstMistakes_;
+  std::optional<MistakeRecord> firstOf_[kMistakeKinds];
   Distances total_;
+  bool hasMoved_ = false;
   bool hasCut_ = false;
+  std::size_t cutStrokes_ = 0;
+  std::uint64_t lastCutLine_ = 0;
+  std::size_t plunges_ = 0;
+  std::optional<double> nearest_;
   double shallowest_ = 0;
   double deepest_ = 0;
 };

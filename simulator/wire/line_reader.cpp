@@ -15,6 +15,9 @@ LineReader::Event LineReader::Finish() {
 
 LineReader::Event LineReader::Put(char byte) {
   if (byte == kHaltByte) return Event::Halt;
+  if (byte == kStatusByte) return Event::Status;
+  if (byte == kHoldByte) return Event::Hold;
+  if (byte == kResumeByte) return Event::Resume;
   if (byte == '\r' && kind_ == WireKind::Tcp) return Event::None;
   if (byte == '\n' || byte == '\r') {
     if (discarding_) {

@@ -15,16 +15,20 @@ inline constexpr std::size_t kUsbFreeBytes = 64;    // with fewer free, the host
 inline constexpr std::size_t kUartRingBytes = 255;  // bytes beyond it are lost
 inline constexpr std::size_t kTcpLineLimit = 131;   // a longer line is split
 inline constexpr std::size_t kTcpQueuedLines = 20;  // while so many wait, no byte is read
-inline constexpr char kHaltByte = 0x18;             // halts at once, even within a line
+// These act at once, even within a line, and are no part of it.
+inline constexpr char kHaltByte = 0x18;
+inline constexpr char kStatusByte = '?';
+inline constexpr char kHoldByte = '!';
+inline constexpr char kResumeByte = '~';
 
 class LineReader {
  public:
-  enum class Event { None, Line, Halt };
+  enum class Event { None, Line, Halt, Status, Hold, Resume };
 
   explicit LineReader(WireKind kind) : kind_(kind) {}
 
   // Takes one byte. Line: `Line()` holds a line without its end until the next one is complete.
-  // Halt: the byte was the halt byte. Empty lines are passed over.
+  // Halt, Status, Hold, Resume: the byte was one that acts at once. Empty lines are passed over.
   Event Put(char byte);
 
   const std::string& Line() const { return line_; }

@@ -41,9 +41,28 @@ for standard in 17 20; do
     clang++ "${MICROSOFT[@]}" "${ALONE[@]}" "-std=c++$standard" "$WORK/host.cpp"
 done
 
+# The header for C, in both languages, and against the C++ headers.
+echo '#include "k7/driver_c.h"' >"$WORK/host.c"
+cp "$WORK/host.c" "$WORK/c_host.cpp"
+for compiler in gcc x86_64-w64-mingw32-gcc-posix clang "clang ${MICROSOFT[*]}"; do
+  # shellcheck disable=SC2086
+  check "driver_c.h alone, $compiler, C11" $compiler "${ALONE[@]}" -std=c11 "$WORK/host.c"
+done
+for compiler in g++ x86_64-w64-mingw32-g++-posix clang++ "clang++ ${MICROSOFT[*]}"; do
+  # shellcheck disable=SC2086
+  check "driver_c.h alone, $compiler, C++17" $compiler "${ALONE[@]}" -std=c++17 "$WORK/c_host.cpp"
+done
+
 # The slot number of every operation.
 readonly OPERATIONS=$HERE/operations.txt
 slots() { python3 "$HERE/slots.py" "$@"; }
+check "driver_c.h can be compared with the C++ headers" \
+  eval "python3 '$HERE/slots.py' c_header '$OPERATIONS' >'$WORK/c_header.cpp'"
+for compiler in x86_64-w64-mingw32-g++-posix "clang++ ${MICROSOFT[*]}"; do
+  # shellcheck disable=SC2086
+  check "driver_c.h has each operation in its slot, with its types, $compiler" \
+    $compiler -fsyntax-only -std=c++17 "-I$INCLUDE" -Wall -Wextra "$WORK/c_header.cpp"
+done
 check "a member pointer of each operation can be written" \
   eval "python3 '$HERE/slots.py' source '$OPERATIONS' >'$WORK/slots.cpp'"
 check "slots.cpp, Microsoft layout" \

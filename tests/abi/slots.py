@@ -1,12 +1,14 @@
 """Slot numbers of the operation table, as compilers lay it out.
 
 slots.py source OPERATIONS            a C++ source with one member pointer for each operation
+slots.py c_header OPERATIONS          a C++ source that compares driver_c.h with the C++ headers
 slots.py microsoft OPERATIONS ASM     compares clang's assembler text for the Microsoft ABI
 slots.py mingw OPERATIONS ASM         compares the assembler text of the MinGW compiler
 slots.py table OPERATIONS DLL         compares the table in the module as built
 slots.py calls OPERATIONS OBJECT      compares what each operation of the switchboard calls
 """
 
+import pathlib
 import re
 import subprocess
 import sys
@@ -28,6 +30,37 @@ def source(table):
     for name in table.values():
         print(f'extern "C" {{ extern const auto slot_{name} = &k7::IEngraver::{name}; }}')
     print(f"static_assert(k7::kOperationCount == {COUNT});")
+
+
+def c_header(table):
+    """Offset and signature of each operation, and the value of each constant."""
+    print("""\
+#include "k7/driver_c.h"
+#include "k7/engraver.h"
+
+template <typename Member>
+struct AsC;
+template <typename Class, typename Result, typename... Parameters>
+struct AsC<Result (Class::*)(Parameters...) noexcept> {
+  using Function = Result (*)(K7Device*, Parameters...);
+};
+template <typename A, typename B>
+constexpr bool kSame = false;
+template <typename A>
+constexpr bool kSame<A, A> = true;
+""")
+    for slot, name in table.items():
+        print(f"static_assert(offsetof(K7Operations, {name}) == {8 * slot});")
+        print(f"static_assert(kSame<decltype(K7Operations::{name}), "
+              f"AsC<decltype(&k7::IEngraver::{name})>::Function>);")
+    print(f"static_assert(sizeof(K7Operations) == {8 * COUNT});")
+    include = pathlib.Path(__file__).resolve().parents[2] / "include" / "k7"
+    ours = re.findall(r"inline constexpr \w+ (k\w+) = ", (include / "constants.h").read_text())
+    theirs = re.findall(r"^  (K7_\w+) = ", (include / "driver_c.h").read_text(), re.M)
+    if [name.lower() for name in ours] != ["k" + name[3:].replace("_", "").lower() for name in theirs]:
+        sys.exit("driver_c.h has other constants than constants.h")
+    for cpp, c in zip(ours, theirs):
+        print(f"static_assert(k7::{cpp} == {c});")
 
 
 def first_quads(text):
@@ -111,6 +144,8 @@ def main():
     what, table = sys.argv[1], operations(sys.argv[2])
     if what == "source":
         source(table)
+    elif what == "c_header":
+        c_header(table)
     elif what == "calls":
         compare_calls(sys.argv[2], sys.argv[3])
     elif what == "table":

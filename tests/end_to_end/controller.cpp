@@ -94,19 +94,21 @@ void Controller::Control(const std::string& command) {
 }
 
 bool Controller::HasHeard(const std::string& text) const {
-  return ReadFile(folder_ / "transcript").find(text) != std::string::npos;
+  return CountHeard(text) > 0;
+}
+
+int Controller::CountHeard(const std::string& text) const {
+  const std::string transcript = ReadFile(folder_ / "transcript");
+  int seen = 0;
+  for (std::size_t at = transcript.find(text); at != std::string::npos;
+       at = transcript.find(text, at + 1)) {
+    ++seen;
+  }
+  return seen;
 }
 
 bool Controller::WaitForTranscript(const std::string& text, int times) {
-  return WaitFor([&] {
-    const std::string transcript = ReadFile(folder_ / "transcript");
-    int seen = 0;
-    for (std::size_t at = transcript.find(text); at != std::string::npos;
-         at = transcript.find(text, at + 1)) {
-      ++seen;
-    }
-    return seen >= times;
-  });
+  return WaitFor([&] { return CountHeard(text) >= times; });
 }
 
 }  // namespace k7test

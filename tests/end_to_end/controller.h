@@ -31,6 +31,7 @@ class Controller {
   void Control(const std::string& command);
   // Whether the transcript, as written so far, holds the text.
   bool HasHeard(const std::string& text) const;
+  int CountHeard(const std::string& text) const;
   // Waits until the transcript (as written so far) holds the text, `times` times.
   bool WaitForTranscript(const std::string& text, int times = 1);
 

@@ -48,11 +48,15 @@ int Slots::Quit() {
   return process_.Wait();
 }
 
-long long Slots::ResidentKiB() const {
+int Slots::EndedBy(int seconds) {
+  return WaitFor([&] { return !process_.Running(); }, seconds) ? process_.Wait() : kRuns;
+}
+
+long long Slots::StatusNumber(const std::string& key) const {
   std::ifstream status("/proc/" + std::to_string(process_.Pid()) + "/status");
   for (std::string word; status >> word;) {
-    long long kiB = 0;
-    if (word == "VmRSS:" && status >> kiB) return kiB;
+    long long number = 0;
+    if (word == key && status >> number) return number;
   }
   return 0;
 }

@@ -26,10 +26,17 @@ class Slots {
   void Tell(const std::string& command);
   std::string Answer(int deadlineSeconds = 60);
   int Quit();
+  // The exit code of a process that ends by itself within the time; kRuns: it does not.
+  static constexpr int kRuns = -2;
+  int EndedBy(int seconds);
   // Resident memory of the driver's process in KiB; 0 when it cannot be read.
-  long long ResidentKiB() const;
+  long long ResidentKiB() const { return StatusNumber("VmRSS:"); }
+  // Its threads; 0 when it cannot be read.
+  long long Threads() const { return StatusNumber("Threads:"); }
 
  private:
+  long long StatusNumber(const std::string& key) const;
+
   Process process_;
 };
 

@@ -60,6 +60,8 @@ TEST(Control, RefusesWhatItDoesNotKnow) {
     EXPECT_FALSE(running.message.empty());
   }
   Running running;
+  running.Do("hlat");
+  EXPECT_EQ(running.message, "unknown command 'hlat'; did you mean halt? (help lists all)");
   EXPECT_EQ(running.Do(""), ControlResult::Done);
 }
 

@@ -139,6 +139,15 @@ TEST(Options, AnswerEachErrorInOneLineWithCodeTwo) {
       {"--switch", "w=1", "k7sim: --switch takes x, y, z or probe, then =1, =0 or =auto: w=1\n"},
       {"--surface", "plane:", "k7sim: surface: plane takes 1 number\n"},
       {"--fault", "match=G28", "k7sim: fault: needs a 'do': {\"match\":\"G28\"}\n"},
+      {"--fault", "lin=1,do=drop",
+       "k7sim: fault: unknown key 'lin' in {\"do\":\"drop\",\"lin\":1}; did you mean line?\n"},
+      {"--fault", "line=1,do=dorp",
+       "k7sim: fault: bad value for 'do' in {\"do\":\"dorp\",\"line\":1}; did you mean drop?\n"},
+      {"--wire", "usbb", "k7sim: --wire: takes usb, uart or tcp, not 'usbb'; did you mean usb?\n"},
+      {"--tool", "hammer", "k7sim: --tool: takes spindle or air, not 'hammer'\n"},
+      {"--spede", "5", "k7sim: unknown option --spede; did you mean --speed? (--help lists all)\n"},
+      {"--quux=1", "", "k7sim: unknown option --quux (--help lists all)\n"},
+      {"word", "", "k7sim: unexpected word 'word'; each option starts with --\n"},
   };
   for (const auto& c : kCases) {
     int exitCode = 0;
@@ -152,6 +161,23 @@ TEST(Options, AnswerEachErrorInOneLineWithCodeTwo) {
   EXPECT_FALSE(Parse({"--bogus"}, exitCode, &message));
   EXPECT_EQ(exitCode, 2);
   EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 1);
+}
+
+TEST(Options, OnlyOneFileGoesToStandardOutput) {
+  int exitCode = 0;
+  std::string message;
+  EXPECT_TRUE(Parse({"--report", "-"}, exitCode));
+  EXPECT_FALSE(Parse({"--report", "-", "--picture", "-"}, exitCode, &message));
+  EXPECT_EQ(message, "k7sim: only one of --picture, --transcript and --report can be -\n");
+}
+
+TEST(Options, PrintTheVersion) {
+  int exitCode = 9;
+  testing::internal::CaptureStdout();
+  EXPECT_FALSE(Parse({"--version"}, exitCode));
+  EXPECT_THAT(testing::internal::GetCapturedStdout(),
+              testing::MatchesRegex("k7sim [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+  EXPECT_EQ(exitCode, 0);
 }
 
 TEST(Options, HelpNamesEveryOption) {
@@ -179,6 +205,7 @@ TEST(Options, HelpNamesEveryOption) {
                              "--hard-limits",
                              "--silent-zero-moves",
                              "--switch NAME=STATE",
+                             "--version",
                              "--fault FAULT",
                              "--control PATH",
                              "--picture FILE.svg",

@@ -170,6 +170,56 @@ TEST(Program, EndsWithCodeTwoAndOneLineWhenItCannotStart) {
   EXPECT_EQ(program.Wait(), 2);
 }
 
+TEST(Program, SaysBeforeAnythingRunsThatAFileCannotBeWritten) {
+  const std::string folder = Folder();
+  for (const char* option : {"--picture", "--transcript", "--report", "--config"}) {
+    Program program({"--pty", folder + "tty", option, folder + "none/file"});
+    EXPECT_THAT(program.Output("\n"),
+                testing::MatchesRegex("k7sim: cannot write the .* to .*none/file: there is no "
+                                      "folder .*none; make it first, or name another\n"));
+    EXPECT_EQ(program.Wait(), 2);
+  }
+  Program program({"--report", folder});
+  EXPECT_THAT(program.Output("\n"), HasSubstr("that is a folder; name a file in it\n"));
+  EXPECT_EQ(program.Wait(), 2);
+}
+
+TEST(Program, SaysAtItsEndWhatHappened) {
+  Program program({"--pty", Folder() + "tty"});
+  program.Output("ready\n");
+  program.Signal(SIGTERM);
+  EXPECT_THAT(program.Output("spindle off\n"),
+              testing::MatchesRegex("nothing was cut: nothing moved, 0 errors\n.* 0 lines in, 0 "
+                                    "replies out\nhead at .*, not homed, spindle off\n"));
+  EXPECT_EQ(program.Wait(), 0);
+}
+
+// Standard output then holds the file alone; the rest goes to standard error.
+TEST(Program, WritesAFileToStandardOutputWhenAsked) {
+  const std::string folder = Folder(), out = folder + "out", errors = folder + "errors";
+  const std::string command = std::string(K7SIM_PROGRAM " --report - >") + out + " 2>" + errors +
+                              " & until grep -qs ready " + errors +
+                              "; do sleep 0.02; done; kill -TERM $!; wait $!";
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  EXPECT_THAT(Content(out), testing::StartsWith("{\n"));
+  EXPECT_THAT(Content(out), testing::EndsWith("}\n"));
+  EXPECT_THAT(Content(errors), HasSubstr("ready\nnothing was cut"));
+}
+
+TEST(Program, WritesToADeviceWithoutReplacingIt) {
+  const std::string folder = Folder();
+  ASSERT_EQ(mkfifo((folder + "pipe").c_str(), 0600), 0);
+  const UniqueFd reader(open((folder + "pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  Program program({"--pty", folder + "tty", "--report", folder + "pipe"});
+  program.Output("ready\n");
+  program.Signal(SIGTERM);
+  program.Wait();
+  EXPECT_THAT(ReadUntil(reader.Get(), "never"), testing::StartsWith("{\n"));
+  struct stat there;
+  EXPECT_EQ(lstat((folder + "pipe").c_str(), &there), 0);
+  EXPECT_TRUE(S_ISFIFO(there.st_mode));
+}
+
 TEST(Program, LeavesAFileThatIsNoLinkAlone) {
   const std::string path = Folder() + "precious";
   std::ofstream(path) << "text";

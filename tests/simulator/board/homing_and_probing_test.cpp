@@ -147,8 +147,12 @@ TEST(AxisEnds, AMoveBeyondOneIsAMistake) {
   bench.Send("G0 X-10");
   bench.PassAll();
   EXPECT_EQ(bench.board.Record().MistakeCount(Mistake::OutsideTravel), 1u);
-  EXPECT_THAT(bench.board.Record().MistakeTexts(),
-              ElementsAre("outsideTravel: beyond the end of -X"));
+  ASSERT_EQ(bench.board.Record().FirstMistakes().size(), 1u);
+  const MistakeRecord& mistake = bench.board.Record().FirstMistakes()[0];
+  EXPECT_EQ(mistake.kind, Mistake::OutsideTravel);
+  EXPECT_EQ(mistake.what, "beyond the end of -X");
+  EXPECT_EQ(mistake.line, 2u);
+  EXPECT_EQ(mistake.command, "G0 X-10");
   EXPECT_FALSE(bench.board.IsHalted());
 }
 

@@ -17,6 +17,11 @@ std::vector<std::string> Read(LineReader& reader, std::string_view bytes) {
       case LineReader::Event::Line:
         lines.push_back(reader.Line());
         break;
+      case LineReader::Event::Status:
+      case LineReader::Event::Hold:
+      case LineReader::Event::Resume:
+        lines.push_back(std::string("at once: ") + byte);
+        break;
       case LineReader::Event::Halt:
         lines.push_back("^X");
         break;
@@ -69,6 +74,12 @@ TEST(LineReader, SplitsAt131CharactersOnTcp) {
 TEST(LineReader, HearsTheHaltByteInTheMiddleOfALine) {
   LineReader reader(WireKind::Usb);
   EXPECT_THAT(Read(reader, "G0\x18 X1\n"), testing::ElementsAre("^X", "G0 X1"));
+}
+
+TEST(LineReader, HearsWhatActsAtOnceInTheMiddleOfALine) {
+  LineReader reader(WireKind::Usb);
+  EXPECT_THAT(Read(reader, "G0? X!1\n~"),
+              testing::ElementsAre("at once: ?", "at once: !", "G0 X1", "at once: ~"));
 }
 
 TEST(LineReader, ForgetsTheLineUnderWayWhenTheHostHasGone) {
