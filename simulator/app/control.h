@@ -1,7 +1,8 @@
 // Commands to a running simulator, one a line: what a person at the machine can do, and writing
-// files.
+// files. The control pipe and the page of --view both take them.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -11,18 +12,26 @@ namespace k7sim {
 
 enum class ControlResult { Done, Quit, WriteFiles, Bad };
 
-inline constexpr std::string_view kControlHelp =
-    "switch x|y|z|probe 1|0|auto   hold a switch closed or open, or let it follow the head\n"
-    "position X,Y,Z                move the head by hand, inches from the switches\n"
-    "homed 1|0                     the table counts as homed or not\n"
-    "surface WORK                  put another plate on the table, as --surface\n"
-    "send TEXT                     send TEXT as a line to every host\n"
-    "halt [TEXT]                   halt the machine, with TEXT as its alarm\n"
-    "resume                        end the halt, as M999 does\n"
-    "fault FAULT                   add a fault, as --fault\n"
-    "close [MS]                    close all links; open them again after MS milliseconds\n"
-    "report                        write report, picture and transcript now\n"
-    "quit                          write them and stop\n";
+// One command at work.
+struct ControlCall {
+  const std::string& rest;  // what follows the verb
+  Simulator& simulator;
+  TimeUs wireUs;
+  std::string& message;  // see RunControlLine
+};
+
+struct ControlCommand {
+  std::string_view verb;
+  std::string_view arguments;  // what may follow the verb
+  std::string_view help;
+  ControlResult (*run)(const ControlCall& call);
+};
+
+// All of them but `help`, in the order in which it lists them.
+std::span<const ControlCommand> ControlCommands();
+
+// Each command with its arguments, one a line.
+std::string ControlHelp();
 
 // Carries out one command. Bad: nothing has been done and `message` says why. Otherwise `message`
 // is what to print; it may be empty. Quit and WriteFiles are left to the caller.

@@ -15,7 +15,8 @@ namespace {
 constexpr const char* kAbout =
     "A simulated engraving machine: controller, motors, switches and a plate to engrave.\n"
     "Serves a pty (default) and, when asked, a TCP port, until SIGINT, SIGTERM or 'quit' on the\n"
-    "control pipe. Prints 'pty PATH', 'tcp PORT' and 'ready' when hosts may connect.\n"
+    "control pipe. Prints 'pty PATH', 'tcp PORT', 'view ADDRESS' and 'ready' when hosts may "
+    "connect.\n"
     "Exit codes: 0 stopped as asked, 2 wrong usage, or a port or a file could not be used.";
 
 // The options as texts, before they are checked and turned into the setup.
@@ -221,6 +222,11 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
   app.add_option("--control", options.controlPath, "Make a pipe for commands ('help' lists them)")
       ->type_name("PATH");
 
+  auto* view = app.add_option("--view", options.viewPort,
+                              "Show the machine on a page for a browser, on this port of\n"
+                              "the loopback (0: any free one)");
+  view->check(CLI::Range(0, 65535).description(""))->type_name("PORT");
+
   app.add_option(
          "--picture", options.picturePath,
          "Draw the plate into this SVG file at the end\n(-: standard output, for one of the "
@@ -259,6 +265,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
   }
   options.tcp = tcp->count() > 0;
   options.pty = pty->count() > 0 || !options.tcp;
+  options.view = view->count() > 0;
   std::string error = ReadGeometry(raw, machine);
   if (error.empty()) error = ReadRest(raw, options);
   if (!error.empty()) {

@@ -18,6 +18,8 @@ struct Options {
   bool tcp = false;
   int tcpPort = 0;  // 0: the system chooses a free one
   std::string controlPath;
+  bool view = false;
+  int viewPort = 0;  // 0: the system chooses a free one
   std::string picturePath;
   HomeCorner corner = HomeCorner::BottomLeft;
   std::string transcriptPath;

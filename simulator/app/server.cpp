@@ -76,8 +76,17 @@ bool Server::Start(std::string& error) {
     if (!link.port->Open(error)) return false;
   }
   if (!options_.controlPath.empty() && !control_.Open(options_.controlPath, error)) return false;
+  if (options_.view) {
+    std::vector<std::pair<int, std::string>> names;
+    if (options_.pty) names.emplace_back(links_.front().number, "pty");
+    if (options_.tcp) names.emplace_back(links_.back().number, "tcp");
+    view_ = std::make_unique<ViewFeed>(options_, simulator_, std::move(names));
+    if (!view_->Open(error)) return false;
+    transcript_.SetListener(view_.get());
+  }
   startUs_ = SteadyUs();
   for (Link& link : links_) Say() << link.port->Where() << "\n";
+  if (view_) Say() << view_->Where() << "\n";
   Say() << "ready" << std::endl;
   return true;
 }
@@ -108,6 +117,7 @@ bool Server::Run(std::string& error) {
   constexpr int kMostRounds = 1000;
   for (int round = 0; round < kMostRounds && ServeAll(); ++round) simulator_.Run(WireNow());
   const bool written = WriteFiles(error);
+  if (view_) view_->End(WireNow());
   Say() << Summary(simulator_) << std::flush;
   return written;
 }
@@ -140,20 +150,27 @@ bool Server::Serve(Link& link) {
   return !bytes.empty();
 }
 
+bool Server::RunControl(const std::string& line, bool& quit, std::string& message) {
+  const ControlResult result = RunControlLine(line, simulator_, WireNow(), message);
+  transcript_.Note("control: " + line);
+  if (result == ControlResult::Quit) quit = true;
+  if (result == ControlResult::WriteFiles) return WriteFiles(message);
+  return result != ControlResult::Bad;
+}
+
 void Server::ServeControl(bool& quit) {
   for (std::string line; control_.TakeLine(line);) {
     std::string message;
-    const ControlResult result = RunControlLine(line, simulator_, WireNow(), message);
-    transcript_.Note("control: " + line);
-    if (result == ControlResult::Quit) quit = true;
-    if (result == ControlResult::WriteFiles && !WriteFiles(message)) {
-      std::cerr << "k7sim: " << message << "\n";
-    } else if (result == ControlResult::Bad) {
+    if (!RunControl(line, quit, message)) {
       std::cerr << "k7sim: control: " << message << "\n";
     } else if (!message.empty()) {
       Say() << message << std::flush;
     }
   }
+  if (!view_) return;
+  view_->Serve([&](const std::string& line,
+                   std::string& message) { return RunControl(line, quit, message); },
+               WireNow());
 }
 
 void Server::CloseAndReopen(TimeUs nowUs) {
@@ -185,6 +202,10 @@ void Server::Wait(TimeUs nowUs) {
     if (!simulator_.Ready(link.number, nowUs).empty()) wanted |= POLLOUT;
     if (wanted != 0) fds.push_back({link.port->DataFd(), wanted, 0});
     due = std::min(due, link.reopenUs);
+  }
+  if (view_) {
+    fds.push_back({view_->WakeFd(), POLLIN, 0});
+    due = std::min(due, view_->NextDue());
   }
   const TimeUs waitUs = due == kNever ? kNever : std::max<TimeUs>(0, due - nowUs);
   timespec time{};

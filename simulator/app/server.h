@@ -8,6 +8,7 @@
 
 #include "app/options.h"
 #include "app/simulator.h"
+#include "app/view_feed.h"
 #include "wire/control_pipe.h"
 #include "wire/port.h"
 
@@ -39,6 +40,9 @@ class Server {
   bool ServeAll();
   bool Serve(Link& link);
   void ServeControl(bool& quit);
+  // Carries out a control line of the pipe or of the page. False when it was no good; `message` is
+  // what to tell its sender in either case.
+  bool RunControl(const std::string& line, bool& quit, std::string& message);
   void CloseAndReopen(TimeUs nowUs);
   bool TakeSignal() const;
   bool WriteFiles(std::string& error);
@@ -48,6 +52,7 @@ class Server {
   Simulator simulator_;
   std::vector<Link> links_;
   ControlPipe control_;
+  std::unique_ptr<ViewFeed> view_;  // null without --view
   UniqueFd signals_;
   TimeUs startUs_ = 0;
 };

@@ -48,6 +48,7 @@ void Transcript::Note(std::string_view text) {
 }
 
 void Transcript::Write(char mark, std::string_view link, std::string_view text) {
+  if (listener_) listener_->OnTranscriptLine(machineUs_, mark, link, text);
   if (!out_) return;
   if (times_ != TranscriptTimes::Off) {
     const TimeUs us = times_ == TranscriptTimes::Machine ? machineUs_ : wireUs_;

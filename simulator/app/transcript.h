@@ -12,6 +12,14 @@ namespace k7sim {
 
 enum class TranscriptTimes { Machine, Wire, Off };
 
+// Is told of each line of the transcript as it passes, whether or not there is a file.
+class TranscriptListener {
+ public:
+  virtual ~TranscriptListener() = default;
+  virtual void OnTranscriptLine(TimeUs machineUs, char mark, std::string_view link,
+                                std::string_view text) = 0;
+};
+
 class Transcript {
  public:
   explicit Transcript(TranscriptTimes times = TranscriptTimes::Machine) : times_(times) {}
@@ -20,6 +28,9 @@ class Transcript {
   bool Open(const std::string& path);
   // Writes to standard output instead.
   void OpenStandardOutput() { out_ = &std::cout; }
+
+  // One listener, or null. It stays as long as lines come.
+  void SetListener(TranscriptListener* listener) { listener_ = listener; }
 
   void SetTime(TimeUs machineUs, TimeUs wireUs);
 
@@ -43,6 +54,7 @@ class Transcript {
 
   TranscriptTimes times_;
   std::ofstream file_;
+  TranscriptListener* listener_ = nullptr;
   std::ostream* out_ = nullptr;  // null: nothing is written
   TimeUs machineUs_ = 0;
   TimeUs wireUs_ = 0;

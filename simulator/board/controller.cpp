@@ -61,7 +61,10 @@ void Controller::Halt(TimeUs nowUs) {
   StopMotion(nowUs);
   state_.spindleOn = false;
   state_.outputOn = false;
-  if (!state_.halted) ++counts_.halts;
+  if (!state_.halted) {
+    ++counts_.halts;
+    state_.alarm.clear();
+  }
   state_.halted = true;
 }
 
@@ -82,6 +85,7 @@ void Controller::Restart(TimeUs nowUs) {
 
 void Controller::Alarm(std::string_view text, TimeUs nowUs) {
   Halt(nowUs);
+  state_.alarm = text;
   sink_.Reply(kAllLinks, 0, text);
 }
 
@@ -93,6 +97,12 @@ Vec3 Controller::PositionMm(TimeUs nowUs) const {
     return Between(action_.from, action_.to, fraction);
   }
   return planner_.PositionAt(nowUs, mechanics_.Logical());
+}
+
+double Controller::FeedMmPerSec() const {
+  if (!action_.active) return planner_.FeedMmPerSec();
+  const double seconds = SecondsFromUs(action_.endsUs - action_.beganUs);
+  return seconds > 0 ? Length(action_.to - action_.from) / seconds : 0;
 }
 
 TimeUs Controller::NextEvent() const {

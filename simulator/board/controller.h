@@ -94,6 +94,8 @@ class Controller final : private BlockListener {
   bool IsIdle() const { return planner_.IsIdle() && waiting_.empty() && !action_.active; }
 
   bool IsHalted() const { return state_.halted; }
+  // The alarm of the last halt; empty when it had none.
+  const std::string& AlarmText() const { return state_.alarm; }
   bool IsHomed() const { return state_.homed; }
   void SetHomed(bool homed) { state_.homed = homed; }
   bool SpindleOn() const { return state_.spindleOn; }
@@ -102,6 +104,8 @@ class Controller final : private BlockListener {
   bool MotorsOn() const { return state_.motorsOn; }
   bool BlockMessages() const { return state_.blockMessages; }
   Vec3 PositionMm(TimeUs nowUs) const;  // in the board's own coordinates
+  std::size_t QueuedBlocks() const { return planner_.Size(); }
+  double FeedMmPerSec() const;  // of the move that runs, on average for homing and probing
 
   Mechanics& Machine() { return mechanics_; }
   const Mechanics& Machine() const { return mechanics_; }
@@ -141,6 +145,7 @@ class Controller final : private BlockListener {
   // What the board knows only while it is powered: a restart makes it afresh.
   struct State {
     bool halted = false;
+    std::string alarm;  // of the last halt; empty: it had none
     bool homed = false;
     bool spindleOn = false;
     int spindleLevel = 0;

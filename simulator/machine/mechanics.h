@@ -75,6 +75,8 @@ class Mechanics {
 
   void ForceSwitch(std::size_t axis, SwitchForce force) { switches_[axis] = force; }
   void ForceProbe(SwitchForce force) { probe_ = force; }
+  SwitchForce ForceOfSwitch(std::size_t axis) const { return switches_[axis]; }
+  SwitchForce ForceOfProbe() const { return probe_; }
 
   const TableGeometry& Geometry() const { return geometry_; }
   const Surface& PlateSurface() const { return surface_; }

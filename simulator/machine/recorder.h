@@ -67,6 +67,9 @@ class Recorder {
 
   void AddMistake(Mistake kind, const std::string& what);
 
+  // Inches into the plate of a tool at this place; 0 or less above it.
+  double DepthAt(const ToolPlace& place, const Mechanics& mechanics, bool toolOn) const;
+
   const std::vector<Stroke>& Strokes() const { return strokes_; }
   std::size_t MistakeCount(Mistake kind) const { return mistakes_[static_cast<std::size_t>(kind)]; }
   std::size_t MistakeTotal() const;
@@ -91,7 +94,6 @@ class Recorder {
 
  private:
   void AddPiece(const ToolPlace& a, const ToolPlace& b, double depth, Distances* job);
-  double DepthAt(const ToolPlace& place, const Mechanics& mechanics, bool toolOn) const;
   void NoteNearest(const ToolPlace& place, const Mechanics& mechanics);
 
   ToolKind tool_;

@@ -25,7 +25,7 @@ STOREYS = {
         "ui/settings",
         "module",
     ],
-    "simulator": ["common", "machine", "board", "wire", "faults", "app"],
+    "simulator": ["common", "machine", "board", "wire", "faults", "view", "app"],
 }
 
 # The reference host shows what a host can do with include/k7 alone. One of its rooms looks into the

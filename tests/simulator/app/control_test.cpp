@@ -39,7 +39,17 @@ TEST(Control, WorksTheMachineByHand) {
   EXPECT_EQ(running.Do("report"), ControlResult::WriteFiles);
   EXPECT_EQ(running.Do("quit"), ControlResult::Quit);
   EXPECT_EQ(running.Do("help"), ControlResult::Done);
-  EXPECT_EQ(running.message, kControlHelp);
+  EXPECT_EQ(running.message, ControlHelp());
+}
+
+TEST(Control, ListsEachCommandInTheHelp) {
+  EXPECT_TRUE(ControlHelp().starts_with(
+      "switch x|y|z|probe 1|0|auto   hold a switch closed or open, or let it follow the head\n"
+      "position X,Y,Z                move the head by hand, inches from the switches\n"));
+  for (const ControlCommand& command : ControlCommands()) {
+    EXPECT_NE(("\n" + ControlHelp()).find("\n" + std::string(command.verb) + " "),
+              std::string::npos);
+  }
 }
 
 TEST(Control, RefusesWhatItDoesNotKnow) {

@@ -1,0 +1,10 @@
+// The page: HTML, style and script in one text, which is page.html.
+#pragma once
+
+#include <string_view>
+
+namespace k7sim {
+
+extern const std::string_view kPage;
+
+}  // namespace k7sim
