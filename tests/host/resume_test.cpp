@@ -1,4 +1,5 @@
 #include "core/resume.h"
+#include "drawing/hpgl.h"
 
 #include <gtest/gtest.h>
 
