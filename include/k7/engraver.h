@@ -164,8 +164,8 @@ class IEngraver : public ISurface {
   // first. The link itself stays the caller's to close. Without a record: nothing. Never from a
   // notification callback. [host]
   virtual void AttachLink(LinkHandle link, uint32_t linkType, const wchar_t* portName) noexcept = 0;
-  // 77: 1 once the controller has answered. It stays 1 when the link is lost or the controller falls
-  // silent; ask CheckAlive (39) for that. Without a record: 0. [any]
+  // 77: 1 once the controller has answered. It stays 1 when the link is lost or the controller
+  // falls silent; ask CheckAlive (39) for that. Without a record: 0. [any]
   virtual uint8_t IsConnected() noexcept = 0;
   // 78: forgets the identity (sixteen zeros), so that the next query asks the controller. Without a
   // record: nothing. [host]

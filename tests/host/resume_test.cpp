@@ -1,9 +1,9 @@
 #include "core/resume.h"
-#include "drawing/hpgl.h"
 
 #include <gtest/gtest.h>
 
 #include "core/job_summary.h"
+#include "drawing/hpgl.h"
 
 namespace k7host {
 namespace {
