@@ -83,6 +83,8 @@ TEST(Soak, ConnectsDialogsAndJogsLeaveNothingBehind) {
   MakeProfiles(kProfiles);
   std::vector<double> openMs;
   InTenths("dialogs", connects / 5, slots, [&] {
+    // Else the dialog may close at its first look.
+    ASSERT_TRUE(WaitFor([&] { return slots.Ask("alive") == "1"; }));
     const auto start = std::chrono::steady_clock::now();
     slots.Tell("settings 0 1");
     ASSERT_EQ(desk.Ask("dialog-wait K7 System Controller"), "open");

@@ -17,6 +17,8 @@ namespace {
 
 constexpr DWORD kWatchMs = 200;
 constexpr std::int32_t kPathCapacity = 520;
+constexpr int kLifeTries = 20;
+constexpr DWORD kLifeMs = 50;
 
 std::string LinkName(std::uint32_t type) {
   return type == k7::kLinkSerial ? "serial" : type == k7::kLinkTcp ? "tcp" : "none";
@@ -219,6 +221,10 @@ int RunGoTo(const Arguments& arguments) {
 
 std::int64_t ShowSettings(Session& session, bool beforeJob, bool allowRun) {
   const WaitingFor waiting(Waiting::Dialog);
+  // The dialog closes at its first look when the last sign of life is older than two seconds.
+  for (int i = 0; i < kLifeTries && session.Device().CheckAlive() == 0; ++i) {
+    session.Window().Wait(kLifeMs);
+  }
   const std::int64_t result = session.Device().ShowSettingsDialog(
       session.Window().Handle(), beforeJob ? 1 : 0, allowRun ? 1 : 0, 0, 1);
   // The dialog asks for signs of life all the time, so that there is a recent one.

@@ -76,7 +76,8 @@ Job Prepare(Session& session, const Arguments& arguments, Drawing& drawing) {
     return job;
   }
   if (arguments.fromStroke != 0) job.options.firstStroke = arguments.fromStroke;
-  if (EstimateJob(session.Device(), job.plan, job.options.passes) > kLongestJobSeconds) {
+  const std::uint32_t runSeconds = EstimateJob(session.Device(), job.plan, job.options.passes);
+  if (runSeconds > kLongestJobSeconds) {
     job.exitCode =
         Fail(kExitUsage,
              "the job would take years: in section [Engrave Settings] \"Traverse Speed\" "
@@ -88,7 +89,7 @@ Job Prepare(Session& session, const Arguments& arguments, Drawing& drawing) {
                    ", passes " + std::to_string(job.options.passes) + ", " +
                    ExtentText(job.plan, table) + " inches");
   job.options.estimateSeconds =
-      EstimateAndPrint(session, job.plan, table, job.options, arguments.home);
+      EstimateAndPrint(session, job.plan, table, job.options, arguments.home, runSeconds);
   job.exitCode = WritePreview(arguments, job.plan, table);
   return job;
 }

@@ -132,8 +132,9 @@ void ArrangeStrokes(Session& session, const Arguments& arguments, Drawing& drawi
 }
 
 std::uint32_t EstimateAndPrint(Session& session, const JobPlan& plan, const Table& table,
-                               const JobOptions& options, bool homesFirst) {
-  std::uint32_t seconds = EstimateJob(session.Device(), plan, options.passes);
+                               const JobOptions& options, bool homesFirst,
+                               std::uint32_t runSeconds) {
+  std::uint32_t seconds = runSeconds;
   const std::optional<MachineNow> machine = ReadMachine(session, homesFirst);
   if (seconds == 0 || !machine) {
     Print("estimate",

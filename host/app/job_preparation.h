@@ -19,10 +19,12 @@ std::int64_t ShowSettingsWithColours(Session& session, Drawing& drawing);
 // and shorter ways first, if the user wants it. Prints what that saves. [host]
 void ArrangeStrokes(Session& session, const Arguments& arguments, Drawing& drawing);
 
-// Estimates the job, from where the head stands or, with `homesFirst`, from the limit switches;
-// prints the estimate and returns it: seconds, 0 for unknown. [host]
+// Estimates the job, from where the head stands or, with `homesFirst`, from the limit switches, on
+// top of what the driver says of its travels and cuts (`runSeconds`, 0 for unknown); prints the
+// estimate and returns it: seconds, 0 for unknown. [host]
 std::uint32_t EstimateAndPrint(Session& session, const JobPlan& plan, const Table& table,
-                               const JobOptions& options, bool homesFirst);
+                               const JobOptions& options, bool homesFirst,
+                               std::uint32_t runSeconds);
 
 // Writes the preview that the arguments ask for, if any. An exit code, explained when it is not
 // kExitOk.

@@ -125,8 +125,8 @@ TEST_F(HostCommand, GotoTravelsToAPlaceOnTheTable) {
 // Each is a process of its own. The second finds the head at its lift, and asks for a move that
 // moves nothing.
 TEST_F(HostCommand, GotoTwiceInARowArrivesTwice) {
-  EXPECT_EQ(Host({"goto", "2", "2"}), "position: 2.000 2.000\n");
-  EXPECT_EQ(Host({"goto", "3", "3"}), "position: 3.000 3.000\n");
+  EXPECT_EQ(Host({"goto", "2", "2"}), "position: 2.000 2.000 inches\n");
+  EXPECT_EQ(Host({"goto", "3", "3"}), "position: 3.000 3.000 inches\n");
   EXPECT_NEAR(controller.Number("positionInches.x"), 4 + 3, 0.001);
 }
 
@@ -218,6 +218,7 @@ TEST_P(HostSettings, OpensTheDialogAndPrintsItsResult) {
   std::istringstream split(run.command);
   for (std::string word; split >> word;) words.push_back(word);
   Slots desk;
+  desk.Ask("dialog-enabled 2");  // it has found its display by then
   Process host(words, Places::Get().windowsPrograms);
   ASSERT_EQ(desk.Ask(kWaitForDialog), "open") << host.ReadAll(1);
   EXPECT_EQ(desk.Ask(std::string("dialog-enabled ") + kRunJob), run.runEnabled);

@@ -70,6 +70,8 @@ const Commands& DeviceCommands() {
          return Text(static_cast<long long>(d.device->GetXStepsPerUnit())) + " " +
                 Text(static_cast<long long>(d.device->GetYStepsPerUnit()));
        }},
+      // alive: asks for a sign of life, which the next such question sees.
+      {"alive", [](Driver& d, const Words&) { return Text(d.device->CheckAlive()); }},
       // settings MODE ALLOW_RUN: answers when the dialog has closed.
       {"settings",
        [](Driver& d, const Words& w) {
