@@ -59,7 +59,7 @@ class Writer {
     for (const Move& move : plan_.moves) {
       const std::string to = Point(move.xSteps, move.ySteps);
       if (move.kind == MoveKind::Travel) {
-        travels += "M" + here + "L" + to;
+        travels.append("M").append(here).append("L").append(to);
       } else {
         if (cut_.empty()) BeginStroke(here);
         cut_ += "L" + to;

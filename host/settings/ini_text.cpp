@@ -1,6 +1,7 @@
 #include "settings/ini_text.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <type_traits>
 
@@ -107,7 +108,8 @@ std::optional<std::u16string> IniText::Units(std::string_view text) const {
   std::u16string units;
   if (utf16_) {
     for (const wchar_t wide : WideText(text)) {
-      const std::uint32_t c = static_cast<std::make_unsigned_t<wchar_t>>(wide);
+      // Through the unsigned type of the same width: a wide character may be signed.
+      const auto c = std::uint32_t{std::bit_cast<std::make_unsigned_t<wchar_t>>(wide)};
       if (c >= 0x10000) {
         units += static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10));
         units += static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF));

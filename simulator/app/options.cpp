@@ -132,7 +132,7 @@ CLI::Validator Choice(const std::vector<std::string>& words) {
 std::string UnknownWord(const CLI::App& app) {
   const std::string word = app.remaining().empty() ? "" : app.remaining().front();
   const std::string name = word.substr(0, word.find('='));
-  if (name.rfind("-", 0) != 0) return "unexpected word '" + word + "'; each option starts with --";
+  if (!name.starts_with('-')) return "unexpected word '" + word + "'; each option starts with --";
   std::vector<std::string> known;
   for (const CLI::Option* option : app.get_options()) known.push_back(option->get_lnames()[0]);
   const std::string nearest =

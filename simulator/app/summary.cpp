@@ -1,6 +1,5 @@
 #include "app/summary.h"
 
-#include <cstdarg>
 #include <cstdio>
 
 namespace k7sim {
@@ -14,12 +13,9 @@ constexpr const char* kMistakePhrases[kMistakeKinds][2] = {
     {"plunge with the spindle off", "plunges with the spindle off"},
     {"homing that found no switch", "homings that found no switch"}};
 
-[[gnu::format(printf, 1, 2)]] std::string Format(const char* format, ...) {
-  char text[256];
-  va_list values;
-  va_start(values, format);
-  std::vsnprintf(text, sizeof text, format, values);
-  va_end(values);
+std::string Decimal(double value, int decimals) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.*f", decimals, value);
   return text;
 }
 
@@ -28,9 +24,9 @@ std::string Count(std::uint64_t count, const char* one, const char* several) {
 }
 
 std::string WhatWasCut(const Recorder& record) {
-  const std::string depth = Format(", %.3f in deep", record.DeepestInches());
+  const std::string depth = ", " + Decimal(record.DeepestInches(), 3) + " in deep";
   if (record.CutStrokes() > 0) {
-    return Format("cut %.1f in, ", record.CutInches()) +
+    return "cut " + Decimal(record.CutInches(), 1) + " in, " +
            Count(record.CutStrokes(), "stroke", "strokes") + depth;
   }
   if (record.Plunges() > 0) return "drilled " + Count(record.Plunges(), "hole", "holes") + depth;
@@ -43,7 +39,7 @@ std::string WhyNothing(const Recorder& record) {
   if (!record.HasMoved()) return "nothing moved";
   if (record.Tool() == ToolKind::Air) return "the air head was never on while the machine moved";
   if (!record.NearestInches()) return "no plate is on the table";
-  return Format("the tool came no nearer to the plate than %.3f in", *record.NearestInches());
+  return "the tool came no nearer to the plate than " + Decimal(*record.NearestInches(), 3) + " in";
 }
 
 std::string Mistakes(const Recorder& record) {
@@ -73,15 +69,14 @@ std::string Summary(const Simulator& simulator) {
   } else {
     text += (why.empty() ? "" : ": " + why) + ", 0 errors";
   }
-  text += "\n" + Format("%.1f s of machine time, ", SecondsFromUs(simulator.MachineNow())) +
+  text += "\n" + Decimal(SecondsFromUs(simulator.MachineNow()), 1) + " s of machine time, " +
           Count(board.Jobs().Records().size(), "job", "jobs") + ", " +
-          Count(board.Counts().blocks, "move", "moves") +
-          Format(", %.1f in of travel; ", record.TravelInches()) +
-          Count(simulator.LinesReceived(), "line", "lines") + " in, " +
+          Count(board.Counts().blocks, "move", "moves") + ", " + Decimal(record.TravelInches(), 1) +
+          " in of travel; " + Count(simulator.LinesReceived(), "line", "lines") + " in, " +
           Count(simulator.RepliesSent(), "reply", "replies") + " out";
   const ToolPlace at = board.Machine().PlaceAt(board.PositionMm(simulator.MachineNow()));
-  text += "\n" + Format("head at X %.3f Y %.3f Z %.3f in, ", at.x, at.y, at.z) +
-          (board.IsHomed() ? "homed" : "not homed") +
+  text += "\nhead at X " + Decimal(at.x, 3) + " Y " + Decimal(at.y, 3) + " Z " + Decimal(at.z, 3) +
+          " in, " + (board.IsHomed() ? "homed" : "not homed") +
           (board.SpindleOn() ? ", spindle on" : ", spindle off");
   if (board.IsHalted()) text += ", halted";
   if (board.Counts().restarts > 0) {

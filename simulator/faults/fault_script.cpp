@@ -55,7 +55,7 @@ const std::vector<std::string> kKeys = {"line", "match", "reply", "atMs", "nth",
 // The nearest action, or all of them when none is near.
 std::string ActionHint(std::string_view word) {
   const std::vector<std::string> known(std::begin(kFaultActionNames), std::end(kFaultActionNames));
-  const std::string hint = DidYouMean(word, known);
+  std::string hint = DidYouMean(word, known);
   if (!hint.empty()) return hint;
   std::string all = "; it is one of";
   for (const std::string& name : known) all += (&name == &known.front() ? " " : ", ") + name;
