@@ -28,12 +28,14 @@ std::string Text(const Held& held) {
          std::to_string(held.memoryKiB) + " KiB";
 }
 // One or two handles may be open for a moment, as may the thread of a call that has just ended.
-void ExpectNoGrowth(const Held& before, const Held& after) {
+// A dialog's list of thousands leaves its pages with the heap for a while: up to 2 MiB, up and
+// down.
+void ExpectNoGrowth(const Held& before, const Held& after, long long slackKiB = 512) {
   ASSERT_GT(after.handles, 0);
   ASSERT_GT(after.memoryKiB, 1000);
   EXPECT_LE(after.handles, before.handles + 2);
   EXPECT_LE(after.threads, before.threads + 1);
-  EXPECT_LE(after.memoryKiB, before.memoryKiB + 512);
+  EXPECT_LE(after.memoryKiB, before.memoryKiB + slackKiB);
 }
 
 int Wanted(const char* variable, int otherwise) {
@@ -43,7 +45,7 @@ int Wanted(const char* variable, int otherwise) {
 
 // Does a tenth of `count` ten times; the first is what the others are compared with.
 template <typename Once>
-void InTenths(const char* what, int count, Slots& slots, Once once) {
+void InTenths(const char* what, int count, Slots& slots, Once once, long long slackKiB = 512) {
   Held first{};
   for (int tenth = 0; tenth < 10; ++tenth) {
     for (int i = 0; i < count / 10; ++i) ASSERT_NO_FATAL_FAILURE(once());
@@ -51,7 +53,7 @@ void InTenths(const char* what, int count, Slots& slots, Once once) {
     std::printf("%7d %s: %s\n", (tenth + 1) * (count / 10), what, Text(held).c_str());
     std::fflush(stdout);
     if (tenth == 0) first = held;
-    ExpectNoGrowth(first, held);
+    ExpectNoGrowth(first, held, slackKiB);
   }
 }
 
@@ -82,18 +84,21 @@ TEST(Soak, ConnectsDialogsAndJogsLeaveNothingBehind) {
   constexpr int kProfiles = 2000;
   MakeProfiles(kProfiles);
   std::vector<double> openMs;
-  InTenths("dialogs", connects / 5, slots, [&] {
-    // Else the dialog may close at its first look.
-    ASSERT_TRUE(WaitFor([&] { return slots.Ask("alive") == "1"; }));
-    const auto start = std::chrono::steady_clock::now();
-    slots.Tell("settings 0 1");
-    ASSERT_EQ(desk.Ask("dialog-wait K7 System Controller"), "open");
-    openMs.push_back(
-        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-            .count());
-    ASSERT_EQ(desk.Ask("dialog-press 2"), "closed");
-    ASSERT_EQ(slots.Answer(), "2");
-  });
+  InTenths(
+      "dialogs", connects / 5, slots,
+      [&] {
+        // Else the dialog may close at its first look.
+        ASSERT_TRUE(WaitFor([&] { return slots.Ask("alive") == "1"; }));
+        const auto start = std::chrono::steady_clock::now();
+        slots.Tell("settings 0 1");
+        ASSERT_EQ(desk.Ask("dialog-wait K7 System Controller"), "open");
+        openMs.push_back(
+            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
+                .count());
+        ASSERT_EQ(desk.Ask("dialog-press 2"), "closed");
+        ASSERT_EQ(slots.Answer(), "2");
+      },
+      2048);
   std::nth_element(openMs.begin(), openMs.begin() + openMs.size() / 2, openMs.end());
   const double medianMs = openMs[openMs.size() / 2];
   std::printf("with %d profiles the dialog opens in %.0f ms (median)\n", kProfiles, medianMs);

@@ -77,16 +77,6 @@ const Commands& DeviceCommands() {
        [](Driver& d, const Words& w) {
          return Text(d.device->ShowSettingsDialog(nullptr, Number(w, 1), Number(w, 2), 0, 1));
        }},
-      {"handles",
-       [](Driver&, const Words&) {
-         // By asking for each: not every platform keeps a count.
-         int count = 0;
-         for (std::uintptr_t value = 4; value < 0x20000; value += 4) {
-           DWORD flags = 0;
-           if (GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags)) ++count;
-         }
-         return Text(count);
-       }},
       // strokes N SEED: a job's worth of N random strokes, each a travel and three cuts.
       {"strokes",
        [](Driver& d, const Words& w) {
