@@ -169,7 +169,9 @@ TEST(LostLink, AStoppedReaderEndsTheWaitAtOnce) {
   machine->job.linesInFlight.Set(32);
   const HostCall host{[&] { SendMove(*machine, {.x = 2000}); }};
   ASSERT_TRUE(host.Waits());
-  machine->link.lost = 1;  // as the sender of a line whose write has failed does
+  // As the sender of a line whose write has failed does.
+  machine->link.readerRun = 0;
+  machine->link.lost = 1;
   TellNews(machine->link);
   EXPECT_TRUE(host.Returns());
 }
