@@ -15,8 +15,10 @@ class KeepCurrentDirectory {
     const DWORD capacity = GetCurrentDirectoryW(0, nullptr);
     if (capacity == 0) return;
     path_.reset(new (std::nothrow) wchar_t[capacity]);
+    if (!path_) return;
     // Another thread may have changed it to a longer one meanwhile.
-    if (path_ && GetCurrentDirectoryW(capacity, path_.get()) >= capacity) path_.reset();
+    const DWORD length = GetCurrentDirectoryW(capacity, path_.get());
+    if (length == 0 || length >= capacity) path_.reset();
   }
   ~KeepCurrentDirectory() {
     if (path_) SetCurrentDirectoryW(path_.get());
