@@ -49,6 +49,13 @@ TEST(ClassifyReply, TheFirstRowOfTheTableWinsNotTheFirstTextOfTheLine) {
   EXPECT_EQ(ClassifyReply("BX\r\nQX\r\n"), ReplyKind::Queued);
 }
 
+// One made-up identity in some four hundred: its controller is not found again.
+TEST(ClassifyReply, TakesAnIdentityThatEndsLikeAReportForThatReport) {
+  EXPECT_EQ(ClassifyReply("sd: controller_id is set to 5U5GMKP90RVLZWQX\r\n"), ReplyKind::Queued);
+  EXPECT_EQ(ClassifyReply("sd: controller_id is set to 5U5GMKP90RVLZWBX\r\n"), ReplyKind::Begun);
+  EXPECT_EQ(ClassifyReply("sd: controller_id is set to 5U5GMKP90RVLZWEX\r\n"), ReplyKind::Ended);
+}
+
 TEST(ClassifyReply, WantsTheLineEndWhereTheTextHasIt) {
   for (const char* line : {"QX", "QX\n", "BX\n", "EX\r", "SendBlockMessagesOn\n",
                            "SendBlockMessagesOff\n", "SmoothieIsConnected\n", "TableIsHomedTRUE\n",
