@@ -72,6 +72,7 @@ struct LinkState {
   void* readerWake = nullptr;  // auto-reset event: the reader is to look at readerRun now
   void* newsEvent = nullptr;  // auto-reset event: the reader has changed what somebody may wait for
   Polled<std::int32_t> newsWaiters{0};  // threads that wait for newsEvent
+  Polled<std::uint8_t> newsTold{0};     // 1: newsEvent is signalled, and nobody has woken since
   // The write side: one line at a time. Made by attach, ended by detach. The one lock that is held
   // across input and output.
   Guarded<WriteQueue*> writeQueue{nullptr};

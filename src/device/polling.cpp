@@ -113,11 +113,12 @@ void Pause(const LinkState& link, std::uint32_t ms) noexcept {
 
 void NewsWaiter::Round() noexcept {
   Block(link_.newsEvent, kSecondLookMs);
+  link_.newsTold = 0;  // before the caller looks: what changes from here on is told anew
   traced_.Look();
 }
 
-void TellNews(const LinkState& link) noexcept {
-  if (link.newsWaiters > 0) SetEvent(link.newsEvent);
+void TellNews(LinkState& link) noexcept {
+  if (link.newsWaiters > 0 && link.newsTold.Exchange(1) == 0) SetEvent(link.newsEvent);
 }
 
 }  // namespace k7

@@ -69,7 +69,7 @@ class NewsWaiter {
 
 // Tells the waiting threads that a count, a flag or a report has changed; nothing while nobody
 // waits. After the change. [reader], and whoever ends a link
-void TellNews(const LinkState& link) noexcept;
+void TellNews(LinkState& link) noexcept;
 
 // Waits, without bound, until `done()`: for what only the reader can bring. Ends as well when the
 // link is lost, and on a worker when that is asked to stop: release must not hang on a controller

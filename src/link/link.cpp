@@ -35,6 +35,7 @@ void AttachLink(DeviceState& record, LinkHandle link, std::uint32_t linkType,
   state.alive.Set({});
   state.lost = 0;
   state.newsEvent = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+  state.newsTold = 0;
   state.readerWake = CreateEventW(nullptr, FALSE, FALSE, nullptr);
   state.readerRun = 1;
   state.writeQueue.Set(new (std::nothrow) WriteQueue{link, linkType});

@@ -17,6 +17,15 @@ IoStart StartOf(bool completed, DWORD error) noexcept {
 
 }  // namespace
 
+void LinkIo::SetEventOf(OVERLAPPED& block, HANDLE event) noexcept {
+  // The low bit of the handle says so; whoever waits for the handle need not take it out.
+  constexpr ULONG_PTR kNoCompletionPort = 1;
+  block.hEvent =
+      event == nullptr
+          ? nullptr
+          : reinterpret_cast<HANDLE>(reinterpret_cast<ULONG_PTR>(event) | kNoCompletionPort);
+}
+
 IoStart LinkIo::StartRead(char* bytes, DWORD size, OVERLAPPED& block, DWORD& flags) const noexcept {
   if (linkType_ == kLinkSerial) {
     const bool completed = StartPortRead(link_, bytes, size, block);

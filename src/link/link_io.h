@@ -24,6 +24,10 @@ class LinkIo {
     TraceFailure(link_, what, error);
   }
 
+  // Has the end of each operation of `block` signal `event`, and reach no completion port: a link
+  // has none, and under Wine the attempt costs a call to the server at every line.
+  static void SetEventOf(OVERLAPPED& block, HANDLE event) noexcept;
+
   bool IsSerial() const noexcept { return linkType_ == kLinkSerial; }
 
   // Reads up to `size` bytes. `flags` are Winsock's, handed in and out (not used for serial).

@@ -34,7 +34,7 @@ WriteQueue::Line* WriteQueue::Append(const char* bytes, std::size_t size) noexce
   if (!line->bytes) return nullptr;
   std::memcpy(line->bytes.get(), bytes, size);
   line->size = static_cast<DWORD>(size);
-  line->block.hEvent = done_.Get();
+  LinkIo::SetEventOf(line->block, done_.Get());
   Line* const added = line.get();
   (first_ ? last_->next : first_) = std::move(line);
   last_ = added;

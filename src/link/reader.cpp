@@ -45,7 +45,7 @@ constexpr DWORD kArrivalMs = 10;
 // One operation on the link, with its block and its event. On the heap: a driver that ignores
 // cancellation keeps it, and it is left to that driver then.
 struct Operation {
-  Operation() noexcept { block.hEvent = event.Get(); }
+  Operation() noexcept { LinkIo::SetEventOf(block, event.Get()); }
 
   UniqueHandle event{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
   OVERLAPPED block{};
