@@ -326,9 +326,9 @@ def judge(measured, idle):
         for sender, own_kind in (("callback", "bare"), ("window", "bare_window")):
             who = f"{SENDERS[sender]}, {PLACES[place]}"
 
-            def ratio(other, of):
+            def ratio(other, of, condition="ideal"):
                 """Of the two as they stood side by side in a round."""
-                return statistics.median(of(r[sender]["ideal"]) / of(r[other]["ideal"])
+                return statistics.median(of(r[sender][condition]) / of(r[other][condition])
                                          for r in rounds)
 
             def rate(run):
@@ -340,12 +340,14 @@ def judge(measured, idle):
             verdicts.at_least(f"{who}: ideal pty, times printcore", ratio("printcore", rate), 25)
             for other in dict.fromkeys(("bare", own_kind)):
                 verdicts.at_least(f"{who}: ideal pty, times {SENDERS[other]}", ratio(other, rate), 1)
-                verdicts.at_most(f"{who}: processor time, times {SENDERS[other]}",
+                verdicts.at_most(f"{who}: ideal pty, processor time, times {SENDERS[other]}",
                                  ratio(other, cpu), 1.5)
             for condition, share in (("115200", 0.995), ("1ms", 0.99), ("5ms", 0.99)):
                 verdicts.at_least(f"{who}: share of {CONDITIONS[condition]}",
                                   median(rounds, sender, condition, "rate") / LIMITS[condition],
                                   share)
+                verdicts.at_most(f"{who}: {CONDITIONS[condition]}, processor time, times bare sender",
+                                 ratio("bare", cpu, condition), 1.5)
     for sender, shares in idle.items():
         verdicts.at_most(f"{SENDERS[sender]}: % of a core, connected and idle",
                          100 * shares["idle"]["process"], 1)

@@ -40,12 +40,6 @@ void EndToolWait(DeviceState& record) noexcept {
   TellNews(record.link);
 }
 
-// The reader has heard of the progress of a move.
-void NoteReport(DeviceState& record) noexcept {
-  record.job.lastReportTick = TickMs();
-  TellNews(record.link);
-}
-
 bool IsHostTold(CommandTag tag) noexcept {
   return tag == CommandTag::Move || tag == CommandTag::LoneDwell;
 }
@@ -63,7 +57,8 @@ void OnBegun(DeviceState& record) noexcept {
   // just then ends while it has begun.
   Add(record.job.linesInFlight, -1);
   Add(record.job.blocksRunning, 1);
-  NoteReport(record);
+  record.job.lastReportTick = TickMs();
+  TellNews(record.link);  // there is room for a line
   if (IsSilent(record)) return;
   if (IsHostTold(TakeTag(record.job, &TagRing::startedIndex))) {
     NotifyHost(record.notify, record.notify.msgStarted);
@@ -96,7 +91,10 @@ void ToolOff(DeviceState& record) noexcept {
 
 void OnEnded(DeviceState& record) noexcept {
   Add(record.job.blocksRunning, -1);
-  NoteReport(record);
+  record.job.lastReportTick = TickMs();
+  // Nobody waits for an end but for the last one. A sender that waits for room would be woken in
+  // vain.
+  if (!MovesRemain(record.job)) TellNews(record.link);
   if (IsSilent(record)) return;
   const CommandTag tag = TakeTag(record.job, &TagRing::finishedIndex);
   // KEEP: with nobody to tell, the tools are not switched either.
