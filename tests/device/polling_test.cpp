@@ -110,6 +110,19 @@ TEST(TellNews, LeavesTheEventAloneWhileNobodyWaits) {
   EXPECT_EQ(WaitForSingleObject(link.newsEvent, 0), static_cast<DWORD>(WAIT_TIMEOUT));
 }
 
+// To signal an event is dear, and a host in a job would be woken by each of a burst of answers.
+TEST(TellNews, SignalsTheEventOnceUntilSomebodyHasWokenByIt) {
+  OpenLink link;
+  NewsWaiter waiter{link};
+  TellNews(link);
+  EXPECT_EQ(WaitForSingleObject(link.newsEvent, 0), static_cast<DWORD>(WAIT_OBJECT_0));
+  TellNews(link);
+  EXPECT_EQ(WaitForSingleObject(link.newsEvent, 0), static_cast<DWORD>(WAIT_TIMEOUT));
+  waiter.Round();
+  TellNews(link);
+  EXPECT_EQ(WaitForSingleObject(link.newsEvent, 0), static_cast<DWORD>(WAIT_OBJECT_0));
+}
+
 TEST(PauseForTheController, IsCutShortByALostLink) {
   LinkState link;
   link.lost = 1;

@@ -15,6 +15,7 @@
 #include "device/module_state.h"
 #include "device/polling.h"
 #include "device/progress.h"
+#include "link/reply_actions.h"
 #include "support/attached_device.h"
 #include "support/fake_controller.h"
 #include "support/host_window.h"
@@ -98,6 +99,41 @@ TEST_F(Notify, AMoveAndALoneDwellAreToldAtEveryStage) {
     ASSERT_TRUE(device_.Hear("QX\r\nBX\r\nEX\r\n"));
     EXPECT_EQ(listener.Messages(), (Messages{kQueued, kStarted, kFinished}));
   }
+}
+
+// A sender waits for room, which the begin of a move makes, or for the end of all moves.
+TEST_F(Notify, TheEndOfAMoveWakesASenderWhenNoneRemains) {
+  const NewsWaiter sender{device_->link};
+  const auto isWoken = [&] {
+    device_->link.newsTold = 0;
+    return WaitForSingleObject(device_->link.newsEvent, 0) == WAIT_OBJECT_0;
+  };
+  device_->job.linesInFlight.Set(1);
+  device_->job.blocksRunning.Set(1);
+  HandleLine(*device_, "EX\r\n");
+  EXPECT_FALSE(isWoken());
+  HandleLine(*device_, "BX\r\n");
+  EXPECT_TRUE(isWoken());
+  HandleLine(*device_, "EX\r\n");
+  EXPECT_TRUE(isWoken());
+}
+
+// The system's clock ticks every 15.6 ms: by it a dwell would leave marks of different depths.
+TEST_F(Notify, ADwellLastsItsTimeToAMillisecond) {
+  Listen(listener_);
+  device_->tools.cutterMode = kCutterAutomatic;
+  device_->tools.engraveDelayMs = 20;
+  std::uint64_t shortestUs = ~std::uint64_t{0};
+  for (int i = 0; i < 100; ++i) {
+    device_->job.tagRing.Alone().finishedIndex = 0;
+    SetTag(CommandTag::Plunge);
+    const std::uint64_t startUs = ClockUs();
+    HandleLine(*device_, "EX\r\n");
+    const std::uint64_t tookUs = ClockUs() - startUs;
+    ASSERT_GE(tookUs, 20000u);
+    if (tookUs < shortestUs) shortestUs = tookUs;  // the others may share the processor
+  }
+  EXPECT_LT(shortestUs, 21000u);
 }
 
 TEST_F(Notify, OtherTagsAreNeverTold) {

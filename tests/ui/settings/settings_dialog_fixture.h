@@ -3,10 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <condition_variable>
 #include <functional>
 #include <map>
+#include <mutex>
 #include <optional>
+#include <stop_token>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -97,6 +102,8 @@ class SettingsDialogTest : public testing::Test {
   void Open(std::uint32_t mode = 1, std::uint32_t allowRun = 1, std::uint64_t initParam = 0,
             std::uint32_t showGrid = 1) {
     LoadSettings(*device_);
+    if (speaksUnasked_)
+      signsOfLife_ = std::jthread{[this](const std::stop_token& stop) { Live(stop); }};
     driver_.emplace([=, this] {
       onHostThread_();
       return ShowSettingsDialog(*device_, parent_, mode, allowRun, initParam, showGrid);
@@ -140,9 +147,24 @@ class SettingsDialogTest : public testing::Test {
   bool Enabled(int id) { return k7test::IsEnabled(dialog_, id); }
   bool Checked(int id) { return k7test::IsBoxChecked(dialog_, id); }
 
+  void Live(const std::stop_token& stop) {
+    std::mutex mutex;
+    std::unique_lock lock{mutex};
+    std::condition_variable_any stopped;
+    while (!stop.stop_requested()) {
+      controller_.Say("SmoothieIsConnected\r\n");
+      stopped.wait_for(lock, stop, std::chrono::milliseconds{200}, [] { return false; });
+    }
+  }
+
   std::wstring id_ = k7test::FreshControllerId();
   k7test::FakeController controller_;
   k7test::AttachedDevice device_{controller_};
+  // A dialog on a busy machine may be held up for longer than the two seconds of silence after
+  // which it closes; the controller therefore speaks unasked, but for tests that are about its
+  // silence.
+  bool speaksUnasked_ = true;
+  std::jthread signsOfLife_;
   std::function<void()> onHostThread_ = [] {};  // called before the dialog opens
   HWND parent_ = nullptr;                       // of the dialog
   std::optional<k7test::DialogDriver> driver_;  // ends before the device does

@@ -84,6 +84,7 @@ TEST_F(SettingsDialogTest, TheDeviceIsTheDialogsOnlyWhileItIsOpen) {
 }
 
 TEST_F(SettingsDialogTest, BothLivenessTicksAreClearedAtTheEnd) {
+  speaksUnasked_ = false;
   Open();
   Record().link.alive.Alone().lastCheckTick = Record().link.alive.Alone().lastAnswerTick = 12345;
   CloseBy(IDCANCEL);
@@ -93,6 +94,7 @@ TEST_F(SettingsDialogTest, BothLivenessTicksAreClearedAtTheEnd) {
 }
 
 TEST_F(SettingsDialogTest, StaysOpenWhileTheControllerAnswers) {
+  speaksUnasked_ = false;
   Open();
   controller_.Clear();
   ASSERT_TRUE(controller_.WaitForLines(6)) << "one check every 500 ms, three seconds";
@@ -111,6 +113,7 @@ TEST_F(SettingsDialogTest, AnyTimerChecksTheLink) {
 }
 
 TEST_F(SettingsDialogTest, WithoutADeviceNoTimerClosesIt) {
+  speaksUnasked_ = false;
   Open();
   controller_.Answer("SmoothieIsConnected\n", "");
   dialogDevice = nullptr;
@@ -121,6 +124,7 @@ TEST_F(SettingsDialogTest, WithoutADeviceNoTimerClosesIt) {
 }
 
 TEST_F(SettingsDialogTest, ASilentControllerClosesItAsCancelled) {
+  speaksUnasked_ = false;
   Open();
   Type(IDC_CS_CUTTER_LIFT, L"0.75");
   controller_.Answer("SmoothieIsConnected\n", "");
@@ -183,6 +187,7 @@ TEST_F(SettingsDialogTest, UnknownCommandsAreIgnored) {
 
 // A box over the dialog lets its timer run; the dialog ends once the box has been answered.
 TEST_F(SettingsDialogTest, ASilentControllerEndsItBehindAMessageBox) {
+  speaksUnasked_ = false;
   Open();
   PostMessageW(dialog_, WM_COMMAND, IDC_CS_IMPORT_NOTICE, 0);
   const HWND box = driver_->WaitForDialogOver(dialog_);
