@@ -1,4 +1,4 @@
-#include "drawing/hpgl.h"
+#include "drawing/hpgl/hpgl.h"
 
 #include <gtest/gtest.h>
 

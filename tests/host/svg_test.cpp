@@ -1,4 +1,4 @@
-#include "drawing/svg.h"
+#include "drawing/svg/svg.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // Flattening of the curves of SVG.
-#include "drawing/svg_outline.h"
+#include "drawing/svg/outline.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
 #include "drawing/curve.h"
-#include "drawing/svg_scanner.h"
+#include "drawing/svg/scanner.h"
 
 namespace k7host {
 namespace {

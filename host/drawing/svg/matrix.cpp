@@ -1,12 +1,12 @@
 // Parsing and joining of transformations.
-#include "drawing/svg_matrix.h"
+#include "drawing/svg/matrix.h"
 
 #include <cmath>
 #include <cstddef>
 #include <numbers>
 #include <string>
 
-#include "drawing/svg_scanner.h"
+#include "drawing/svg/scanner.h"
 
 namespace k7host {
 namespace {

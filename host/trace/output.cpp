@@ -1,4 +1,4 @@
-#include "core/trace_output.h"
+#include "trace/output.h"
 
 #include <algorithm>
 #include <charconv>

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "core/trace_story.h"
+#include "trace/story.h"
 
 namespace k7host {
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "drawing/hpgl_text.h"
+#include "drawing/hpgl/text.h"
 
 namespace k7host {
 

@@ -1,6 +1,6 @@
 // Decoding of PE. A digit that ends its number stands in another range of bytes than the others;
 // the lowest digit comes first.
-#include "drawing/hpgl_encoded.h"
+#include "drawing/hpgl/encoded.h"
 
 #include <cmath>
 

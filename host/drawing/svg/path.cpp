@@ -1,8 +1,8 @@
 // The data of a path: a letter for each kind of piece and its numbers.
 #include <string>
 
-#include "drawing/svg_outline.h"
-#include "drawing/svg_scanner.h"
+#include "drawing/svg/outline.h"
+#include "drawing/svg/scanner.h"
 
 namespace k7host {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "drawing/svg_scanner.h"
+#include "drawing/svg/scanner.h"
 
 namespace k7host {
 

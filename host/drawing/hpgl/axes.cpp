@@ -1,5 +1,5 @@
 // Scaling and rotation of hpgl_axes.h.
-#include "drawing/hpgl_axes.h"
+#include "drawing/hpgl/axes.h"
 
 #include <algorithm>
 #include <cmath>

@@ -9,14 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "core/trace_record.h"
+#include "trace/place.h"
+#include "trace/record.h"
 
 namespace k7host {
-
-// Inches, from the zero that the driver has declared to the controller.
-struct TracePlace {
-  double x = 0.0, y = 0.0, z = 0.0;
-};
 
 // One record with what it means.
 struct TraceEntry {

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "drawing/pen.h"
-#include "drawing/svg_matrix.h"
+#include "drawing/svg/matrix.h"
 
 namespace k7host {
 

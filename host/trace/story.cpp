@@ -1,161 +1,21 @@
-#include "core/trace_story.h"
+#include "trace/story.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
 #include "core/scaling.h"
+#include "trace/meaning.h"
 
 namespace k7host {
 namespace {
 
-constexpr double kMmPerInch = 25.4;
 constexpr std::size_t kMostMoves = 1000000;     // that are kept for a picture
 constexpr std::size_t kMostOutstanding = 4096;  // of a trace that is no driver's
 constexpr std::size_t kMostNoted = 10000;
 
-struct Meaning {
-  std::string_view start;
-  const char* text;
-};
-
-// Order matters: the first that the line starts with.
-constexpr Meaning kSentMeanings[] = {
-    {"SmoothieIsConnected", "asks for a sign of life"},
-    {"config-get sd controller_id", "asks for the identity"},
-    {"config-set sd controller_id", "gives the controller an identity"},
-    {"M92 ", "steps per millimetre"},
-    {"M800 ", "which motor drives which axis"},
-    {"G92 ", "declares where the head stands"},
-    {"M17", "motors on"},
-    {"M18", "motors off"},
-    {"G21", "millimetres"},
-    {"G90", "absolute positions"},
-    {"M400", "waits for the end of all motion"},
-    {"M203 ", "maximum speeds"},
-    {"TableIsHomed", "asks whether the table is homed"},
-    {"SetTableHomed", "the table is homed from here on"},
-    {"M119", "asks for the switches"},
-    {"M106", "job output on"},
-    {"M107", "job output off"},
-    {"SendBlockMessagesOn", "switches the reports of moves on"},
-    {"SendBlockMessagesOff", "switches the reports of moves off"},
-    {"M42", "tool on"},
-    {"M43", "tool off"},
-    {"M44 S", "spindle level"},
-    {"G28 X", "drives X to its switch"},
-    {"G28 Y", "drives Y to its switch"},
-    {"G28 Z", "drives Z to its switch"},
-    {"G30 ", "probes the surface"},
-    {"G0 F", "feed from here on"},
-};
-
-struct Expected {
-  std::string_view start, answer;
-  bool machine;
-};
-
-constexpr Expected kAnswers[] = {
-    {"SmoothieIsConnected", "SmoothieIsConnected", false},
-    {"config-get sd controller_id", "controller_id is set to", false},
-    {"TableIsHomed", "TableIsHomed", false},
-    {"M119", "min_x:", false},
-    {"SendBlockMessagesOn", "SendBlockMessagesOn", false},
-    {"SendBlockMessagesOff", "SendBlockMessagesOff", false},
-    {"G28 X", "X_Limit", true},
-    {"G28 Y", "Y_Limit", true},
-    {"G28 Z", "Z_Limit", true},
-    {"G30 ", "Probe", true},
-};
-
-constexpr Meaning kReceivedMeanings[] = {
-    {"SendBlockMessagesOn", "moves are reported from here on"},
-    {"SendBlockMessagesOff", "moves are no longer reported"},
-    {"SmoothieIsConnected", "a sign of life"},
-    {"TableIsHomedFALSE", "the table is not homed"},
-    {"TableIsHomedTRUE", "the table is homed"},
-    {"X_Limit", "X has found its switch"},
-    {"Y_Limit", "Y has found its switch"},
-    {"Z_Limit", "Z has found its switch"},
-    {"ZProbe not triggered", "the probe has touched nothing"},
-    {"Z_Probe", "the probe has touched"},
-    {"controller_id is set to", "its identity"},
-    {"min_x:", "the switches"},
-};
-
-constexpr struct {
-  std::uint32_t code;
-  const char* text;
-} kErrors[] = {
-    {2, "there is no such port"},
-    {5, "held by another program, or no right to it"},
-    {6, "the handle is closed"},
-    {22, "the device is gone"},
-    {31, "the device does not work"},
-    {121, "timed out"},
-    {995, "broken off"},
-    {1167, "the device is not connected"},
-    {10054, "the other side has reset"},
-    {10060, "no answer from that address"},
-    {10061, "refused by that address"},
-    {11001, "no such name"},
-};
-
 std::string WithoutEnd(std::string text) {
   while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) text.pop_back();
   return text;
-}
-
-double Distance(const TracePlace& a, const TracePlace& b) {
-  return std::hypot(std::hypot(a.x - b.x, a.y - b.y), a.z - b.z);
-}
-
-// The number behind `letter`, in a line of words such as "G0 X1.000000 Y-2.000000".
-std::optional<double> WordOf(const std::string& line, char letter) {
-  for (std::size_t i = 1; i + 1 < line.size(); ++i) {
-    if (line[i - 1] != ' ' || line[i] != letter) continue;
-    // Written out: strtod would look for the comma of the locale.
-    double number = 0.0, scale = 1.0;
-    std::size_t at = i + 1;
-    const bool negative = line[at] == '-';
-    if (negative) ++at;
-    bool digits = false, fraction = false;
-    for (; at < line.size() && at < i + 40; ++at) {
-      if (line[at] == '.' && !fraction) {
-        fraction = true;
-      } else if (line[at] >= '0' && line[at] <= '9') {
-        digits = true;
-        number = number * 10 + (line[at] - '0');
-        if (fraction) scale *= 10;
-      } else {
-        break;
-      }
-    }
-    if (!digits) return {};
-    return (negative ? -number : number) / scale;
-  }
-  return {};
-}
-
-bool SetPlace(TracePlace& place, const std::string& line) {
-  bool any = false;
-  const auto set = [&](char letter, double& inches) {
-    if (const auto mm = WordOf(line, letter)) {
-      inches = *mm / kMmPerInch;
-      any = true;
-    }
-  };
-  set('X', place.x);
-  set('Y', place.y);
-  set('Z', place.z);
-  return any;
-}
-
-std::string ErrorText(const std::string& code) {
-  for (const auto& row : kErrors) {
-    if (code == std::to_string(row.code)) return "error " + code + ": " + row.text;
-  }
-  return "error " + code;
 }
 
 std::string Word(const TraceRecord& record, std::size_t index) {
@@ -229,28 +89,23 @@ void TraceStory::TakeSent(Link& link, TraceEntry& entry) {
   const std::string line = WithoutEnd(entry.record.texts[0]);
   const std::string& tag = entry.record.words[0];
   if (tag != "-") entry.tag = tag;
-  for (const Expected& row : kAnswers) {
-    if (!line.starts_with(row.start)) continue;
+  if (const TraceQuestion* question = QuestionIn(line)) {
     if (link.questions.size() < kMostOutstanding) {
-      link.questions.push_back({line, std::string(row.answer), entry.record.us, row.machine});
+      link.questions.push_back(
+          {line, std::string(question->answer), entry.record.us, question->machine});
     }
-    break;
   }
   if (line.starts_with("G0 ") && !line.starts_with("G0 F")) return TakeMove(link, entry, line);
-  if (line.starts_with("G0 F")) link.feed = WordOf(line, 'F').value_or(0.0) / kMmPerInch;
+  if (line.starts_with("G0 F")) link.feed = InchesBehind(line, 'F').value_or(0.0);
   if (line.starts_with("G92 ")) SetPlace(link.place, line);
   if (line.starts_with("G28 ")) {  // ends at the axis's switch, which is its zero
     if (line.starts_with("G28 X")) link.place.x = 0;
     if (line.starts_with("G28 Y")) link.place.y = 0;
     if (line.starts_with("G28 Z")) link.place.z = 0;
   }
-  for (const Meaning& row : kSentMeanings) {
-    if (!line.starts_with(row.start)) continue;
-    entry.meaning = row.text;
-    if (row.start == "G0 F") entry.meaning += ": " + InchesText(link.feed) + " in/min";
-    return;
-  }
-  entry.meaning = "the host's own line";
+  const TraceMeaning* meaning = MeaningOfSent(line);
+  entry.meaning = meaning != nullptr ? meaning->text : "the host's own line";
+  if (line.starts_with("G0 F")) entry.meaning += ": " + InchesText(link.feed) + " in/min";
 }
 
 void TraceStory::TakeMove(Link& link, TraceEntry& entry, const std::string& line) {
@@ -331,10 +186,8 @@ void TraceStory::TakeReceived(Link& link, TraceEntry& entry) {
   } else if (line.find("SendBlockMessagesOff") != std::string::npos) {
     link.reports = false;
   }
-  for (const Meaning& row : kReceivedMeanings) {
-    if (line.find(row.start) == std::string::npos) continue;
-    entry.meaning = row.text + (entry.meaning.empty() ? "" : ", " + entry.meaning);
-    break;
+  if (const TraceMeaning* meaning = MeaningOfReceived(line)) {
+    entry.meaning = meaning->text + (entry.meaning.empty() ? "" : ", " + entry.meaning);
   }
   if (entry.meaning.empty() && line != "ok") entry.meaning = "passed over";
 }
@@ -386,7 +239,7 @@ void TraceStory::TakeOther(TraceEntry& entry) {
                                  ? "256 bytes without a line end: the process has been ended"
                                  : "cannot " + Word(record, 0) +
                                        (record.texts.empty() ? "" : " " + Text(record, 0)) + ", " +
-                                       ErrorText(Word(record, 1));
+                                       TraceErrorText(Word(record, 1));
     entry.meaning = what;
     // Ports that do not exist are what a search finds.
     if (Word(record, 0) != "open" || Word(record, 1) != "2") NoteFailure(record, what);

@@ -1,4 +1,4 @@
-#include "core/trace_record.h"
+#include "trace/record.h"
 
 #include <charconv>
 

@@ -1,5 +1,5 @@
 // Places the letters of a label.
-#include "drawing/hpgl_label.h"
+#include "drawing/hpgl/label.h"
 
 #include <cmath>
 

@@ -1,20 +1,20 @@
 // Walks through the elements of an SVG file and draws those that are painted.
-#include "drawing/svg.h"
+#include "drawing/svg/svg.h"
 
 #include <algorithm>
-#include <cmath>
 #include <initializer_list>
 #include <optional>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
-#include "drawing/svg_matrix.h"
-#include "drawing/svg_outline.h"
-#include "drawing/svg_scanner.h"
-#include "drawing/svg_style.h"
-#include "drawing/svg_tree.h"
+#include "drawing/svg/matrix.h"
+#include "drawing/svg/outline.h"
+#include "drawing/svg/scanner.h"
+#include "drawing/svg/shapes.h"
+#include "drawing/svg/style.h"
+#include "drawing/svg/tree.h"
+#include "drawing/svg/viewport.h"
 
 namespace k7host {
 namespace {
@@ -28,48 +28,6 @@ constexpr int kMostUses = 16;  // within each other
 
 bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
   return std::find(names.begin(), names.end(), name) != names.end();
-}
-
-struct Box {
-  double x = 0.0;
-  double y = 0.0;
-  double width = 0.0;
-  double height = 0.0;
-};
-
-std::optional<Box> ViewBox(SvgNode node) {
-  const std::string_view value = SvgTree::Attribute(node, "viewBox");
-  if (value.empty()) return std::nullopt;
-  SvgScanner scanner(value);
-  Box box;
-  box.x = scanner.Number();
-  box.y = scanner.Number();
-  box.width = scanner.Number();
-  box.height = scanner.Number();
-  if (!(box.width > 0.0 && box.height > 0.0))
-    throw SvgFault{value.data(), "viewBox without a size"};
-  return box;
-}
-
-// Lays the view box over a place on the page as preserveAspectRatio wants it.
-SvgMatrix Viewport(const Box& view, const Box& place, std::string_view aspect) {
-  double sx = place.width / view.width;
-  double sy = place.height / view.height;
-  double x = place.x;
-  double y = place.y;
-  if (!aspect.starts_with("none")) {
-    const double scale =
-        aspect.find("slice") != std::string_view::npos ? std::max(sx, sy) : std::min(sx, sy);
-    const auto share = [&](std::string_view low, std::string_view high) {
-      return aspect.find(low) != std::string_view::npos    ? 0.0
-             : aspect.find(high) != std::string_view::npos ? 1.0
-                                                           : 0.5;
-    };
-    x += (place.width - view.width * scale) * share("xMin", "xMax");
-    y += (place.height - view.height * scale) * share("YMin", "YMax");
-    sx = sy = scale;
-  }
-  return {sx, 0, 0, sy, x - view.x * sx, y - view.y * sy};
 }
 
 class Reader {
@@ -114,21 +72,21 @@ class Reader {
   // ------------------------------------------------------------------------------- the page
 
   SvgMatrix MeasurePage(SvgNode root) {
-    const std::optional<Box> view = ViewBox(root);
+    const std::optional<SvgBox> view = SvgViewBox(root);
     const auto size = [&](const char* name, double ofView) {
       const std::string_view value = SvgTree::Attribute(root, name);
       if (value.empty() || value == "auto" || Trimmed(value).ends_with('%')) return ofView;
       return SvgLength(value, 0.0);
     };
-    Box place;
+    SvgBox place;
     place.width = size("width", view ? view->width : 0.0);
     place.height = size("height", view ? view->height : 0.0);
     hasPage_ = place.height > 0.0;
     page_.heightPixels = place.height;
-    width_ = view ? view->width : place.width;
-    height_ = view ? view->height : place.height;
+    size_.width = view ? view->width : place.width;
+    size_.height = view ? view->height : place.height;
     if (!view || !(place.width > 0.0 && place.height > 0.0)) return {};
-    return Viewport(*view, place, SvgTree::Attribute(root, "preserveAspectRatio"));
+    return SvgViewport(*view, place, SvgTree::Attribute(root, "preserveAspectRatio"));
   }
 
   // A page without a height ends where the drawing does.
@@ -262,29 +220,22 @@ class Reader {
     }
   }
 
-  double Length(SvgNode node, std::string_view name, double whole, double otherwise = 0.0) {
-    const std::string_view value = SvgTree::Attribute(node, name);
-    if (value.empty() || value == "auto") return otherwise;
-    return SvgLength(value, whole);
-  }
-  double X(SvgNode node, std::string_view name) { return Length(node, name, width_); }
-  double Y(SvgNode node, std::string_view name) { return Length(node, name, height_); }
-
   // A picture within the picture, or a symbol. `size` stands for width and height that it lacks.
-  void Nested(SvgNode node, const SvgStyle& style, const SvgMatrix& matrix, const Box& size) {
-    const std::optional<Box> view = ViewBox(node);
-    const Box place{X(node, "x"), Y(node, "y"),
-                    size.width > 0.0 ? size.width : Length(node, "width", width_, width_),
-                    size.height > 0.0 ? size.height : Length(node, "height", height_, height_)};
+  void Nested(SvgNode node, const SvgStyle& style, const SvgMatrix& matrix, const SvgBox& size) {
+    const std::optional<SvgBox> view = SvgViewBox(node);
+    const SvgBox place{
+        size_.X(node, "x"), size_.Y(node, "y"),
+        size.width > 0.0 ? size.width : SvgLengthOf(node, "width", size_.width, size_.width),
+        size.height > 0.0 ? size.height : SvgLengthOf(node, "height", size_.height, size_.height)};
     SvgMatrix inner{1, 0, 0, 1, place.x, place.y};
-    const std::pair<double, double> outer{width_, height_};
+    const SvgSize outer = size_;
     if (view && place.width > 0.0 && place.height > 0.0) {
-      inner = Viewport(*view, place, SvgTree::Attribute(node, "preserveAspectRatio"));
+      inner = SvgViewport(*view, place, SvgTree::Attribute(node, "preserveAspectRatio"));
     }
-    width_ = view ? view->width : place.width;
-    height_ = view ? view->height : place.height;
+    size_.width = view ? view->width : place.width;
+    size_.height = view ? view->height : place.height;
     Children(node, style, matrix.After(inner));
-    std::tie(width_, height_) = outer;
+    size_ = outer;
   }
 
   void Use(SvgNode node, const SvgStyle& style, const SvgMatrix& matrix) {
@@ -297,12 +248,12 @@ class Reader {
     }
     if (uses_ == kMostUses) throw SvgFault{node->name(), "uses within each other without end"};
     ++uses_;
-    const SvgMatrix moved = matrix.After({1, 0, 0, 1, X(node, "x"), Y(node, "y")});
+    const SvgMatrix moved = matrix.After({1, 0, 0, 1, size_.X(node, "x"), size_.Y(node, "y")});
     if (IsOneOf(tree_.Name(target), {"symbol", "svg"})) {
       SvgStyle own = style;
       ApplyStyle(target, own);
       if (own.displayed) {
-        Nested(target, own, moved, {0, 0, X(node, "width"), Y(node, "height")});
+        Nested(target, own, moved, {0, 0, size_.X(node, "width"), size_.Y(node, "height")});
       }
     } else {
       Element(target, style, moved);
@@ -314,80 +265,12 @@ class Reader {
 
   // False for an element that is no shape.
   bool Shape(SvgNode node, std::string_view name, const SvgStyle& style, const SvgMatrix& matrix) {
-    if (!IsOneOf(name, {"path", "rect", "circle", "ellipse", "line", "polyline", "polygon"})) {
-      return false;
-    }
+    if (!IsSvgShape(name)) return false;
     if (!TakePen(node, style, name != "line")) return true;
     SvgOutline outline(pen_, page_, matrix, node->name());
-    if (name == "path") {
-      DrawPath(SvgTree::Attribute(node, "d"), outline);
-    } else if (name == "rect") {
-      Rectangle(node, outline);
-    } else if (name == "circle") {
-      const double r = Length(node, "r", std::hypot(width_, height_) / std::sqrt(2.0));
-      Ellipse(X(node, "cx"), Y(node, "cy"), r, r, outline);
-    } else if (name == "ellipse") {
-      Ellipse(X(node, "cx"), Y(node, "cy"), X(node, "rx"), Y(node, "ry"), outline);
-    } else if (name == "line") {
-      outline.Move({X(node, "x1"), Y(node, "y1")});
-      outline.Line({X(node, "x2"), Y(node, "y2")});
-    } else {
-      Polygon(SvgTree::Attribute(node, "points"), name == "polygon", outline);
-    }
+    DrawSvgShape(node, name, size_, outline);
     outline.End();
     return true;
-  }
-
-  static void Polygon(std::string_view points, bool closed, SvgOutline& outline) {
-    SvgScanner scanner(points);
-    bool begun = false;
-    while (!scanner.AtEnd()) {
-      outline.SetPlace(scanner.At());
-      const double x = scanner.Number();
-      const double y = scanner.Number();
-      if (begun) {
-        outline.Line({x, y});
-      } else {
-        outline.Move({x, y});
-      }
-      begun = true;
-    }
-    if (begun && closed) outline.Close();
-  }
-
-  static void Ellipse(double cx, double cy, double rx, double ry, SvgOutline& outline) {
-    if (!(rx > 0.0 && ry > 0.0)) return;
-    outline.Move({cx + rx, cy});
-    outline.Arc(rx, ry, 0.0, false, true, {cx - rx, cy});
-    outline.Arc(rx, ry, 0.0, false, true, {cx + rx, cy});
-  }
-
-  void Rectangle(SvgNode node, SvgOutline& outline) {
-    const double x = X(node, "x");
-    const double y = Y(node, "y");
-    const double width = X(node, "width");
-    const double height = Y(node, "height");
-    if (!(width > 0.0 && height > 0.0)) return;
-    double rx = Length(node, "rx", width_, -1.0);
-    double ry = Length(node, "ry", height_, -1.0);
-    if (rx < 0.0) rx = std::max(ry, 0.0);
-    if (ry < 0.0) ry = rx;
-    rx = std::min(rx, width / 2.0);
-    ry = std::min(ry, height / 2.0);
-    outline.Move({x + rx, y});
-    outline.Line({x + width - rx, y});
-    const bool round = rx > 0.0 && ry > 0.0;
-    const auto corner = [&](double toX, double toY) {
-      if (round) outline.Arc(rx, ry, 0.0, false, true, {toX, toY});
-    };
-    corner(x + width, y + ry);
-    outline.Line({x + width, y + height - ry});
-    corner(x + width - rx, y + height);
-    outline.Line({x + rx, y + height});
-    corner(x, y + height - ry);
-    outline.Line({x, y + ry});
-    corner(x + rx, y);
-    outline.Close();
   }
 
   const SvgTree& tree_;
@@ -395,8 +278,7 @@ class Reader {
                                         const char* at) { Notice(what, why, at); };
   SvgPage page_;
   bool hasPage_ = false;
-  double width_ = 0.0;  // of the viewport, for percentages
-  double height_ = 0.0;
+  SvgSize size_;  // of the viewport, for percentages
   SvgStyleSheet sheet_;
   Pen pen_;
   std::vector<PenColour> colours_;

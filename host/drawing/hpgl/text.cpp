@@ -1,5 +1,5 @@
 // The lexical rules of plotter files.
-#include "drawing/hpgl_text.h"
+#include "drawing/hpgl/text.h"
 
 #include <utility>
 

@@ -3,8 +3,8 @@
 
 #include <cstddef>
 
-#include "drawing/hpgl_axes.h"
-#include "drawing/hpgl_text.h"
+#include "drawing/hpgl/axes.h"
+#include "drawing/hpgl/text.h"
 #include "drawing/pen.h"
 
 namespace k7host {

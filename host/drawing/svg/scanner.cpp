@@ -1,5 +1,5 @@
 // Numbers, flags and units.
-#include "drawing/svg_scanner.h"
+#include "drawing/svg/scanner.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,5 +1,5 @@
 // For a build without RapidXML: SVG files are known and refused.
-#include "drawing/svg.h"
+#include "drawing/svg/svg.h"
 
 namespace k7host {
 

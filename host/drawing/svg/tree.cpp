@@ -1,5 +1,5 @@
 // Parsing, and what the parser itself does not check.
-#include "drawing/svg_tree.h"
+#include "drawing/svg/tree.h"
 
 namespace k7host {
 namespace {

@@ -1,11 +1,11 @@
 // Colours, properties and rules.
-#include "drawing/svg_style.h"
+#include "drawing/svg/style.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <optional>
 
-#include "drawing/svg_scanner.h"
+#include "drawing/svg/scanner.h"
 
 namespace k7host {
 namespace {
