@@ -1,4 +1,4 @@
-# How everything of ours is compiled: target k7_options. Test framework and staged headers, too.
+# How everything of ours is compiled: target k7_options. The test framework, too.
 add_library(k7_options INTERFACE)
 target_include_directories(k7_options INTERFACE ${CMAKE_SOURCE_DIR}/include ${CMAKE_SOURCE_DIR}/src)
 if(MSVC)
@@ -54,47 +54,6 @@ function(k7_add_manifest target)
     target_link_options(${target} PRIVATE /MANIFEST:NO)  # it has this one
   endif()
 endfunction()
-
-# k7_cli11: the header library that reads command lines, for the programs beside the driver. Without it
-# they are not built. A compiler for Windows sees the system's copy through a link of its own: the
-# folder around it holds C headers that are not those of Windows.
-set(K7_CLI11_DIR /usr/include CACHE PATH "Folder with CLI/CLI.hpp in it (package libcli11-dev)")
-add_library(k7_cli11 INTERFACE)
-set(K7_CLI11_FOUND OFF)
-if(NOT EXISTS ${K7_CLI11_DIR}/CLI/CLI.hpp)
-  message(STATUS "No k7host, no k7sim: no CLI/CLI.hpp in ${K7_CLI11_DIR} (K7_CLI11_DIR)")
-else()
-  set(K7_CLI11_FOUND ON)
-  if(CMAKE_HOST_WIN32)
-    target_include_directories(k7_cli11 SYSTEM INTERFACE ${K7_CLI11_DIR})
-  else()
-    set(staging ${CMAKE_BINARY_DIR}/staging/include)
-    file(MAKE_DIRECTORY ${staging})
-    file(REMOVE ${staging}/CLI)  # it may lead to where CLI11 was before
-    file(CREATE_LINK ${K7_CLI11_DIR}/CLI ${staging}/CLI SYMBOLIC)
-    target_include_directories(k7_cli11 SYSTEM INTERFACE ${staging})
-  endif()
-endif()
-
-# k7_json: the header library that writes and reads JSON, for k7host; in the same way. The simulator,
-# which is native, finds it by itself.
-set(K7_JSON_DIR /usr/include CACHE PATH "Folder with nlohmann/json.hpp in it (package nlohmann-json3-dev)")
-add_library(k7_json INTERFACE)
-set(K7_JSON_FOUND OFF)
-if(NOT EXISTS ${K7_JSON_DIR}/nlohmann/json.hpp)
-  message(STATUS "No k7host: no nlohmann/json.hpp in ${K7_JSON_DIR} (K7_JSON_DIR)")
-else()
-  set(K7_JSON_FOUND ON)
-  if(CMAKE_HOST_WIN32)
-    target_include_directories(k7_json SYSTEM INTERFACE ${K7_JSON_DIR})
-  else()
-    set(staging ${CMAKE_BINARY_DIR}/staging/include)
-    file(MAKE_DIRECTORY ${staging})
-    file(REMOVE ${staging}/nlohmann)  # it may lead to where it was before
-    file(CREATE_LINK ${K7_JSON_DIR}/nlohmann ${staging}/nlohmann SYMBOLIC)
-    target_include_directories(k7_json SYSTEM INTERFACE ${staging})
-  endif()
-endif()
 
 # Natively the tests stand on the simulated controller.
 set(K7_GOOGLETEST_DIR /usr/src/googletest CACHE PATH "Sources of GoogleTest (package googletest)")

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "core/job_plan.h"
-#include "drawing/hpgl.h"
+#include "drawing/hpgl/hpgl.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);

@@ -10,9 +10,9 @@
 
 #include "app/console.h"
 #include "core/text.h"
-#include "drawing/hpgl.h"
+#include "drawing/hpgl/hpgl.h"
 #include "drawing/placement.h"
-#include "drawing/svg.h"
+#include "drawing/svg/svg.h"
 
 namespace k7host {
 namespace {

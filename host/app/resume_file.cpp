@@ -6,6 +6,7 @@
 
 #include "app/console.h"
 #include "app/watchdog.h"
+#include "args/words_to_resume.h"
 #include "core/text.h"
 
 namespace k7host {

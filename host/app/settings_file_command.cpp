@@ -8,6 +8,7 @@
 #include "settings/key_text.h"
 #include "settings/listing.h"
 #include "settings/replace_file.h"
+#include "settings/row_text.h"
 #include "settings/settings_files.h"
 #include "settings/settings_json.h"
 

@@ -8,7 +8,7 @@
 #include "app/console.h"
 #include "app/stop_request.h"
 #include "core/text.h"
-#include "core/trace_output.h"
+#include "trace/output.h"
 
 namespace k7host {
 namespace {

@@ -87,10 +87,6 @@ struct Arguments {
   bool json = false;
 };
 
-// The words of a command line without the options that belong to one run of a job only, as they are
-// kept for going on with it. [any]
-std::vector<std::string> WordsToResume(const std::vector<std::string>& words);
-
 struct ParsedArguments {
   std::optional<Arguments> arguments;
   int exitCode = kExitOk;  // when there are no arguments

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "args/arguments.h"
+#include "args/machine_arguments.h"
 
 namespace k7host {
 namespace {
@@ -166,6 +167,10 @@ void AddSettingsCommands(CLI::App& app, Arguments& out) {
   id->excludes(port)->excludes(file);
   port->excludes(file);
   doctor->add_flag("--json", out.doctor.json, "As JSON");
+
+  AddDeviceCommand(app, out, Command::Setup, "setup",
+                   "Show the settings dialog so that \"Table Setup...\" can be opened",
+                   "Prints: settings: applied or cancelled");
 }
 
 }  // namespace k7host

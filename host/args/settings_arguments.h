@@ -1,4 +1,4 @@
-// What is asked for with k7host settings ... and k7host doctor.
+// The command line of settings: k7host settings, dialog, doctor and setup.
 #pragma once
 
 #include <string>
@@ -34,7 +34,7 @@ struct DoctorArguments {
 };
 
 // Adds `settings` with its subcommands, `dialog`, which is today's name of what `settings` alone
-// does, and `doctor`. [any]
+// does, `doctor`, and `setup`. [any]
 void AddSettingsCommands(CLI::App& app, Arguments& out);
 
 }  // namespace k7host

@@ -6,6 +6,7 @@
 
 #include "core/text.h"
 #include "settings/ini_text.h"
+#include "settings/row_text.h"
 #include "settings/schema.h"
 
 namespace k7host {
@@ -68,22 +69,6 @@ std::string WithUnit(const Row& row, const std::string& number) {
   return *row.unit == '\0' ? number : number + " " + row.unit;
 }
 
-const char* NameOf(Reader reader) {
-  switch (reader) {
-    case Reader::Load:
-      return "a load";
-    case Reader::SettingsDialog:
-      return "the settings dialog";
-    case Reader::TableSetupDialog:
-      return "the table setup dialog";
-    case Reader::TableHomeDialog:
-      return "the table home dialog";
-    case Reader::Any:
-      break;
-  }
-  return "";
-}
-
 std::string PlainNumber(const Row& row, double value) {
   if (row.encoding == Encoding::Flag) return value != 0 ? "on" : "off";
   return row.encoding == Encoding::Float ? NumberText(static_cast<float>(value))
@@ -128,12 +113,6 @@ Encoded EncodeFlag(std::string_view typed) {
 }
 
 }  // namespace
-
-std::string Narrow(const wchar_t* ascii) {
-  std::string narrow;
-  for (; *ascii != L'\0'; ++ascii) narrow += static_cast<char>(*ascii);
-  return narrow;
-}
 
 std::string KeyName(const Row& row) {
   return Narrow(row.section) + "/" + Narrow(row.key);

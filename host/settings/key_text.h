@@ -15,9 +15,6 @@ namespace k7host {
 
 using k7::settings::Row;
 
-// ASCII of a section or key. [any]
-std::string Narrow(const wchar_t* ascii);
-
 // "Axis X/Screw Pitch". [any]
 std::string KeyName(const Row& row);
 

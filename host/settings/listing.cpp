@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "settings/row_text.h"
 #include "settings/schema.h"
 #include "settings/settings_check.h"
 

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "settings/key_text.h"
+#include "settings/row_text.h"
 #include "settings/schema.h"
 
 namespace k7host {

@@ -1,4 +1,4 @@
-// The page: HTML, style and script in one text, which is page.html.
+// The page: HTML, style and script in one text, from the files in page/.
 #pragma once
 
 #include <string_view>

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "args/words_to_resume.h"
 #include "k7/driver.h"
 
 namespace k7host {

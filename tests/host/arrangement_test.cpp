@@ -7,7 +7,7 @@
 #include "core/frame.h"
 #include "core/preview.h"
 #include "drawing/colours.h"
-#include "drawing/hpgl.h"
+#include "drawing/hpgl/hpgl.h"
 #include "drawing/placement.h"
 #include "drawing/stroke_order.h"
 #include "recording_engraver.h"

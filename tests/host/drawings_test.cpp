@@ -11,8 +11,8 @@
 #include <iterator>
 #include <string>
 
-#include "drawing/hpgl.h"
-#include "drawing/svg.h"
+#include "drawing/hpgl/hpgl.h"
+#include "drawing/svg/svg.h"
 
 namespace k7host {
 namespace {

@@ -1,27 +1,16 @@
-#include "drawing/hpgl.h"
+#include "drawing/hpgl/hpgl.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
+
+#include "drawing_text.h"
 
 namespace k7host {
 namespace {
 
-// Strokes as text: "pen:x,y x,y; ..." with at most three decimals.
 std::string Drawn(std::string_view file) {
-  const Drawing drawing = ReadHpgl(file);
-  if (drawing.error) return DrawingErrorText("f", *drawing.error);
-  std::string text;
-  for (const Stroke& stroke : drawing.strokes) {
-    text += (text.empty() ? "" : "; ") + std::to_string(stroke.pen) + ":";
-    for (const PlotterPoint& point : stroke.points) {
-      char buffer[64];
-      std::snprintf(buffer, sizeof buffer, "%g,%g", point.x, point.y);
-      text += (text.back() == ':' ? "" : " ") + std::string(buffer);
-    }
-  }
-  return text;
+  return DrawingText(ReadHpgl(file));
 }
 
 struct Case {

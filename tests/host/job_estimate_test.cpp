@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "drawing/hpgl.h"
+#include "drawing/hpgl/hpgl.h"
 #include "silent_engraver.h"
 
 namespace k7host {

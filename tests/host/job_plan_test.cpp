@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "drawing/hpgl.h"
+#include "drawing/hpgl/hpgl.h"
 
 namespace k7host {
 namespace {

@@ -6,7 +6,7 @@
 #include <ostream>
 #include <string>
 
-#include "drawing/hpgl.h"
+#include "drawing/hpgl/hpgl.h"
 #include "recording_engraver.h"
 
 namespace k7host {

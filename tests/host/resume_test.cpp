@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/job_summary.h"
-#include "drawing/hpgl.h"
+#include "drawing/hpgl/hpgl.h"
 
 namespace k7host {
 namespace {

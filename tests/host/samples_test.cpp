@@ -6,7 +6,7 @@
 #include <iterator>
 
 #include "core/job_plan.h"
-#include "drawing/hpgl.h"
+#include "drawing/hpgl/hpgl.h"
 
 namespace k7host {
 namespace {

@@ -1,31 +1,19 @@
-#include "drawing/svg.h"
+#include "drawing/svg/svg.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-
 #include <cmath>
-#include <cstdio>
 #include <string>
+
+#include "drawing_text.h"
 
 namespace k7host {
 namespace {
 
-// Strokes in inches, as "pen:x,y x,y; ...", or the error.
+// In inches.
 std::string Drawn(std::string_view file) {
-  const Drawing drawing = ReadSvg(file);
-  if (drawing.error) return DrawingErrorText("f", *drawing.error);
-  std::string text;
-  for (const Stroke& stroke : drawing.strokes) {
-    text += (text.empty() ? "" : "; ") + std::to_string(stroke.pen) + ":";
-    for (const PlotterPoint& point : stroke.points) {
-      char buffer[64];
-      std::snprintf(buffer, sizeof buffer, "%.4g,%.4g", point.x / kPlotterUnitsPerInch + 0.0,
-                    point.y / kPlotterUnitsPerInch + 0.0);
-      text += (text.back() == ':' ? "" : " ") + std::string(buffer);
-    }
-  }
-  return text;
+  return DrawingText(ReadSvg(file), kPlotterUnitsPerInch, 4);
 }
 
 // In a page of 4 x 3 inches whose unit is an inch.

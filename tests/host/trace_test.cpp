@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "core/trace_output.h"
-#include "core/trace_record.h"
-#include "core/trace_story.h"
+#include "trace/output.h"
+#include "trace/record.h"
+#include "trace/story.h"
 
 namespace k7host {
 namespace {

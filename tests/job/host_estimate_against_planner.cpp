@@ -11,7 +11,7 @@
 #include "core/job_estimate.h"
 #include "core/job_plan.h"
 #include "core/motion_time.h"
-#include "drawing/hpgl.h"
+#include "drawing/hpgl/hpgl.h"
 #include "job/time_estimate.h"
 
 namespace k7 {

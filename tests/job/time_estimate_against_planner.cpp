@@ -10,7 +10,7 @@
 #include "board/planner.h"
 #include "core/job_estimate.h"
 #include "core/job_plan.h"
-#include "drawing/hpgl.h"
+#include "drawing/hpgl/hpgl.h"
 #include "job/time_estimate.h"
 #include "motion/axes.h"
 

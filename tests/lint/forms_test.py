@@ -1,13 +1,15 @@
 #!/usr/bin/env python3
 """Checks that forms.py finds what it is for: runs it on copies of .github with one fault each."""
 import pathlib
-import shutil
-import subprocess
+import re
 import sys
-import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-FORM, CONFIG, WORKFLOW = "ISSUE_TEMPLATE/machine.yml", "ISSUE_TEMPLATE/config.yml", "workflows/ci.yml"
+sys.path.insert(0, str(ROOT / "tests/support"))
+import lint_faults
+
+FORM, CONFIG = ".github/ISSUE_TEMPLATE/machine.yml", ".github/ISSUE_TEMPLATE/config.yml"
+WORKFLOW = ".github/workflows/ci.yml"
 
 # What is replaced by what in which file, and what the lint then says.
 FAULTS = [
@@ -26,34 +28,5 @@ FAULTS = [
     (WORKFLOW, "run: .ci/run", "command: .ci/run", "not one of run and uses"),
 ]
 
-
-def run_on_copy(name="", old="", new=""):
-    """Exit code and output of the lint on a copy of .github with the fault."""
-    with tempfile.TemporaryDirectory() as folder:
-        shutil.copytree(ROOT / ".github", pathlib.Path(folder) / ".github")
-        if name:
-            file = pathlib.Path(folder) / ".github" / name
-            if old not in file.read_text():
-                return 0, f"{name}: nothing to spoil"
-            file.write_text(file.read_text().replace(old, new, 1))
-        done = subprocess.run([sys.executable, ROOT / "tests/lint/forms.py", folder],
-                              capture_output=True, text=True)
-        return done.returncode, done.stdout + done.stderr
-
-
-passed = failed = 0
-code, output = run_on_copy()
-if code == 0:
-    passed += 1
-else:
-    failed += 1
-    print("ERROR the files as they are:", output)
-for name, old, new, said in FAULTS:
-    code, output = run_on_copy(name, old, new)
-    if code == 1 and said in output:
-        passed += 1
-    else:
-        failed += 1
-        print(f"ERROR {name}, {old!r}: exit code {code}:", output)
-print(f"forms_test: {passed} passed, {failed} failed")
-sys.exit(1 if failed else 0)
+sys.exit(lint_faults.check("forms_test", "tests/lint/forms.py", [".github"],
+                           [(name, re.escape(old), new, said) for name, old, new, said in FAULTS]))

@@ -8,20 +8,18 @@
 #include <iterator>
 #include <string>
 
+#include "settings/row_text.h"
 #include "settings/schema.h"
 
 namespace k7::settings {
 namespace {
 
+using k7host::NameOf;
+using k7host::Narrow;
+
 constexpr char kDocument[] = K7_DOCS "/settings_file.md";
 constexpr char kBegin[] = "<!-- keys: from src/settings/schema.h -->\n";
 constexpr char kEnd[] = "<!-- end of keys -->\n";
-
-std::string Narrow(const wchar_t* text) {
-  std::string narrow;
-  for (; *text != L'\0'; ++text) narrow += static_cast<char>(*text);
-  return narrow;
-}
 
 std::string Number(double number) {
   char text[64];
@@ -44,22 +42,6 @@ std::string Kind(Encoding encoding) {
   return "";
 }
 
-std::string NameOf(Reader reader) {
-  switch (reader) {
-    case Reader::Load:
-      return "a load";
-    case Reader::SettingsDialog:
-      return "the settings dialog";
-    case Reader::TableSetupDialog:
-      return "the table setup dialog";
-    case Reader::TableHomeDialog:
-      return "the table home dialog";
-    case Reader::Any:
-      break;
-  }
-  return "";
-}
-
 std::string Default(const Row& row) {
   if (IsWrittenOnly(row)) return "written only";
   if (row.encoding == Encoding::Text) return Narrow(row.text);
@@ -67,7 +49,7 @@ std::string Default(const Row& row) {
   for (const Override& other : row.overrides) {
     if (other.reader == Reader::Any) continue;
     if (!text.empty()) text += "; ";
-    text += NameOf(other.reader) + ": ";
+    text += std::string{NameOf(other.reader)} + ": ";
     text +=
         other.standIn != nullptr ? "*" + std::string{other.standIn} + "*" : Number(other.number);
   }
