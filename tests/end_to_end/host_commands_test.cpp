@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cctype>
+#include <optional>
 #include <ostream>
 #include <sstream>
 
@@ -219,13 +220,21 @@ TEST_P(HostSettings, OpensTheDialogAndPrintsItsResult) {
   for (std::string word; split >> word;) words.push_back(word);
   Slots desk;
   desk.Ask("dialog-enabled 2");  // it has found its display by then
-  Process host(words, Places::Get().windowsPrograms);
-  ASSERT_EQ(desk.Ask(kWaitForDialog), "open") << host.ReadAll(1);
+  // On a machine that is held up for two seconds the dialog takes the controller for silent, and
+  // closes: one opens it again.
+  constexpr int kTries = 3;
+  std::optional<Process> host;
+  std::string seen;
+  for (int i = 0; i < kTries && seen != "open"; ++i) {
+    host.emplace(words, Places::Get().windowsPrograms);
+    seen = desk.Ask(kWaitForDialog);
+  }
+  ASSERT_EQ(seen, "open") << host->ReadAll(1);
   EXPECT_EQ(desk.Ask(std::string("dialog-enabled ") + kRunJob), run.runEnabled);
   EXPECT_EQ(desk.Ask(std::string("dialog-enabled ") + kTableSetup), run.setupEnabled);
   EXPECT_EQ(desk.Ask(std::string("dialog-press ") + run.button), "closed");
-  EXPECT_THAT(host.ReadAll(60), HasSubstr(run.want));
-  EXPECT_EQ(host.Wait(), 0);
+  EXPECT_THAT(host->ReadAll(60), HasSubstr(run.want));
+  EXPECT_EQ(host->Wait(), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(
