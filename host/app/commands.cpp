@@ -227,8 +227,9 @@ std::int64_t ShowSettings(Session& session, bool beforeJob, bool allowRun) {
   }
   const std::int64_t result = session.Device().ShowSettingsDialog(
       session.Window().Handle(), beforeJob ? 1 : 0, allowRun ? 1 : 0, 0, 1);
-  // The dialog asks for signs of life all the time, so that there is a recent one.
-  if (result == k7::kSettingsCancelled && session.Device().CheckAlive() == 0) {
+  // A dialog that closes by itself says no more than one that was cancelled, and with it the driver
+  // forgets when the machine last answered: its next check is good whatever the machine does.
+  if (result == k7::kSettingsCancelled && (session.IsLinkLost() || !TheWatch().Answers())) {
     Fail(kExitUnknown,
          std::string("the dialog was closed because ") +
              (session.IsLinkLost() ? "the link was lost" : "the controller has fallen silent"));

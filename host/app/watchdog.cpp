@@ -14,6 +14,8 @@ namespace {
 constexpr DWORD kLookMs = 200;
 constexpr std::uint64_t kFirstAskMs = 3000;
 constexpr std::uint64_t kAskMs = 1000;
+constexpr std::uint64_t kAnswerMs = 1000;
+constexpr DWORD kAnswerLookMs = 5;
 constexpr char kSignOfLife[] = "SmoothieIsConnected\n";
 constexpr wchar_t kClassName[] = L"K7HostSession";
 
@@ -26,6 +28,17 @@ bool IsWatched(Waiting waiting) {
 
 void Watch::Word() {
   wordMs_ = GetTickCount64();
+  ++signsOfLife_;
+}
+
+bool Watch::Answers() {
+  const std::lock_guard lock(deviceMutex_);
+  if (device_ == nullptr) return false;
+  const std::uint32_t before = signsOfLife_;
+  device_->SendLine(kSignOfLife);
+  const std::uint64_t end = GetTickCount64() + kAnswerMs;
+  while (signsOfLife_ == before && GetTickCount64() < end) Sleep(kAnswerLookMs);
+  return signsOfLife_ != before;
 }
 
 void Watch::Progress() {

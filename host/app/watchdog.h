@@ -38,6 +38,9 @@ class Watch {
   // one no longer running.
   void SetLastWords(std::function<void()> lastWords);
 
+  // Asks the machine for a sign of life; whether one comes within a second. [host]
+  bool Answers();
+
   // The window that is told of the machine's signs of life, and its message.
   HWND Window() const { return window_; }
   static constexpr UINT kMsgAlive = WM_APP + 100;
@@ -47,6 +50,7 @@ class Watch {
 
   std::atomic<Waiting> waiting_{Waiting::Nothing};
   std::atomic<std::uint64_t> wordMs_{0};
+  std::atomic<std::uint32_t> signsOfLife_{0};
   std::atomic<std::uint64_t> progressMs_{0};
   std::atomic<HWND> window_{nullptr};
   std::mutex deviceMutex_;

@@ -149,5 +149,18 @@ TEST(SwitchWatch, SaysThatTheMachineNoLongerAnswers) {
   EXPECT_EQ(watch.Wait(), 3);
 }
 
+// The driver closes its dialog as if it had been cancelled.
+TEST(SilentDialog, IsNotTakenForOneThatWasCancelled) {
+  FreshController controller(kId, FullMachine(), FullTable());
+  Slots desk;
+  desk.Ask("dialog-enabled 2");  // it has found its display by then
+  Process host({"wine", "k7host.exe", "dialog"}, Places::Get().windowsPrograms);
+  ASSERT_EQ(desk.Ask("dialog-wait K7 System Controller"), "open") << host.ReadAll(1);
+  controller.Control("fault do=silent,atMs=1");
+  EXPECT_THAT(host.ReadAll(30), HasSubstr("k7host: the dialog was closed because the controller "
+                                          "has fallen silent"));
+  EXPECT_EQ(host.Wait(), 3);
+}
+
 }  // namespace
 }  // namespace k7test

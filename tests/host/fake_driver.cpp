@@ -16,6 +16,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <thread>
+#include <utility>
 
 #include "recording_engraver.h"
 
@@ -78,7 +79,10 @@ class FakeDevice final : public k7test::RecordingEngraver {
     if (forgotten_ && Setting("K7_FAKE_UNSETTLED") != nullptr) xStepsPerInch = 4000.0f;
     return 24;
   }
-  std::int32_t CheckAlive() noexcept override { return alive && answers_ ? 1 : 0; }
+  std::int32_t CheckAlive() noexcept override {
+    if (std::exchange(forgetsSilence_, false)) return 1;
+    return alive && answers_ ? 1 : 0;
+  }
   void SetConnectNotify(k7::WindowHandle window, std::uint32_t message) noexcept override {
     connectWindow_ = static_cast<HWND>(window);
     connectMessage_ = message;
@@ -149,6 +153,8 @@ class FakeDevice final : public k7test::RecordingEngraver {
     Record("ShowSettingsDialog(" + std::to_string(IsWindow(static_cast<HWND>(parent))) + "," +
            std::to_string(mode) + "," + std::to_string(allowRun) + "," + std::to_string(showGrid) +
            ")");
+    // The first check after a dialog is good, whatever the machine does.
+    forgetsSilence_ = true;
     return Number("K7_FAKE_SETTINGS", 2);
   }
   std::uint32_t EstimateJobTime(const std::uint32_t*, std::uint32_t count) noexcept override {
@@ -182,6 +188,7 @@ class FakeDevice final : public k7test::RecordingEngraver {
   }
 
   bool answers_ = true;
+  bool forgetsSilence_ = false;
   bool forgotten_ = false;
   HWND connectWindow_ = nullptr;
   UINT connectMessage_ = 0;
