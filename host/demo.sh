@@ -34,7 +34,7 @@ demo() {  # [--watch]
     wait_for_enter "Open it in a browser, then press Enter to start."
   fi
   say "the controllers that the host finds"
-  wine "$BUILD/windows/bin/k7host.exe" list </dev/null || code=$?
+  wine "$BUILD/windows/bin/k7host.exe" list --ports </dev/null || code=$?
   say "engraving host/samples/plate.plt: home, probe, three passes"
   wine "$BUILD/windows/bin/k7host.exe" engrave "Z:$ROOT/host/samples/plate.plt" --id "$DEMO_ID" \
     --home </dev/null || code=$?
@@ -42,6 +42,7 @@ demo() {  # [--watch]
   kill -TERM "$SIMULATOR_PID" 2>/dev/null || true  # the page may have ended it
   wait "$SIMULATOR_PID" || code=$?
   SIMULATOR_PID=
+  tail -n 3 "$out/k7sim.log"  # what the machine says of it
   [ "$code" -eq 0 ] || die "the demonstration failed, exit code $code (build/demo)"
   rsvg-convert -w 2000 "$out/engraving.svg" -o "$out/engraving.png"
   say "done in $((SECONDS - started)) s: build/demo/engraving.png (picture), transcript.txt, report.json"

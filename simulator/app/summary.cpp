@@ -36,7 +36,7 @@ std::string WhatWasCut(const Recorder& record) {
 // Why, as far as the machine can tell; empty when something was cut.
 std::string WhyNothing(const Recorder& record) {
   if (record.HasCut()) return {};
-  if (!record.HasMoved()) return "nothing moved";
+  if (!record.HasMoved()) return "no moves were sent";
   if (record.Tool() == ToolKind::Air) return "the air head was never on while the machine moved";
   if (!record.NearestInches()) return "no plate is on the table";
   return "the tool came no nearer to the plate than " + Decimal(*record.NearestInches(), 3) + " in";

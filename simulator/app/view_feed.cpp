@@ -6,6 +6,7 @@
 #include <random>
 
 #include "app/control.h"
+#include "app/summary.h"
 
 namespace k7sim {
 namespace {
@@ -84,6 +85,7 @@ TimeUs ViewFeed::NextDue() const {
 }
 
 void ViewFeed::End(TimeUs nowUs) {
+  summary_ = Summary(simulator_);
   Publish(nowUs);
   exchange_->End();
 }
@@ -154,6 +156,7 @@ std::string ViewFeed::State() const {
     faults.push_back({{"fault", outcome.source}, {"fired", outcome.fired}});
   }
   state["faults"] = faults;
+  if (!summary_.empty()) state["summary"] = summary_;
   return state.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 

@@ -56,7 +56,8 @@ class ViewFeed final : public TranscriptListener {
   PageServer server_;
   std::deque<WireLine> lines_;  // that have passed since the last time the page was told
   std::uint64_t lineCount_ = 0;
-  TimeUs toldUs_ = -1;  // wire time; -1: nothing has been told
+  std::string summary_;  // empty until the end
+  TimeUs toldUs_ = -1;   // wire time; -1: nothing has been told
 };
 
 }  // namespace k7sim

@@ -54,7 +54,8 @@ function connect() {
   source.addEventListener('still', heard);
   source.addEventListener('end', () => {
     source.close();
-    setConnection('ended', 'The simulator has ended. What is shown is its last state.');
+    const summary = view.state && view.state.summary ? '\n' + view.state.summary.trimEnd() : '';
+    setConnection('ended', 'The simulator has ended. What is shown is its last state.' + summary);
   });
   source.onerror = () => {
     if (view.connection === 'ended') return;

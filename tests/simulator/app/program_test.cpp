@@ -188,9 +188,10 @@ TEST(Program, SaysAtItsEndWhatHappened) {
   Program program({"--pty", Folder() + "tty"});
   program.Output("ready\n");
   program.Signal(SIGTERM);
-  EXPECT_THAT(program.Output("spindle off\n"),
-              testing::MatchesRegex("nothing was cut: nothing moved, 0 errors\n.* 0 lines in, 0 "
-                                    "replies out\nhead at .*, not homed, spindle off\n"));
+  EXPECT_THAT(
+      program.Output("spindle off\n"),
+      testing::MatchesRegex("nothing was cut: no moves were sent, 0 errors\n.* 0 lines in, 0 "
+                            "replies out\nhead at .*, not homed, spindle off\n"));
   EXPECT_EQ(program.Wait(), 0);
 }
 

@@ -44,7 +44,8 @@ TEST(Summary, TellsOfHolesWhereNothingIsCutAlong) {
 }
 
 TEST(Summary, SaysWhyNothingWasCut) {
-  EXPECT_THAT(SummaryAfter(InchDeep(), "G21\n"), StartsWith("nothing was cut: nothing moved, "));
+  EXPECT_THAT(SummaryAfter(InchDeep(), "G21\n"),
+              StartsWith("nothing was cut: no moves were sent, "));
   EXPECT_THAT(SummaryAfter(InchDeep(), "G20\nG0 X1\nG0 Z0.4\n"),
               StartsWith("nothing was cut: the tool came no nearer to the plate than 0.600 in, "));
   SimulatorSetup air;

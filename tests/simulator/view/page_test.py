@@ -255,6 +255,8 @@ class Page(unittest.TestCase):
         self.browser.click("button[data-line=quit]")
         self.browser.accept()
         self.say("#notice", "The simulator has ended")
+        self.say("#notice", "2 strokes, 0.039 in deep, 0 errors")
+        self.say("#notice", "in, homed, spindle on")
         self.assertEqual(simulator.process.wait(), 0)
         self.assertEqual(self.browser.text("#link"), "ended")
         self.assertTrue(self.browser.run("return document.querySelector('button.stop').disabled"))
