@@ -24,6 +24,12 @@ std::string LinkName(std::uint32_t type) {
   return type == k7::kLinkSerial ? "serial" : type == k7::kLinkTcp ? "tcp" : "none";
 }
 
+// Without a resolution nobody knows how far a step goes.
+std::string StepsText(std::int64_t steps, double stepsPerInch) {
+  return stepsPerInch > 0.0 && std::isfinite(stepsPerInch) ? InchesFromSteps(steps, stepsPerInch)
+                                                           : "unknown";
+}
+
 // A place as the driver tells it; one that no table can have is not known.
 std::string PlaceText(std::int32_t thousandths) {
   return SaneText(std::abs(thousandths / 1000.0) < 100000.0 ? thousandths / 1000.0 : NAN);
@@ -77,25 +83,39 @@ std::string AskPort(const Arguments& arguments, const std::string& id) {
   return PortName(session.Device()) + "\t" + LinkName(session.Device().GetLinkType());
 }
 
+// Over TCP nothing is searched for: whoever answers there is the list.
+int ListTheOneAt(const Arguments& arguments) {
+  Session session;
+  if (const int code = session.Open(arguments); code != kExitOk) return code;
+  wchar_t name[k7::kNameCapacity] = {};
+  session.Device().GetFriendlyName(name, k7::kNameCapacity);
+  PrintLine("0\t" + session.Id() + "\t" + NarrowText(name) + "\t" + PortName(session.Device()) +
+            "\t" + LinkName(session.Device().GetLinkType()));
+  return kExitOk;
+}
+
 }  // namespace
 
 int RunList(const Arguments& arguments) {
+  if (!arguments.tcp.empty()) return ListTheOneAt(arguments);
   Session session;
   const int code = session.Load();
   if (code != kExitOk) return code;
   const std::uint64_t start = GetTickCount64();
   const std::int32_t count = Search(session.Driver());
   const std::uint64_t tookMs = GetTickCount64() - start;
-  const SerialPorts ports = LookAtPorts();
+  SerialPorts ports = LookAtPorts();
+  if (count > 0) ports.programs.clear();  // nobody has taken anything away
   Notice("the search took " + InchesFromThousandths(static_cast<std::int64_t>(tookMs)) +
          " s: " + PortsText(ports));
   if (count < 1) return Fail(kExitMachine, "no controller found");
   std::vector<ControllerEntry> entries;
   for (std::int32_t i = 0; i < count; ++i) entries.push_back(ReadEntry(session.Driver(), i));
+  // The search finds controllers on serial ports alone.
+  const bool sure = entries.size() == 1 && ports.free.size() == 1;
+  if (!sure && !arguments.ports) Notice("k7host list --ports asks each for its port");
   for (std::size_t i = 0; i < entries.size(); ++i) {
-    std::string port = "-\t-";
-    // The search finds controllers on serial ports alone.
-    if (entries.size() == 1 && ports.free.size() == 1) port = ports.free[0] + "\tserial";
+    std::string port = sure ? ports.free[0] + "\tserial" : "-\t-";
     if (arguments.ports) port = AskPort(arguments, entries[i].id);
     PrintLine(std::to_string(i) + "\t" + entries[i].id + "\t" + entries[i].name + "\t" + port);
   }
@@ -137,8 +157,8 @@ std::string PositionText(Session& session) {
   session.Device().GetCurrentPosition(nullptr, nullptr);
   if (const auto& position = window.Reports().position) {
     const Table table = session.MachineTable();
-    return InchesFromSteps(position->xSteps, table.xStepsPerInch) + " " +
-           InchesFromSteps(position->ySteps, table.yStepsPerInch) + " inches";
+    return StepsText(position->xSteps, table.xStepsPerInch) + " " +
+           StepsText(position->ySteps, table.yStepsPerInch) + " inches";
   }
   std::int32_t x = 0;
   std::int32_t y = 0;

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "doctor/ports.h"
+
 namespace k7host {
 namespace {
 
@@ -29,6 +31,7 @@ SerialPorts LookAtPorts() {
       ports.taken.push_back(name);
     }
   }
+  ports.programs = ProgramsWithDriver();
   return ports;
 }
 
@@ -38,7 +41,11 @@ std::string PortsText(const SerialPorts& ports) {
     text += (text.empty() ? "" : "; ") + Joined(ports.taken) +
             (ports.taken.size() == 1 ? " is" : " are") + " in use by another program";
   }
-  return text.empty() ? "there is no serial port COM0 to COM49" : text;
+  if (text.empty()) text = "there is no serial port COM0 to COM49";
+  if (ports.programs.empty()) return text;
+  return text + "; " + Joined(ports.programs) + (ports.programs.size() == 1 ? " has" : " have") +
+         " the driver loaded and may have the port: end " +
+         (ports.programs.size() == 1 ? "it" : "them") + " first";
 }
 
 }  // namespace k7host

@@ -36,8 +36,9 @@ int Session::Load() {
 
 int Session::Open(const Arguments& arguments) {
   int code = Load();
+  const NoSettings noSettings = FindNoSettings();
   if (code == kExitOk) code = ChooseId(arguments);
-  if (code == kExitOk) code = CheckSettingsBefore(arguments.command, id_);
+  if (code == kExitOk) code = CheckSettingsBefore(arguments.command, id_, noSettings);
   if (code == kExitOk) code = Connect();
   if (code == kExitOk && !arguments.tcp.empty()) code = GoOverToTcp(arguments.tcp);
   if (code != kExitOk) return code;
@@ -133,7 +134,8 @@ int Session::ChooseId(const Arguments& arguments) {
   if (!id_.empty()) return kExitOk;
   const std::int32_t count = Search(driver_);
   if (count < 1) {
-    return Fail(kExitMachine, "no controller found: " + PortsText(LookAtPorts()));
+    return Fail(kExitMachine, "no controller found: " + PortsText(LookAtPorts()) +
+                                  "; k7host doctor says what is wrong");
   }
   std::string all;
   for (std::int32_t i = 0; i < count; ++i) {

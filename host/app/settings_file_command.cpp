@@ -215,14 +215,31 @@ int RunSettingsFile(const SettingsArguments& arguments) {
   return kExitUsage;
 }
 
-int CheckSettingsBefore(Command command, const std::string& id) {
+NoSettings FindNoSettings() {
+  NoSettings none;
+  for (const std::string& id : ControllersWithSettings()) {
+    for (const SettingsFault& fault : CheckSettingsFile(SettingsPath(id))) {
+      // Of the file itself, and not of one of its keys.
+      if (fault.severity == Severity::Wrong && fault.key.empty()) none[id] = FaultText(fault);
+    }
+  }
+  return none;
+}
+
+int CheckSettingsBefore(Command command, const std::string& id, const NoSettings& before) {
   if (!MovesTheMachine(command)) return kExitOk;
   const std::wstring path = SettingsPath(id);
+  const std::string file = NarrowText(path) + ": ";
+  if (const auto none = before.find(id); none != before.end()) {
+    return Fail(kExitUsage, file + none->second);
+  }
   const std::vector<SettingsFault> faults = CheckSettingsFile(path);
   const std::size_t wrong = CountWrong(faults);
   for (const SettingsFault& fault : faults) {
     if (fault.severity != Severity::Wrong) continue;
-    return Fail(kExitUsage, NarrowText(path) + ": " + FaultText(fault) +
+    // One that cannot be read is named in the fault.
+    const bool named = fault.problem.find(NarrowText(path)) != std::string::npos;
+    return Fail(kExitUsage, (named ? "" : file) + FaultText(fault) +
                                 (wrong > 1 ? " (and " + std::to_string(wrong - 1) +
                                                  " more: k7host doctor --id " + id + ")"
                                            : ""));

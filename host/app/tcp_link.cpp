@@ -4,12 +4,11 @@
 #include <winsock2.h>
 #include <ws2tcpip.h>
 
+#include "args/tcp_address.h"
 #include "core/text.h"
 
 namespace k7host {
 namespace {
-
-constexpr char kPort[] = "23";
 
 SOCKET ConnectToFirst(const ADDRINFOW* addresses) {
   for (const ADDRINFOW* entry = addresses; entry != nullptr; entry = entry->ai_next) {
@@ -26,9 +25,9 @@ SOCKET ConnectToFirst(const ADDRINFOW* addresses) {
 
 TcpLink ConnectTcp(const std::string& address) {
   TcpLink result;
-  const std::size_t colon = address.rfind(':');
-  result.host = address.substr(0, colon);
-  const std::string port = colon == address.npos ? kPort : address.substr(colon + 1);
+  const auto parsed = ParseTcpAddress(address, result.error);
+  if (!parsed) return result;
+  result.host = parsed->host;
   WSADATA ignored;
   if (WSAStartup(MAKEWORD(2, 2), &ignored) != 0) {
     result.error = "there is no network";
@@ -39,11 +38,11 @@ TcpLink ConnectTcp(const std::string& address) {
   hints.ai_protocol = IPPROTO_TCP;
   ADDRINFOW* addresses = nullptr;
   SOCKET socket = INVALID_SOCKET;
-  if (GetAddrInfoW(WideText(result.host).c_str(), WideText(port).c_str(), &hints, &addresses) ==
-      0) {
+  if (GetAddrInfoW(WideText(result.host).c_str(), WideText(parsed->port).c_str(), &hints,
+                   &addresses) == 0) {
     socket = ConnectToFirst(addresses);
     FreeAddrInfoW(addresses);
-    if (socket == INVALID_SOCKET) result.error = "nobody answers at port " + port;
+    if (socket == INVALID_SOCKET) result.error = "nobody answers at port " + parsed->port;
   } else {
     result.error = "there is no such host";
   }

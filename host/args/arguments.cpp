@@ -33,6 +33,14 @@ void AddTraceCommand(CLI::App& app, Arguments& out) {
   follow->excludes(svg);
 }
 
+constexpr char kVersionText[] = "k7host " K7_VERSION;
+
+// --version for every command.
+void AddVersion(CLI::App& app) {
+  app.set_version_flag("--version", kVersionText, "The version");
+  for (CLI::App* sub : app.get_subcommands({})) AddVersion(*sub);
+}
+
 // --trace for every command but `trace` that `app` has by now.
 void AddTraceOption(CLI::App& app, Arguments& out) {
   for (CLI::App* sub : app.get_subcommands({})) {
@@ -69,6 +77,7 @@ std::string FullName(const CLI::App& app) {
   return (parent == nullptr ? "" : FullName(*parent) + " ") + app.get_name();
 }
 
+// An empty word: it is missing.
 std::string WrongCommand(const CLI::App& app, const std::string& word) {
   std::vector<std::string> names;
   std::string all;
@@ -76,6 +85,7 @@ std::string WrongCommand(const CLI::App& app, const std::string& word) {
     names.push_back(sub->get_name());
     all += (all.empty() ? "" : ", ") + names.back();
   }
+  if (word.empty()) return FullName(app) + " needs a command: " + all;
   const std::string nearest = NearestWord(word, names);
   return "'" + word + "' is no command of " + FullName(app) +
          (nearest.empty() ? "; commands: " : ", did you mean '" + nearest + "'? Commands: ") + all;
@@ -108,7 +118,7 @@ std::string WrongWord(const CLI::App& app, const std::vector<std::string>& words
       at = below.front();
     }
   }
-  return "";
+  return at->get_require_subcommand_min() > 0 ? WrongCommand(*at, "") : "";
 }
 
 }  // namespace
@@ -124,11 +134,10 @@ ParsedArguments ParseArguments(const std::vector<std::string>& words) {
   app.footer(
       "Exit codes: 0 done, 1 the machine or the driver refused or failed, 2 wrong usage, bad\n"
       "input or settings that make no sense, 3 ended with the machine's state unknown (its link\n"
-      "lost, or ended by a second Ctrl-C). Results go to the standard output, one \"name: value\" "
-      "a\n"
-      "line; errors and notices to the error output, one line \"k7host: message\" or\n"
-      "\"FILE:LINE:COLUMN: message\".");
-  app.set_version_flag("--version", std::string("k7host ") + K7_VERSION, "The version");
+      "lost, it fell silent, or ended by a second Ctrl-C). Results go to the standard output, one\n"
+      "\"name: value\" a line; errors and notices to the error output, one line \"k7host: "
+      "message\"\n"
+      "or \"FILE:LINE:COLUMN: message\".");
   // In this order the help lists them.
   AddListCommands(app, out);
   AddEngraveCommands(app, out);
@@ -136,6 +145,7 @@ ParsedArguments ParseArguments(const std::vector<std::string>& words) {
   AddSettingsCommands(app, out);
   AddTraceCommand(app, out);
   AddTraceOption(app, out);
+  AddVersion(app);
   ParsedArguments parsed;
   try {
     app.parse(std::vector<std::string>(words.rbegin(), words.rend()));

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "args/arguments.h"
+#include "args/tcp_address.h"
 #include "k7/driver.h"
 
 namespace k7host {
@@ -105,7 +106,14 @@ void AddTcp(CLI::App* sub, Arguments& out) {
   sub->add_option("--tcp", out.tcp,
                   "Talk to the machine over TCP (port 23 unless given); some controller\n"
                   "must answer on a serial port, too, because the driver starts from there")
-      ->type_name("HOST[:PORT]");
+      ->type_name("HOST[:PORT]")
+      ->check(CLI::Validator(
+          [](const std::string& text) {
+            std::string error;
+            ParseTcpAddress(text, error);
+            return error;
+          },
+          ""));
 }
 
 CLI::App* AddDeviceCommand(CLI::App& app, Arguments& out, Command command, const char* name,
@@ -116,8 +124,8 @@ CLI::App* AddDeviceCommand(CLI::App& app, Arguments& out, Command command, const
   if (command != Command::List) {
     sub->add_option("--id", out.id, "Identity of the controller; not needed when there is one only")
         ->type_name("ID");
-    AddTcp(sub, out);
   }
+  AddTcp(sub, out);
   return sub;
 }
 
@@ -126,7 +134,8 @@ void AddListCommands(CLI::App& app, Arguments& out) {
       app, out, Command::List, "list", "List the controllers found",
       "Prints a line for each: index, identity, name, port and link, separated by tabs. The "
       "driver\n"
-      "tells the port of a connected controller alone: it is \"-\" where several could be meant.")
+      "tells the port of a connected controller alone: it is \"-\" where several could be meant.\n"
+      "With --tcp: the controller at that address.")
       ->add_flag("--ports", out.ports, "Connect to each, to learn its port for certain");
   CLI::App* info =
       AddDeviceCommand(app, out, Command::Info, "info", "Show a controller and its machine",

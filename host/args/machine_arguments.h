@@ -16,8 +16,8 @@ inline constexpr double kLongestInches = 10000.0;
 // Adds --tcp to a command. [any]
 void AddTcp(CLI::App* sub, Arguments& out);
 
-// Adds a command that becomes Arguments::command when it is given; with --id and --tcp, but for
-// `list`, which talks to all. [any]
+// Adds a command that becomes Arguments::command when it is given; with --tcp and, but for
+// `list`, which talks to all, with --id. [any]
 CLI::App* AddDeviceCommand(CLI::App& app, Arguments& out, Command command, const char* name,
                            const char* description, const char* footer);
 

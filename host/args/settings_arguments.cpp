@@ -15,6 +15,7 @@ void AddDialogOptions(CLI::App* sub, Arguments& out) {
                 "As before a job: sees to the table home first, then \"Run Job\" can be\npressed");
   sub->add_flag("--read-only", out.readOnly,
                 "Without \"Run Job\", \"Table Setup...\" and changes of settings");
+  AddTcp(sub, out);
 }
 
 CLI::App* Leaf(CLI::App* parent, Arguments& out, SettingsAction action, const char* name,

@@ -102,7 +102,8 @@ PlanResult BuildPlan(const std::vector<Stroke>& strokes, const Table& table) {
     result.error = "the drawing does not fit the table: it spans " + ExtentOf(extent, table) +
                    " inches, the table is " +
                    InchesFromSteps(table.widthSteps, table.xStepsPerInch) + " x " +
-                   InchesFromSteps(table.heightSteps, table.yStepsPerInch);
+                   InchesFromSteps(table.heightSteps, table.yStepsPerInch) +
+                   " inches; --origin, --offset and --scale place the drawing";
     return result;
   }
   Builder builder(table, result.plan);

@@ -54,8 +54,8 @@ std::string Reason(const Silence& silence) {
     case Waiting::JobStart:
       return ": a message of the driver may be waiting to be closed";
     case Waiting::GoTo:
-      return ": a board that reports nothing for a move of nothing has nothing to tell when the "
-             "cutter is up already; home the machine (k7host home), then go again";
+      return ": if the cutter was up already, this board does not report its lift, which moves "
+             "nothing; end this, home the machine (k7host home), then go again";
     case Waiting::Moves:
     case Waiting::JobEnd:
       break;

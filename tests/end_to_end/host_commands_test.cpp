@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cctype>
+#include <fstream>
 #include <optional>
 #include <ostream>
 #include <sstream>
@@ -57,6 +58,14 @@ TEST_F(HostCommand, HomeDrivesToTheSwitches) {
   EXPECT_EQ(Host({"home"}), "position: -1.000 -1.000 inches\n");
   EXPECT_THAT(controller.Transcript(), HasSubstr("G28 Z0\nM43\nG28 Y0\nG28 X0\nSetTableHomed\n"));
   EXPECT_EQ(controller.Number("homed"), 1);
+}
+
+// A search writes the controller's name into the file, which then has a section of settings.
+TEST_F(HostCommand, AFileThatIsNoSettingsFileIsNamedAndNothingIsSent) {
+  std::ofstream(SettingsFile(kId)) << "<html>not found</html>\n";
+  EXPECT_THAT(Host({"home"}, 2), HasSubstr(std::string(kId) + ".ini: is no settings file: it has "
+                                                              "none of the sections of one"));
+  EXPECT_THAT(controller.Transcript(), Not(HasSubstr("G28")));
 }
 
 TEST_F(HostCommand, SwitchesAreShownOnceOrWatched) {
@@ -185,6 +194,8 @@ TEST(HostOverTcp, EveryCommandTakesAnAddress) {
   HostRun run = RunHost({"info", "--tcp", address});
   EXPECT_EQ(run.exitCode, 0) << run.output;
   EXPECT_THAT(run.output, HasSubstr("\nport: 127.0.0.1\nlink: tcp\n"));
+  EXPECT_EQ(RunHost({"list", "--tcp", address}).output,
+            "0\t" + std::string(kId) + "\tK7 System Controller\t127.0.0.1\ttcp\n");
   run = RunHost({"home", "--tcp", address});
   EXPECT_EQ(run.output, "position: -1.000 -1.000 inches\n");
   run = RunHost({"engrave", Sample("grid.plt"), "--passes", "1", "--tcp", address});

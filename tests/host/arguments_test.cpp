@@ -1,4 +1,5 @@
 #include "args/arguments.h"
+#include "args/tcp_address.h"
 
 #include <gtest/gtest.h>
 
@@ -186,6 +187,8 @@ TEST(Arguments, AWrongWordIsNamedWithWhatItWasMeantToBe) {
   } kCases[] = {
       {"engarve f", "'engarve' is no command of k7host, did you mean 'engrave'? Commands: list, "},
       {"xyzzy", "'xyzzy' is no command of k7host; commands: list, "},
+      {"", "k7host: k7host needs a command: list, info, "},
+      {"spindle ramp", "k7host spindle ramp needs a command: up, down"},
       {"engrave f --pases 3", "'--pases' is no option of k7host engrave, did you mean '--passes'?"},
       {"engrave f --id A --hmoe",
        "'--hmoe' is no option of k7host engrave, did you mean '--home'?"},
@@ -217,10 +220,50 @@ TEST(WordsToResume, LeavesOutWhatIsOfOneRunOnly) {
             (std::vector<std::string>{"engrave", "a.plt", "--passes", "2", "--batch"}));
 }
 
-TEST(Arguments, TellsItsVersion) {
-  const ParsedArguments parsed = Parse("--version");
-  EXPECT_EQ(parsed.exitCode, kExitOk);
-  EXPECT_EQ(parsed.help.substr(0, 7), "k7host ");
+TEST(Arguments, TellsItsVersionBehindEveryCommand) {
+  for (const char* line : {"--version", "list --version", "engrave --version",
+                           "settings get --version", "spindle ramp up --version"}) {
+    const ParsedArguments parsed = Parse(line);
+    EXPECT_EQ(parsed.exitCode, kExitOk) << line;
+    EXPECT_EQ(parsed.help.substr(0, 7), "k7host ") << line;
+  }
+}
+
+TEST(Arguments, EveryCommandThatSpeaksToAMachineTakesAnAddress) {
+  for (const char* command :
+       {"list", "info", "engrave f", "estimate f", "home", "switches", "jog", "goto 1 1",
+        "spindle on", "spindle ramp up", "dialog", "settings", "setup"}) {
+    EXPECT_EQ(Good(std::string(command) + " --tcp box:2000").tcp, "box:2000") << command;
+  }
+}
+
+TEST(TcpAddress, IsAHostWithOrWithoutAPort) {
+  constexpr struct {
+    const char* text;
+    const char* host;
+    const char* port;
+  } kGood[] = {{"box", "box", "23"},      {"10.0.0.7:2000", "10.0.0.7", "2000"},
+               {"::1", "::1", "23"},      {"[::1]", "::1", "23"},
+               {"[::1]:99", "::1", "99"}, {"box:65535", "box", "65535"}};
+  std::string error;
+  for (const auto& c : kGood) {
+    const auto address = ParseTcpAddress(c.text, error);
+    ASSERT_TRUE(address) << c.text;
+    EXPECT_EQ(address->host, c.host) << c.text;
+    EXPECT_EQ(address->port, c.port) << c.text;
+  }
+  constexpr const char* kBad[][2] = {{"", "'' is no HOST or HOST:PORT"},
+                                     {":23", "':23' is no HOST or HOST:PORT"},
+                                     {"[::1]23", "'[::1]23' is no HOST or HOST:PORT"},
+                                     {"box:", "'' is no port; expected 1 to 65535"},
+                                     {"box:x", "'x' is no port; expected 1 to 65535"},
+                                     {"box:0", "'0' is no port; expected 1 to 65535"},
+                                     {"box:65536", "'65536' is no port; expected 1 to 65535"}};
+  for (const auto& [text, want] : kBad) {
+    EXPECT_FALSE(ParseTcpAddress(text, error)) << text;
+    EXPECT_EQ(error, want);
+  }
+  EXPECT_EQ(Parse("home --tcp box:x").exitCode, kExitUsage);
 }
 
 std::size_t LongestLine(const std::string& text) {

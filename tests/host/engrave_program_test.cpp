@@ -40,9 +40,11 @@ TEST_F(EngraveCommand, ABadFileMovesNothing) {
 TEST_F(EngraveCommand, ADrawingOffTheTableMovesNothing) {
   const Outcome run = Host("engrave " + File("PU0,0;PD26000,0;"));
   EXPECT_EQ(run.exitCode, 2u);
-  EXPECT_EQ(run.err,
-            "k7host: a.plt: the drawing does not fit the table: it spans X 0.000 to 25.591, Y "
-            "0.000 to 0.000 inches, the table is 25.000 x 16.000\n");
+  EXPECT_EQ(
+      run.err,
+      "k7host: a.plt: the drawing does not fit the table: it spans X 0.000 to 25.591, Y "
+      "0.000 to 0.000 inches, the table is 25.000 x 16.000 inches; --origin, --offset and --scale "
+      "place the drawing\n");
   EXPECT_EQ(run.log, "Connect 0000000000000000\nRelease\n");
 }
 

@@ -102,8 +102,10 @@ TEST(JobPlan, ADrawingThatDoesNotFitIsRefusedWhole) {
   };
   for (const auto& c : kCases) {
     const PlanResult result = Plan(c.file);
-    EXPECT_EQ(result.error, "the drawing does not fit the table: it spans " + std::string(c.want) +
-                                " inches, the table is 2.000 x 1.000");
+    EXPECT_EQ(result.error,
+              "the drawing does not fit the table: it spans " + std::string(c.want) +
+                  " inches, the table is 2.000 x 1.000 inches; --origin, --offset and "
+                  "--scale place the drawing");
     EXPECT_TRUE(result.plan.moves.empty());
   }
 }

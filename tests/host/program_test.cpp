@@ -64,6 +64,20 @@ TEST_F(Program, SeveralControllersNeedAnId) {
             "Connect 0000000000000001\nGoToAsJob(4000,4000,0)\nRelease\n");
 }
 
+TEST_F(Program, AnotherProgramWithTheDriverIsNamedWhereNothingIsFound) {
+  Set("K7_FAKE_COUNT", "0");
+  EXPECT_EQ(Host("list").err.find("the driver loaded"), std::string::npos);
+  const HMODULE driver = LoadLibraryW((folder_ / "k7driver.dll").c_str());
+  ASSERT_NE(driver, nullptr);
+  const std::string want = "(process " + std::to_string(GetCurrentProcessId()) +
+                           ") has the driver loaded and may have the port: end it first";
+  for (const char* command : {"list", "home"}) {
+    const Outcome run = Host(command);
+    EXPECT_NE(run.err.find(want), std::string::npos) << run.err;
+  }
+  FreeLibrary(driver);
+}
+
 TEST_F(Program, AControllerThatDoesNotAnswerIsTheMachinesNo) {
   Set("K7_FAKE_NO_CONNECT", "1");
   const Outcome run = Host("home");

@@ -37,7 +37,7 @@ TEST_F(SilentMachine, AMachineThatAnswersIsNotCalledSilent) {
   const HANDLE process = Start("goto 1 1");
   EXPECT_TRUE(
       WaitForError("k7host: the machine answers, but has reported nothing done for 5 s, on "
-                   "the way: a board that reports nothing for a move of nothing"));
+                   "the way: if the cutter was up already, this board does not report"));
   Break();
   EXPECT_TRUE(WaitForError("k7host: stopping when this is done"));
   Break();
