@@ -102,9 +102,11 @@ TEST_F(Doctor, SaysWhatIsWrongWithTheSettings) {
   EXPECT_THAT(controller.Transcript(), Not(HasSubstr("G28")));
 }
 
+// Over a bare line, on which a board does not greet who opens it.
 TEST(DoctorOfASilentMachine, SaysThatNothingAnswers) {
-  FreshController controller{kId, FullMachine(),
-                             With(FullTable(), {"--fault", "line=1,do=silent"})};
+  FreshController controller{
+      kId, FullMachine(),
+      With(FullTable(), {"--wire", "uart", "--baud", "115200", "--fault", "line=1,do=silent"})};
   const HostRun run = RunHost({"doctor", "--port", "COM7"});
   EXPECT_EQ(run.exitCode, 1) << run.output;
   EXPECT_THAT(run.output, HasSubstr("fail  controller on COM7: nothing answers at 115200 baud"));
