@@ -9,6 +9,7 @@
 
 #include "doctor/answers.h"
 #include "doctor/report.h"
+#include "latin1.h"
 #include "settings/ini_text.h"
 #include "settings/key_text.h"
 #include "settings/listing.h"
@@ -19,34 +20,7 @@
 namespace k7host {
 namespace {
 
-// Every byte is the character of its number.
-class Latin1 : public CodePage {
- public:
-  std::string ToUtf8(std::string_view bytes) const override {
-    std::string text;
-    for (const char c : bytes) {
-      const auto byte = static_cast<std::uint8_t>(c);
-      if (byte >= 0x80) text += static_cast<char>(0xC0 | byte >> 6);
-      text += byte < 0x80 ? c : static_cast<char>(0x80 | (byte & 0x3F));
-    }
-    return text;
-  }
-  std::optional<std::string> FromUtf8(std::string_view text) const override {
-    std::string bytes;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      const auto byte = static_cast<std::uint8_t>(text[i]);
-      if (byte < 0x80) {
-        bytes += text[i];
-      } else if (byte < 0xC4 && i + 1 < text.size()) {
-        bytes += static_cast<char>(byte << 6 | (text[++i] & 0x3F));
-      } else {
-        return std::nullopt;
-      }
-    }
-    return bytes;
-  }
-};
-const Latin1 kPage;
+const k7test::Latin1 kPage;
 
 IniText Ini(std::string_view bytes) {
   return {bytes, kPage};
@@ -116,6 +90,10 @@ TEST(IniText, KeepsTheCodePageOrUtf16) {
   EXPECT_FALSE(ansi.Set("Settings", "FriendlyName", "\xE2\x82\xAC"));  // not in this page
   EXPECT_FALSE(ansi.Set("Settings", "FriendlyName", "two\nlines"));
   EXPECT_EQ(ansi.Bytes(), "[Settings]\nFriendlyName=\xFC\n");
+
+  // Cut off in the middle of a character, as by a full disk.
+  const std::string cut = Utf16(u"[Settings]\r\nA=1") + "B";
+  EXPECT_EQ(Ini(cut).Bytes(), cut);
 
   IniText wide = Ini(Utf16(u"[Settings]\r\nFriendlyName=\u20AC\r\n"));
   EXPECT_TRUE(wide.IsUtf16());
@@ -377,6 +355,28 @@ TEST(SettingsJson, KeepsWhatStandsInTheFileInAnotherWay) {
   EXPECT_EQ(back.Find("Axis X", "Limit Switch"), "7");
   EXPECT_EQ(back.Find("Axis X", "Micro Steps"), "");
   EXPECT_EQ(back.Find("Other", "Key"), "text");
+}
+
+// Nobody reads what stands there a second time; once imported it would be read.
+TEST(SettingsJson, LeavesOutWhatNobodyReads) {
+  const std::string json =
+      ExportSettings(Ini("[Other]\nKey=first\nKey=again\n[Mine]\nA=1\n[Other]\nWidth=7000\n"));
+  IniText back = Ini("");
+  ASSERT_EQ(ImportSettings(json, back), "");
+  EXPECT_EQ(back.Bytes(), "[Other]\r\nKey=first\r\n[Mine]\r\nA=1\r\n");
+}
+
+TEST(SettingsJson, RefusesInOneLineThatCanBeRead) {
+  const auto refusal = [](const std::string& settings) {
+    IniText file = Ini("");
+    return ImportSettings("{\"format\": \"k7 settings 1\", \"settings\": " + settings + "}", file);
+  };
+  EXPECT_EQ(refusal(R"({"A\nB": 5})"), "A?B: expected keys in braces");
+  EXPECT_EQ(refusal(R"({"A": {"qqqqqqqq\r\n\u001b": 5}})").find_first_of("\r\n\x1b"),
+            std::string::npos);
+  EXPECT_EQ(refusal(R"({"Axis X": {"Screw Pitch": {"value": [[[[1]]]]}}})"),
+            "Axis X/Screw Pitch: [...] makes no sense; expected 0.001 to 10 in a turn");
+  EXPECT_LT(refusal("{\"" + std::string(5000, 'x') + "\": {\"a\": 5}}").size(), 200u);
 }
 
 TEST(SettingsJson, ImportChangesAllOrNothing) {
