@@ -52,11 +52,13 @@ IniText::IniText(std::string_view bytes, const CodePage& page) : page_(&page) {
   utf16_ = bytes.substr(0, kUtf16Mark.size()) == kUtf16Mark;
   std::u16string units;
   if (utf16_) {
-    for (std::size_t i = kUtf16Mark.size(); i < bytes.size(); i += 2) {
+    std::size_t i = kUtf16Mark.size();
+    for (; i + 1 < bytes.size(); i += 2) {
       const auto low = static_cast<std::uint8_t>(bytes[i]);
-      const auto high = i + 1 < bytes.size() ? static_cast<std::uint8_t>(bytes[i + 1]) : 0;
+      const auto high = static_cast<std::uint8_t>(bytes[i + 1]);
       units += static_cast<char16_t>(low | high << 8);
     }
+    half_ = bytes.substr(i);
   } else {
     for (const char c : bytes) units += static_cast<std::uint8_t>(c);
   }
@@ -76,7 +78,7 @@ std::string IniText::Bytes() const {
       if (utf16_) bytes += static_cast<char>(unit >> 8);
     }
   }
-  return bytes;
+  return bytes + half_;
 }
 
 IniText::Parts IniText::Split(const Line& line) {

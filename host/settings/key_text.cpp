@@ -137,6 +137,13 @@ KeyFound FindKey(std::string_view name) {
                                       : "; the nearest: " + Joined(names))};
 }
 
+const Row* RowOf(std::string_view section, std::string_view key) {
+  for (const Row* row : kRows) {
+    if (SameName(Narrow(row->section), section) && SameName(Narrow(row->key), key)) return row;
+  }
+  return nullptr;
+}
+
 std::vector<std::string> NearestKeys(std::string_view name, std::size_t most) {
   struct Near {
     std::size_t distance;

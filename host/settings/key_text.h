@@ -26,6 +26,9 @@ struct KeyFound {
 };
 KeyFound FindKey(std::string_view name);
 
+// The key of exactly that section and name, in any case; null: none of the driver's. [any]
+const Row* RowOf(std::string_view section, std::string_view key);
+
 // The names that are most like `name`, the likest first; none that is not alike at all. [any]
 std::vector<std::string> NearestKeys(std::string_view name, std::size_t most = 3);
 

@@ -118,7 +118,7 @@ std::vector<std::string> ShowLines(const IniText& file, bool all) {
   }
   if (!all) return lines;
   for (const IniEntry& entry : file.Entries()) {
-    if (FindKey(entry.section + "/" + entry.key).row != nullptr) continue;
+    if (RowOf(entry.section, entry.key) != nullptr) continue;
     lines.push_back(Padded(entry.section + "/" + entry.key + ":", kNameWidth) + " " +
                     Padded(entry.text, kValueWidth) + " in the file  no key of the driver");
   }
@@ -144,7 +144,7 @@ std::vector<std::string> DiffLines(const IniText& a, const IniText& b) {
   }
   const auto others = [&](const IniText& from, const IniText& in, const char* where) {
     for (const IniEntry& entry : from.Entries()) {
-      if (FindKey(entry.section + "/" + entry.key).row != nullptr) continue;
+      if (RowOf(entry.section, entry.key) != nullptr) continue;
       if (in.Find(entry.section, entry.key) == entry.text) continue;
       lines.push_back(Padded(entry.section + "/" + entry.key + ":", kNameWidth) + " " + entry.text +
                       " (in the " + where + " alone)");

@@ -234,7 +234,7 @@ class Check {
       seen.push_back(name);
       if (again) {
         Add(Severity::Odd, shown, "stands there twice: the second is not read", "delete one");
-      } else if (FindKey(name).row != nullptr) {
+      } else if (RowOf(entry.section, entry.key) != nullptr) {
         const auto read = file_.Find(entry.section, entry.key);
         if (!read) {
           Add(Severity::Odd, shown, "stands in a section that is there twice: it is not read",

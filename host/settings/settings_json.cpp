@@ -59,11 +59,26 @@ bool IsNumberOf(const Row& row, const Json& value) {
   return value.is_number();
 }
 
+// A name or a value as an error shows it: in one line, and no longer than people read.
+std::string Plain(std::string text) {
+  std::replace_if(
+      text.begin(), text.end(), [](unsigned char c) { return c < ' '; }, '?');
+  std::size_t end = 80;
+  if (text.size() <= end) return text;
+  while ((static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;  // within a character
+  return text.substr(0, end) + "...";
+}
+
+std::string Plain(const Json& value) {
+  if (value.is_structured()) return value.is_array() ? "[...]" : "{...}";
+  return Plain(value.dump());
+}
+
 // What to say of a key of the JSON, or its text of the file.
 Encoded Imported(const Row& row, const Json& key) {
   if (!key.is_object()) return {"", "expected {\"value\": ...}"};
   if (const auto unit = key.find("unit"); unit != key.end() && *unit != row.unit) {
-    return {"", "is in " + unit->dump() + "; expected \"" + row.unit + "\""};
+    return {"", "is in " + Plain(*unit) + "; expected \"" + row.unit + "\""};
   }
   if (const auto text = key.find("text"); text != key.end() && text->is_string()) {
     return {text->get<std::string>(), ""};
@@ -71,16 +86,16 @@ Encoded Imported(const Row& row, const Json& key) {
   const auto value = key.find("value");
   if (value == key.end()) return {"", "has no \"value\""};
   if (row.encoding == Encoding::Text) {
-    if (!value->is_string()) return {"", value->dump() + " is no text"};
+    if (!value->is_string()) return {"", Plain(*value) + " is no text"};
     return Encode(row, value->get<std::string>());
   }
   if (!IsNumberOf(row, *value)) {
-    return {"", value->dump() + " makes no sense; expected " +
+    return {"", Plain(*value) + " makes no sense; expected " +
                     (row.encoding == Encoding::Flag ? "true or false" : RangeText(row))};
   }
   const double number = value->is_boolean() ? (value->get<bool>() ? 1 : 0) : value->get<double>();
   if (!InRange(row, number)) {
-    return {"", value->dump() + " makes no sense; expected " + RangeText(row)};
+    return {"", Plain(*value) + " makes no sense; expected " + RangeText(row)};
   }
   return {TextOf(row, *value), ""};
 }
@@ -105,12 +120,15 @@ std::string ImportKey(const std::string& section, const std::string& name, const
     text = encoded.text;
   } else {
     const auto raw = key.is_object() ? key.find("text") : key.end();
-    if (!key.is_object() || raw == key.end() || !raw->is_string()) return found.error;
-    if (!IsName(section) || !IsName(name)) return place + ": no name for a section and a key";
+    if (!key.is_object() || raw == key.end() || !raw->is_string()) {
+      return FindKey(Plain(place)).error;
+    }
+    if (!IsName(section) || !IsName(name))
+      return Plain(place) + ": no name for a section and a key";
     text = raw->get<std::string>();
   }
   if (!file.Set(section, name, text)) {
-    return place + ": the text has a character that the file cannot hold";
+    return Plain(place) + ": the text has a character that the file cannot hold";
   }
   return "";
 }
@@ -127,9 +145,11 @@ std::string ExportSettings(const IniText& file) {
     }
   }
   for (const IniEntry& entry : file.Entries()) {
-    if (FindKey(entry.section + "/" + entry.key).row != nullptr) continue;
+    if (RowOf(entry.section, entry.key) != nullptr) continue;
     if (!IsName(entry.section) || !IsName(entry.key)) continue;
-    settings[entry.section][entry.key] = {{"text", entry.text}};
+    // What is there a second time nobody reads; in the JSON it would be read.
+    const auto text = file.Find(entry.section, entry.key);
+    if (text) settings[entry.section][entry.key] = {{"text", *text}};
   }
   return Printed({{"format", kFormat}, {"settings", settings}});
 }
@@ -170,7 +190,7 @@ std::string ShowJson(const IniText& file, const std::string& path, bool all) {
   Json shown = {{"file", path}, {"settings", settings}, {"faults", faults}};
   if (all) {
     for (const IniEntry& entry : file.Entries()) {
-      if (FindKey(entry.section + "/" + entry.key).row != nullptr) continue;
+      if (RowOf(entry.section, entry.key) != nullptr) continue;
       shown["others"][entry.section][entry.key] = entry.text;
     }
   }
@@ -194,7 +214,7 @@ std::string ImportSettings(std::string_view json, IniText& file) {
   if (settings == whole.end() || !settings->is_object()) return "has no \"settings\"";
   IniText changed = file;
   for (const auto& [section, keys] : settings->items()) {
-    if (!keys.is_object()) return section + ": expected keys in braces";
+    if (!keys.is_object()) return Plain(section) + ": expected keys in braces";
     for (const auto& [name, key] : keys.items()) {
       std::string error = ImportKey(section, name, key, changed);
       if (!error.empty()) return error;

@@ -6,8 +6,15 @@
 
 #include <windows.h>
 
+#include <array>
+#include <latch>
+#include <map>
+#include <optional>
 #include <regex>
+#include <sstream>
+#include <string_view>
 #include <thread>
+#include <vector>
 
 #include "base/trace_file.h"
 #include "job/job.h"
@@ -231,6 +238,50 @@ TEST_F(FullTrace, IsRenamedOnceAndBegunAnewWithAHeader) {
   EXPECT_LE(fs::file_size(Older()), static_cast<std::uintmax_t>(TraceFile::kMostBytes));
   EXPECT_LE(fs::file_size(trace_.Path()), static_cast<std::uintmax_t>(TraceFile::kMostBytes));
   EXPECT_FALSE(fs::exists(Older().native() + L".1"));
+}
+
+// A host's thread, the reader and a jog, each as fast as it can, until the file has been renamed.
+TEST_F(FullTrace, OfSeveralThreadsHasEachRecordWholeAndInTheOrderOfItsThread) {
+  constexpr int kRecords = 1800;
+  const std::array<const char*, 3> roles{"host", "reader", "jog"};
+  const auto line = [](int number) {
+    const auto more = static_cast<std::size_t>(number * 37 % 900);
+    return std::to_string(number) + " " + std::string(3000 + more, 'x');
+  };
+  std::latch start{3};
+  std::vector<std::thread> threads;
+  for (const char* role : roles) {
+    threads.emplace_back([&start, &line, role] {
+      std::optional<TracedThread> named;
+      if (std::string_view{role} != "host") named.emplace(role, nullptr);
+      start.arrive_and_wait();
+      for (int i = 0; i < kRecords; ++i) TraceSent(nullptr, "-", line(i).c_str());
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EndTrace();
+
+  std::map<std::string, int> next;
+  double time = 0;
+  for (const fs::path& file : {Older(), trace_.Path()}) {
+    std::istringstream records(TraceCapture::ReadAll(file));
+    std::string header;
+    ASSERT_TRUE(std::getline(records, header)) << file;
+    EXPECT_THAT(header, HasSubstr(" trace  format=1 "));
+    for (std::string record; std::getline(records, record);) {
+      std::istringstream fields(record);
+      double at = 0;
+      std::string process, thread, link, kind;
+      fields >> at >> process >> thread >> link >> kind;
+      EXPECT_GE(at, time);
+      time = at;
+      if (kind == "end") continue;
+      const std::string role = thread.substr(0, thread.find(':'));
+      ASSERT_THAT(record, EndsWith(" send   - \"" + line(next[role]) + "\""));
+      ++next[role];
+    }
+  }
+  for (const char* role : roles) EXPECT_EQ(next[role], kRecords) << role;
 }
 
 // Nobody can rename the file: it keeps its size, and says later how much it lacks.

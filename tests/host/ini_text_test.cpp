@@ -65,6 +65,10 @@ TEST(IniText, KeepsTheCodePageOrUtf16) {
   EXPECT_FALSE(ansi.Set("Settings", "FriendlyName", "two\nlines"));
   EXPECT_EQ(ansi.Bytes(), "[Settings]\nFriendlyName=\xFC\n");
 
+  // Cut off in the middle of a character, as by a full disk.
+  const std::string cut = Utf16(u"[Settings]\r\nA=1") + "B";
+  EXPECT_EQ(Ini(cut).Bytes(), cut);
+
   IniText wide = Ini(Utf16(u"[Settings]\r\nFriendlyName=\u20AC\r\n"));
   EXPECT_TRUE(wide.IsUtf16());
   EXPECT_EQ(wide.Find("Settings", "FriendlyName"), "\xE2\x82\xAC");

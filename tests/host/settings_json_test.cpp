@@ -42,6 +42,28 @@ TEST(SettingsJson, KeepsWhatStandsInTheFileInAnotherWay) {
   EXPECT_EQ(back.Find("Other", "Key"), "text");
 }
 
+// Nobody reads what stands there a second time; once imported it would be read.
+TEST(SettingsJson, LeavesOutWhatNobodyReads) {
+  const std::string json =
+      ExportSettings(Ini("[Other]\nKey=first\nKey=again\n[Mine]\nA=1\n[Other]\nWidth=7000\n"));
+  IniText back = Ini("");
+  ASSERT_EQ(ImportSettings(json, back), "");
+  EXPECT_EQ(back.Bytes(), "[Other]\r\nKey=first\r\n[Mine]\r\nA=1\r\n");
+}
+
+TEST(SettingsJson, RefusesInOneLineThatCanBeRead) {
+  const auto refusal = [](const std::string& settings) {
+    IniText file = Ini("");
+    return ImportSettings("{\"format\": \"k7 settings 1\", \"settings\": " + settings + "}", file);
+  };
+  EXPECT_EQ(refusal(R"({"A\nB": 5})"), "A?B: expected keys in braces");
+  EXPECT_EQ(refusal(R"({"A": {"qqqqqqqq\r\n\u001b": 5}})").find_first_of("\r\n\x1b"),
+            std::string::npos);
+  EXPECT_EQ(refusal(R"({"Axis X": {"Screw Pitch": {"value": [[[[1]]]]}}})"),
+            "Axis X/Screw Pitch: [...] makes no sense; expected 0.001 to 10 in a turn");
+  EXPECT_LT(refusal("{\"" + std::string(5000, 'x') + "\": {\"a\": 5}}").size(), 200u);
+}
+
 TEST(SettingsJson, ImportChangesAllOrNothing) {
   constexpr struct {
     const char* settings;

@@ -1,0 +1,459 @@
+// Every command that a guide or README shows runs, in the order of its page, and ends as the page
+// says. A command that nobody here knows fails, and so does an entry of the tables below that no
+// page needs any more.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <list>
+#include <memory>
+#include <regex>
+#include <set>
+#include <sstream>
+
+#include "guide_pages.h"
+#include "harness.h"
+
+namespace k7test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+constexpr char kId[] = "K7DEMONSTRATION1";  // as the pages call their machine
+
+// Commands that are not run here. The first words of one are enough.
+struct Elsewhere {
+  const char* command;
+  const char* reason;
+};
+constexpr Elsewhere kElsewhere[] = {
+    {"./k7 test", "this test is a part of it"},
+    {"./k7 demo", "a job of a minute; ./k7 package --check runs what it shows"},
+    {"./k7 build", "./k7 test builds the same"},
+    {"./k7 package", "minutes; CI runs it by itself"},
+    {"./k7 bench", "minutes to hours, and what it measures needs a machine that is idle"},
+    {"./k7 fuzz-keep", "rewrites the corpus; ./k7 test runs the targets"},
+    {"./k7 format", "rewrites the sources; ./k7 test checks the format"},
+    {"./k7 hook", "changes the settings of the clone; tests/lint/pre_commit_test.sh runs the hook"},
+    {"./k7 screenshots", "minutes; the tests of the dialogs open each of them"},
+    {"cmake", "builds; a lint looks for the preset, and ./k7 test goes by the same ones"},
+    {"ctest", "needs the build of Visual Studio, on Windows; CI runs it there"},
+    {"build/native/bin/k7_pure_tests", "./k7 test runs it"},
+    {"K7_UPDATE_DOCS=1", "rewrites a page; the test fails when that would change it"},
+    {"python3 tests/simulator/view/page_test.py", "needs a browser; ./k7 test runs it"},
+    {"curl", "no package of the project; the test of the page sends the same request"},
+    {"pkg-config", "needs the package; ./k7 package --check runs it"},
+    {"git commit", "changes the clone; tests/lint/pre_commit_test.sh commits in one of its own"},
+    {"mode COM7", "belongs to Windows, and Wine has none"},
+};
+
+// What stands for something else in commands that start so. `{id}` is the machine's identity,
+// `{port}` a free port.
+struct Meant {
+  const char* command;
+  const char* word;
+  const char* means;
+};
+constexpr Meant kMeant[] = {
+    {"k7host", "ID", "{id}"},
+    {"k7host COMMAND --help", "COMMAND", "engrave"},
+    {"k7host COMMAND --tcp", "COMMAND", "info"},
+    {"k7host COMMAND --tcp", "HOST:PORT", "127.0.0.1:{port}"},
+    {"k7host engrave --resume", "FILE", "drawing.plt.resume"},
+    {"k7host engrave --resume", "FILE.plt.resume", "drawing.plt.resume"},
+    {"k7host engrave", "FILE", "drawing.plt"},
+    {"k7host estimate", "FILE", "drawing.plt"},
+    {"k7host doctor", "FILE", "other.ini"},
+    {"k7host trace", "FILE", "C:\\Temp\\trace.txt"},
+    {"k7host goto", "X", "2"},
+    {"k7host goto", "Y", "1.5"},
+    {"k7host jog", "VK", "120"},
+    {"k7host settings show", "FILE", "other.ini"},
+    {"k7host settings", "KEY", "\"Cutter Lift\""},
+    {"k7host settings", "VALUE", "0.25"},
+    {"k7host settings", "A", "{id}"},
+    {"k7host settings", "B", "other.ini"},
+    {"k7host settings", "FOLDER", "backup"},
+    {"k7sim", "/tmp/machine", "machine"},
+    {"ln", "/tmp/machine", "$PWD/machine"},
+    {"k7sim", "/tmp/board", "board"},
+    {"k7sim", "8080", "{port}"},
+    {"k7sim", "50", "max"},
+    {"echo", "PATH", "pipe"},
+};
+
+// What a page shows of a real computer, and what is so here.
+struct OfAComputer {
+  const char* shown;
+  const char* here;
+};
+constexpr OfAComputer kOfAComputer[] = {
+    {"C:\\K7\\k7driver.dll", "...\\k7driver.dll"},    {": 51155 MB free", ": ... MB free"},
+    {"opens, USB Serial Port (COM7)", "opens"},       {"after 0.2 ms", "after ... ms"},
+    {"0.1 ms, worst 0.4 ms", "... ms, worst ... ms"}, {"doctor: 12 ok", "doctor: ... ok"},
+};
+
+// What a person does beside a command that does not end by itself.
+enum class Person { CancelsTheDialog, PressesEscape, PressesEnter, Interrupts };
+struct Attended {
+  const char* command;
+  Person person;
+  const char* once;  // it has printed this
+};
+constexpr Attended kAttended[] = {
+    {"k7host settings", Person::CancelsTheDialog, ""},
+    {"k7host settings --before-job", Person::CancelsTheDialog, ""},
+    {"k7host settings --read-only", Person::CancelsTheDialog, ""},
+    {"k7host dialog", Person::CancelsTheDialog, ""},
+    {"k7host setup", Person::CancelsTheDialog, ""},
+    {"k7host jog", Person::PressesEscape, "\n"},
+    {"k7host spindle on", Person::PressesEnter, "\n"},
+    {"k7host spindle full", Person::PressesEnter, "\n"},
+    {"k7host switches --watch", Person::Interrupts, "switches: "},
+    {"k7host trace FILE --follow", Person::Interrupts, "\n"},
+};
+
+bool StartsWith(const std::string& command, const std::string& words) {
+  return command.starts_with(words) &&
+         (command.size() == words.size() || command[words.size()] == ' ');
+}
+
+bool RunsElsewhere(const std::string& command) {
+  return std::any_of(std::begin(kElsewhere), std::end(kElsewhere),
+                     [&](const Elsewhere& entry) { return StartsWith(command, entry.command); });
+}
+
+const Attended* AttendedOf(const std::string& command) {
+  for (const Attended& attended : kAttended) {
+    if (command == attended.command) return &attended;
+  }
+  return nullptr;
+}
+
+std::vector<ShownCommand> CommandsOfPage(const std::string& page) {
+  return CommandsOf(ReadFile(Places::Get().source / page));
+}
+
+// What words mean, `replace` for each word that a row of kMeant knows.
+std::string WithMeanings(const std::string& command,
+                         const std::function<std::string(const Meant&)>& replace) {
+  std::istringstream words(command);
+  std::string text;
+  for (std::string word; std::getline(words, word, ' ');) {
+    for (const Meant& row : kMeant) {
+      if (word != row.word || !StartsWith(command, row.command)) continue;
+      word = replace(row);
+      break;
+    }
+    text += (text.empty() ? "" : " ") + word;
+  }
+  return text;
+}
+
+class Guide : public testing::TestWithParam<std::string> {
+ public:
+  // What a command needs that its page has not made, or takes as known.
+  struct Before {
+    const char* command;
+    void (Guide::*prepare)();
+  };
+  static const Before kBefore[7];
+
+ protected:
+  Guide() {
+    fs::remove_all(folder_);
+    fs::create_directories(folder_);
+    fs::create_directories(trace_.parent_path());
+    fs::remove(trace_);
+    fs::remove(port_);
+    RemoveAllSettings();
+    std::ofstream(folder_ / "drawing.plt")
+        << "IN;SP1;PU508,508;PD1524,508;PU1524,1524;PD508,1524;PU508,1016;PD1524,1016;";
+    fs::copy_file(folder_ / "drawing.plt", folder_ / "plate.plt");
+    fs::copy_file(Places::Get().source / "host/demo.ini", folder_ / "other.ini");
+    fs::permissions(folder_ / "other.ini", fs::perms::all);
+  }
+
+  ~Guide() override {
+    for (Process& simulator : simulators_) {
+      simulator.Signal(SIGTERM);
+      EXPECT_EQ(simulator.Wait(30), 0) << simulator.ReadAll(1);
+    }
+    controller_.reset();
+    fs::remove(port_);
+  }
+
+  // Runs what the page shows, each command that an outline stands for.
+  void Run(const ShownCommand& shown) {
+    for (const std::string& command : CommandsOfOutline(shown.text)) {
+      SCOPED_TRACE(command);
+      const std::string meant = WithMeanings(command, [this](const Meant& row) {
+        std::string means = std::regex_replace(row.means, std::regex(R"(\{id\})"), id_);
+        return std::regex_replace(means, std::regex(R"(\{port\})"), tcpPort_);
+      });
+      if (StartsWith(command, "k7host")) {
+        RunHostHere(command, meant, shown.answer);
+      } else if (StartsWith(command, "k7sim")) {
+        RunSimulator(meant);
+      } else if (StartsWith(command, "./k7")) {
+        RunAndExpectSuccess({"sh", "-c", meant}, Places::Get().source);
+      } else if (StartsWith(command, "ln") || StartsWith(command, "echo")) {
+        RunAndExpectSuccess({"sh", "-c", meant}, folder_);
+      } else {
+        ADD_FAILURE() << "is not known here: tell this test how to run it, or why it does not";
+      }
+    }
+  }
+
+ private:
+  void RunAndExpectSuccess(const std::vector<std::string>& words, const fs::path& folder) {
+    Process process(words, folder);
+    const std::string output = process.ReadAll();
+    EXPECT_EQ(process.Wait(), 0) << output;
+  }
+
+  void RunSimulator(const std::string& command) {
+    std::vector<std::string> words = WordsOf(command);
+    words[0] = Places::Get().nativePrograms / words[0];
+    if (StartsWith(command, "k7sim --help")) return RunAndExpectSuccess(words, folder_);
+    if (simulators_.empty()) words.insert(words.end(), {"--control", "pipe"});
+    Process& simulator = simulators_.emplace_back(words, folder_);
+    EXPECT_THAT(simulator.ReadUntil("ready\n"), HasSubstr("ready\n"));
+  }
+
+  // The machine, unless the page has shown how to get one.
+  void StartMachine() {
+    if (controller_ || !simulators_.empty()) return;
+    fs::create_directories(SettingsFile(kId).parent_path());
+    fs::copy_file(folder_ / "other.ini", SettingsFile(kId));
+    controller_ = std::make_unique<Controller>(
+        7, kId,
+        std::vector<std::string>{"--table", "7,4.5,2", "--table-home", "1,1", "--surface",
+                                 "plane:1.2", "--position", "6,4,0.3", "--tcp", tcpPort_});
+  }
+
+  std::vector<std::string> HostWords(const std::string& command) const {
+    std::vector<std::string> words = WordsOf(command);
+    words[0] = Places::Get().windowsPrograms / "k7host.exe";
+    words.insert(words.begin(), "wine");
+    return words;
+  }
+
+  HostRun RunAlone(const std::string& command) const {
+    Process host(HostWords(command), folder_);
+    host.CloseInput();
+    HostRun run;
+    run.output = host.ReadAll();
+    run.exitCode = host.Wait();
+    std::erase(run.output, '\r');
+    return run;
+  }
+
+  HostRun RunAttended(const std::string& command, const Attended& attended) {
+    const bool keys =
+        attended.person == Person::PressesEscape || attended.person == Person::PressesEnter;
+    Process host(HostWords(command), folder_, keys ? Talk::Terminal : Talk::Pipes);
+    HostRun run;
+    if (attended.person == Person::CancelsTheDialog) {
+      Slots desk;  // ended with the dialog: it has the driver, and the doctor asks no port then
+      const std::string title = controller_ ? "Demonstration machine" : "K7 System Controller";
+      desk.Tell("dialog-wait " + title);
+      std::string open = "no answer";
+      while (open == "no answer" && host.Running()) open = desk.Answer(1);
+      if (open == "open") {
+        EXPECT_EQ(desk.Ask("dialog-press 2"), "closed");
+      }
+    } else {
+      run.output = host.ReadUntil(attended.once);
+      EXPECT_THAT(run.output, HasSubstr(attended.once));
+    }
+    if (attended.person == Person::Interrupts) host.Signal(SIGINT);
+    // A key that comes too early is thrown away.
+    for (int i = 0; keys && i < 60 && host.Running(); ++i) {
+      host.Write(attended.person == Person::PressesEscape ? "\x1b" : "\r");
+      run.output += host.ReadAll(1);
+    }
+    run.output += host.ReadAll();
+    run.exitCode = host.Wait();
+    return run;
+  }
+
+  // On a busy machine an answer can miss the 200 ms of a search, or take longer than the doctor
+  // lets pass.
+  static bool CameTooLate(const std::string& command, const std::string& output) {
+    return StartsWith(command, "k7host doctor") ||
+           output.find("no controller found") != std::string::npos ||
+           output.find("was not found or does not answer") != std::string::npos;
+  }
+
+  void RunHostHere(const std::string& command, const std::string& meant,
+                   const std::vector<std::string>& answer) {
+    StartMachine();
+    for (const Before& before : kBefore) {
+      if (StartsWith(command, before.command)) (this->*before.prepare)();
+    }
+    // An answer that is an error is one of wrong usage or bad input.
+    const int exitCode = !answer.empty() && answer[0].starts_with("k7host: ") ? 2 : 0;
+    HostRun run;
+    for (int i = 0; i < 5; ++i) {
+      const Attended* attended = AttendedOf(command);
+      run = attended != nullptr ? RunAttended(meant, *attended) : RunAlone(meant);
+      if (run.exitCode == exitCode || !CameTooLate(command, run.output)) break;
+    }
+    if (!sound_.empty()) std::ofstream(SettingsFile(kId), std::ios::binary) << sound_;
+    sound_.clear();
+    EXPECT_EQ(run.exitCode, exitCode) << run.output;
+    ExpectShown(answer, run.output);
+    std::smatch listed;
+    if (std::regex_search(run.output, listed, std::regex("(^|\n)0\t(\\w+)\t"))) id_ = listed[2];
+  }
+
+  static void ExpectShown(const std::vector<std::string>& answer, const std::string& output) {
+    std::istringstream lines(output);
+    for (std::string shown : answer) {
+      for (const OfAComputer& row : kOfAComputer) {
+        const std::size_t at = shown.find(row.shown);
+        if (at != std::string::npos) shown.replace(at, std::strlen(row.shown), row.here);
+      }
+      std::string line;
+      while (std::getline(lines, line) && !IsShownAs(shown, line)) {
+      }
+      EXPECT_TRUE(lines) << "no line that is shown as\n"
+                         << shown << "\nin its place in\n"
+                         << output;
+    }
+  }
+
+  void HaveABackup() {
+    if (!fs::exists(folder_ / "backup")) RunAlone("k7host settings backup backup");
+  }
+  void HaveAnExport() {
+    if (!fs::exists(folder_ / "IN.json")) RunAlone("k7host settings export IN.json");
+  }
+  void HaveATrace() {
+    if (!fs::exists(trace_)) RunAlone("k7host home --trace C:\\Temp\\trace.txt");
+  }
+  // As a technician leaves them.
+  void LetEveryUserWrite() {
+    for (const auto& entry : fs::recursive_directory_iterator(SettingsFile(kId).parent_path())) {
+      fs::permissions(entry, fs::perms::all);
+    }
+  }
+  // The cable is pulled in the middle of the drawing.
+  void BreakOffAJob() {
+    controller_->Control("fault reply=EX,nth=12,do=close,ms=100");
+    EXPECT_EQ(RunAlone("k7host engrave drawing.plt").exitCode, 3);
+  }
+  // Somebody has written into the settings by hand.
+  void SpoilThePitch() {
+    sound_ = ReadFile(SettingsFile(kId));
+    Settings settings = ReadSettings(kId);
+    settings["Axis X/Screw Pitch"] = "0.5";
+    WriteSettings(kId, settings);
+  }
+
+  const fs::path folder_ = Places::Get().prefix / "end-to-end/guide";
+  const fs::path trace_ = Places::Get().prefix / "drive_c/Temp/trace.txt";
+  const fs::path port_ = Places::Get().prefix / "dosdevices/com7";
+  const std::string tcpPort_ = std::to_string(20000 + getpid() % 20000);
+  std::string id_ = kId;
+  std::unique_ptr<Controller> controller_;
+  std::list<Process> simulators_;
+  std::string sound_;  // the settings before somebody spoiled them
+};
+
+const Guide::Before Guide::kBefore[7] = {
+    {"k7host settings restore", &Guide::HaveABackup},
+    {"k7host settings diff ID backup\\settings.ini", &Guide::HaveABackup},
+    {"k7host settings import", &Guide::HaveAnExport},
+    {"k7host doctor", &Guide::LetEveryUserWrite},
+    {"k7host trace", &Guide::HaveATrace},
+    {"k7host engrave --resume", &Guide::BreakOffAJob},
+    {"k7host home --id", &Guide::SpoilThePitch},
+};
+
+TEST_P(Guide, ShowsCommandsThatRun) {
+  for (const ShownCommand& shown : CommandsOfPage(GetParam())) {
+    if (!RunsElsewhere(shown.text)) Run(shown);
+  }
+}
+
+std::vector<std::string> PagesThatRunSomething() {
+  std::vector<std::string> pages = GuidePages();
+  std::erase_if(pages, [](const std::string& page) {
+    const std::vector<ShownCommand> all = CommandsOfPage(page);
+    return std::all_of(all.begin(), all.end(),
+                       [](const ShownCommand& shown) { return RunsElsewhere(shown.text); });
+  });
+  return pages;
+}
+
+INSTANTIATE_TEST_SUITE_P(, Guide, testing::ValuesIn(PagesThatRunSomething()), [](const auto& page) {
+  std::string name;
+  for (const char c : page.param) name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
+  return name;
+});
+
+TEST(GuideTables, HaveNoEntryThatNoPageNeeds) {
+  std::set<std::string> needed;
+  for (const std::string& page : GuidePages()) {
+    for (const ShownCommand& shown : CommandsOfPage(page)) {
+      for (const std::string& command : CommandsOfOutline(shown.text)) {
+        for (const Elsewhere& row : kElsewhere) {
+          if (StartsWith(command, row.command)) needed.insert(row.command);
+        }
+        for (const Guide::Before& row : Guide::kBefore) {
+          if (StartsWith(command, row.command)) needed.insert(row.command);
+        }
+        if (const Attended* row = AttendedOf(command)) needed.insert(row->command);
+        WithMeanings(command, [&](const Meant& row) {
+          needed.insert(std::string(row.command) + ": " + row.word);
+          return std::string(row.word);
+        });
+      }
+      for (const OfAComputer& row : kOfAComputer) {
+        for (const std::string& line : shown.answer) {
+          if (line.find(row.shown) != std::string::npos) needed.insert(row.shown);
+        }
+      }
+    }
+  }
+  for (const Elsewhere& row : kElsewhere) EXPECT_TRUE(needed.count(row.command)) << row.command;
+  for (const Attended& row : kAttended) EXPECT_TRUE(needed.count(row.command)) << row.command;
+  for (const OfAComputer& row : kOfAComputer) EXPECT_TRUE(needed.count(row.shown)) << row.shown;
+  for (const Guide::Before& row : Guide::kBefore) {
+    EXPECT_TRUE(needed.count(row.command)) << row.command;
+  }
+  for (const Meant& row : kMeant) {
+    EXPECT_TRUE(needed.count(std::string(row.command) + ": " + row.word))
+        << row.command << ": " << row.word;
+  }
+}
+
+TEST(GuidePages, AreReadAsPeopleReadThem) {
+  const std::vector<ShownCommand> commands = CommandsOf(
+      "Text with `k7host list`, `k7host`, and `k7host\nhome`.\n\n    > k7host info\n"
+      "    id: 7\n\n    k7sim --pty a    # a machine\n\n```\n./k7 demo\nout\n```\n");
+  std::vector<std::string> texts;
+  for (const ShownCommand& shown : commands) texts.push_back(shown.text);
+  EXPECT_THAT(texts, testing::ElementsAre("k7host list", "k7host home", "k7host info",
+                                          "k7sim --pty a", "./k7 demo"));
+  EXPECT_THAT(commands[2].answer, testing::ElementsAre("id: 7"));
+  EXPECT_THAT(CommandsOfOutline("a [--b|--c \"X Y\"] d|e"),
+              testing::ElementsAre("a d", "a --b d", "a --c \"X Y\" d", "a e"));
+  EXPECT_THAT(WordsOf("a \"b c\" d"), testing::ElementsAre("a", "b c", "d"));
+  EXPECT_TRUE(IsShownAs("a ... c", "a b c"));
+  EXPECT_FALSE(IsShownAs("a ... c", "a b cd"));
+  EXPECT_FALSE(IsShownAs("a", "ab"));
+  EXPECT_TRUE(IsShownAs("...b", "aab"));
+}
+
+}  // namespace
+}  // namespace k7test
