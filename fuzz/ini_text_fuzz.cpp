@@ -11,6 +11,7 @@
 
 #include "settings/key_text.h"
 #include "settings/listing.h"
+#include "settings/row_text.h"
 #include "settings/schema.h"
 #include "settings/settings_check.h"
 #include "settings/settings_json.h"
