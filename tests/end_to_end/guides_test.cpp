@@ -66,7 +66,18 @@ std::string WithMeanings(const std::string& command,
   return text;
 }
 
-class Guide : public testing::TestWithParam<std::string> {
+// Some commands of a page, one after the other.
+struct Stretch {
+  std::string page;
+  std::size_t number = 0;  // of the page's stretches, from 1
+  std::vector<ShownCommand> commands;
+};
+
+void PrintTo(const Stretch& stretch, std::ostream* out) {
+  *out << stretch.page << ", stretch " << stretch.number;
+}
+
+class Guide : public testing::TestWithParam<Stretch> {
  public:
   // What a command needs that its page has not made, or takes as known.
   struct Before {
@@ -289,26 +300,40 @@ const Guide::Before Guide::kBefore[7] = {
 };
 
 TEST_P(Guide, ShowsCommandsThatRun) {
-  for (const ShownCommand& shown : CommandsOfPage(GetParam())) {
-    if (!RunsElsewhere(shown.text)) Run(shown);
+  for (const ShownCommand& shown : GetParam().commands) Run(shown);
+}
+
+// A page that shows how to start the machine is one stretch; of others each stretch has a machine
+// of its own, so that they can run side by side.
+std::vector<Stretch> StretchesThatRunSomething() {
+  constexpr std::size_t kMostCommands = 3;
+  std::vector<Stretch> stretches;
+  for (const std::string& page : GuidePages()) {
+    std::vector<ShownCommand> commands = CommandsOfPage(page);
+    std::erase_if(commands, [](const ShownCommand& shown) { return RunsElsewhere(shown.text); });
+    const bool startsMachine =
+        std::any_of(commands.begin(), commands.end(), [](const ShownCommand& shown) {
+          return StartsWith(shown.text, "k7sim") && !StartsWith(shown.text, "k7sim --help");
+        });
+    std::size_t number = 0;
+    for (const ShownCommand& shown : commands) {
+      if (number == 0 || (!startsMachine && stretches.back().commands.size() == kMostCommands)) {
+        stretches.push_back({page, ++number, {}});
+      }
+      stretches.back().commands.push_back(shown);
+    }
   }
+  return stretches;
 }
 
-std::vector<std::string> PagesThatRunSomething() {
-  std::vector<std::string> pages = GuidePages();
-  std::erase_if(pages, [](const std::string& page) {
-    const std::vector<ShownCommand> all = CommandsOfPage(page);
-    return std::all_of(all.begin(), all.end(),
-                       [](const ShownCommand& shown) { return RunsElsewhere(shown.text); });
-  });
-  return pages;
-}
-
-INSTANTIATE_TEST_SUITE_P(, Guide, testing::ValuesIn(PagesThatRunSomething()), [](const auto& page) {
-  std::string name;
-  for (const char c : page.param) name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
-  return name;
-});
+INSTANTIATE_TEST_SUITE_P(, Guide, testing::ValuesIn(StretchesThatRunSomething()),
+                         [](const auto& stretch) {
+                           std::string name;
+                           for (const char c : stretch.param.page) {
+                             name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
+                           }
+                           return name + "_" + std::to_string(stretch.param.number);
+                         });
 
 TEST(GuideTables, HaveNoEntryThatNoPageNeeds) {
   std::set<std::string> needed;
