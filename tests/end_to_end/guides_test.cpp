@@ -94,6 +94,8 @@ class Guide : public testing::TestWithParam<Stretch> {
     fs::remove(trace_);
     fs::remove(port_);
     RemoveAllSettings();
+    // Left by a test of the module that ran here before: nobody has installed it.
+    fs::remove_all(Places::Get().prefix / "drive_c/Program Files/Penfold Hatch/Cache");
     std::ofstream(folder_ / "drawing.plt")
         << "IN;SP1;PU508,508;PD1524,508;PU1524,1524;PD508,1524;PU508,1016;PD1524,1016;";
     fs::copy_file(folder_ / "drawing.plt", folder_ / "plate.plt");
