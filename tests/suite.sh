@@ -133,6 +133,7 @@ cmd_end_to_end() {  # for tests/golden/update.sh
 # recorded NAME COMMAND...: runs a check whose log and exit code wait for count_recorded.
 recorded() {
   local name=$1 code=0; shift
+  mkdir -p "$BUILD/logs"
   "$@" >"$BUILD/logs/$name.log" 2>&1 || code=$?
   echo "$code" >"$BUILD/logs/$name.code"
 }
