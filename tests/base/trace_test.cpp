@@ -7,7 +7,6 @@
 #include <windows.h>
 
 #include <array>
-#include <latch>
 #include <map>
 #include <optional>
 #include <regex>
@@ -248,16 +247,17 @@ TEST_F(FullTrace, OfSeveralThreadsHasEachRecordWholeAndInTheOrderOfItsThread) {
     const auto more = static_cast<std::size_t>(number * 37 % 900);
     return std::to_string(number) + " " + std::string(3000 + more, 'x');
   };
-  std::latch start{3};
+  const UniqueHandle start{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
   std::vector<std::thread> threads;
   for (const char* role : roles) {
     threads.emplace_back([&start, &line, role] {
       std::optional<TracedThread> named;
       if (std::string_view{role} != "host") named.emplace(role, nullptr);
-      start.arrive_and_wait();
+      WaitForSingleObject(start.Get(), INFINITE);
       for (int i = 0; i < kRecords; ++i) TraceSent(nullptr, "-", line(i).c_str());
     });
   }
+  SetEvent(start.Get());
   for (std::thread& thread : threads) thread.join();
   EndTrace();
 
