@@ -18,6 +18,9 @@ count() {
   printf '   %-28s %5d passed, %d failed, %d skipped\n' "$name" "$passed" "$failed" "$skipped"
   if [ "$failed" -ne 0 ]; then
     FAILURES+=("$name")
+    # A program that names no failed test has ended early: how, and in which test.
+    grep -qaE '^\[  FAILED  \]|, [1-9][0-9]* failed' "$log" ||
+      echo "      ended with code $code in: $(grep -a . "$log" | tail -1)"
     grep -aE '^\[  FAILED  \]|Failure$|^ERROR|error:|runtime error' "$log" | tail -40 | sed 's/^/      /' || true
     echo "      log: $log"
   fi

@@ -75,8 +75,8 @@ class IniText {
 
   const CodePage* page_;
   bool utf16_ = false;
-  std::string
-      half_;  // the last byte of a UTF-16 file that was cut off in the middle of a character
+  // The last byte of a UTF-16 file that was cut off in the middle of a character.
+  std::string half_;
   std::vector<Line> lines_;  // each with its line end
 };
 
